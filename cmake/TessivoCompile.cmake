@@ -1,0 +1,29 @@
+# The one home of compiler settings: language level, warnings, sanitizers.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+# Quoted includes are ours and name their folder: "model/Show.h".
+include_directories(${PROJECT_SOURCE_DIR}/src)
+
+add_library(tessivo_warnings INTERFACE)
+target_compile_options(tessivo_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wundef -Wformat=2 -Werror)
+
+if(TESSIVO_SANITISE)
+  add_compile_options(-fsanitize=${TESSIVO_SANITISE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${TESSIVO_SANITISE})
+  if(TESSIVO_SANITISE MATCHES "undefined")
+    add_compile_options(-fno-sanitize-recover=all)
+  endif()
+endif()
+if(TESSIVO_FUZZ)
+  # Coverage for every object; only the targets themselves get libFuzzer's main().
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

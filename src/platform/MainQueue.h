@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace tessivo {
+
+/// Work on the main thread, in the order in which it was posted. Every long-lived object of the
+/// core lives on that thread.
+class MainQueue {
+public:
+    using Task = std::function<void()>;
+
+    /// A running repetition; destroying it (on the main thread) ends it.
+    class Repetition {
+    public:
+        virtual ~Repetition() = default;
+    };
+
+    /// Lets a real-time thread ask for main-thread work. Created and destroyed on the main thread,
+    /// after which nothing runs any more.
+    class RealtimeTrigger {
+    public:
+        virtual ~RealtimeTrigger() = default;
+
+        /// Asks for one run of the trigger's task. Takes no lock, allocates nothing and never
+        /// waits; one thread at a time may call it. Each call gives one run, in its own main-thread
+        /// turn.
+        virtual void fire() noexcept = 0;
+    };
+
+    virtual ~MainQueue() = default;
+
+    /// Runs `task` on a later turn, after everything posted before it. Any thread may call this.
+    virtual void post(Task task) = 0;
+
+    /// Runs `task` once, no sooner than `seconds` (0 or more) from now.
+    virtual void postAfter(double seconds, Task task) = 0;
+
+    /// Runs `task` every `seconds` (more than 0), first after one interval, until the returned
+    /// object is destroyed. A late run doesn't shift the later ones.
+    [[nodiscard]] virtual std::unique_ptr<Repetition> repeatEvery(double seconds, Task task) = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) = 0;
+};
+
+}  // namespace tessivo

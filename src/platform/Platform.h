@@ -1,0 +1,25 @@
+#pragma once
+
+#include <iosfwd>
+
+namespace tessivo {
+
+class AudioInputSystem;
+class Clock;
+class FilePanels;
+class FileStore;
+class MainQueue;
+class PreferencesStore;
+
+/// The outside world as the core sees it. What it refers to outlives every object of the core.
+struct Platform {
+    Clock& clock;
+    MainQueue& mainQueue;
+    PreferencesStore& preferences;
+    FileStore& files;
+    FilePanels& panels;
+    AudioInputSystem& audio;
+    std::ostream& log;  ///< standard output, one line per event worth telling
+};
+
+}  // namespace tessivo
