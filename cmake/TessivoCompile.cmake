@@ -11,10 +11,18 @@ endif()
 # Quoted includes are ours and name their folder: "model/Show.h".
 include_directories(${PROJECT_SOURCE_DIR}/src)
 
-add_library(tessivo_warnings INTERFACE)
-target_compile_options(tessivo_warnings INTERFACE
+set(tessivo_warning_options
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wundef -Wformat=2 -Werror)
+
+add_library(tessivo_warnings INTERFACE)
+target_compile_options(tessivo_warnings INTERFACE ${tessivo_warning_options})
+
+# A QML module also compiles what Qt's tools generate, which isn't ours to mend: there the warnings
+# are for the named sources only.
+function(tessivo_warn_about)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${tessivo_warning_options}")
+endfunction()
 
 if(TESSIVO_SANITISE)
   add_compile_options(-fsanitize=${TESSIVO_SANITISE} -fno-omit-frame-pointer)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/Uuid.h"
+
 #include <optional>
 #include <string>
-
-#include "base/Uuid.h"
 
 namespace tessivo {
 
@@ -12,8 +12,8 @@ namespace tessivo {
 struct Guest {
     Uuid id = Uuid::random();
     std::string name;
-    std::string mic;  ///< normally one of the show's `mics`; any text is accepted
-    std::string iem;  ///< normally one of the show's `iems`; any text is accepted
+    std::string mic;                    ///< normally one of the show's `mics`; any text is accepted
+    std::string iem;                    ///< normally one of the show's `iems`; any text is accepted
     std::optional<std::string> volume;  ///< free-text note for the monitor mix
 
     friend bool operator==(const Guest&, const Guest&) = default;

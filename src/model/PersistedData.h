@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Uuid.h"
+#include "model/Show.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
-
-#include "base/Uuid.h"
-#include "model/Show.h"
 
 namespace tessivo {
 

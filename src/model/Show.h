@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "base/Uuid.h"
 #include "model/Song.h"
+
+#include <string>
+#include <vector>
 
 namespace tessivo {
 

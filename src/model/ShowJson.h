@@ -1,11 +1,11 @@
 #pragma once
 
+#include "model/PersistedData.h"
+
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "model/PersistedData.h"
 
 namespace tessivo {
 
@@ -17,7 +17,8 @@ std::string encodeJson(const Show& show);
 std::string encodeJson(const PersistedData& data);
 /// The same record as `encodeJson(PersistedData)`, written without copying the shows first: it
 /// runs at every keystroke.
-std::string encodePersistedJson(std::span<const Show> shows, const std::optional<Uuid>& activeShowId,
+std::string encodePersistedJson(std::span<const Show> shows,
+                                const std::optional<Uuid>& activeShowId,
                                 std::int64_t activeSongIndex);
 
 /// Decoding gives the whole record or nothing. Unknown members are ignored; a missing required

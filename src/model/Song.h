@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/Uuid.h"
+#include "model/Guest.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "base/Uuid.h"
-#include "model/Guest.h"
 
 namespace tessivo {
 

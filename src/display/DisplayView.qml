@@ -1,0 +1,6 @@
+import Tessivo.Display
+
+/** The stage display of this computer's own state. */
+StageView {
+    content: LocalStage
+}

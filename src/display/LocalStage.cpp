@@ -1,0 +1,42 @@
+#include "display/LocalStage.h"
+
+#include <QQmlEngine>
+
+#include "display/ApplicationState.h"
+
+namespace tessivo {
+
+LocalStage* LocalStage::create(QQmlEngine* engine, QJSEngine*) {
+    return new LocalStage(applicationState(*engine));
+}
+
+LocalStage::LocalStage(AppState& state)
+    : state_(state), subscription_(state.didChange.subscribe([this](AppState::Field field) {
+          update(field);
+      })) {
+    presentAll();
+}
+
+void LocalStage::update(AppState::Field field) {
+    switch (field) {
+        case AppState::Field::shows:
+        case AppState::Field::activeShowId:
+        case AppState::Field::activeSongIndex:
+        case AppState::Field::activeDisplayShowId:
+            presentAll();
+            break;
+        case AppState::Field::currentSongStartedAt:
+        case AppState::Field::nowTick:
+            presentRemaining(state_.currentSongRemainingSeconds());
+            break;
+        default:
+            break;
+    }
+}
+
+void LocalStage::presentAll() {
+    presentShow(state_.showWithId(state_.activeDisplayShowId()), state_.activeSongIndex());
+    presentRemaining(state_.currentSongRemainingSeconds());
+}
+
+}  // namespace tessivo

@@ -1,0 +1,117 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tessivo.Display
+import Tessivo.Style
+
+/** A song still to come; the first one is larger, and stronger when it is about to start. */
+Rectangle {
+    id: row
+
+    required property songInfo song
+    required property int index
+    property bool urgent: false
+
+    readonly property bool first: index === 0
+    readonly property int horizontalPadding: first ? 18 : 12
+    readonly property int verticalPadding: first ? 14 : 7
+
+    height: content.height + 2 * verticalPadding
+    radius: 8
+    color: urgent ? Colors.withOpacity(Colors.pvAmber, 0.12)
+                  : first ? Colors.withOpacity(Colors.pvAmber, 0.06) : Colors.pvBlack2
+    border.width: first ? 2 : 1
+    border.color: first ? Colors.pvAmber : Colors.withOpacity(Colors.pvLine, 0.4)
+
+    Behavior on color {
+        ColorAnimation {
+            duration: 300
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    Column {
+        id: content
+
+        x: row.horizontalPadding
+        y: row.verticalPadding
+        width: row.width - 2 * row.horizontalPadding
+        spacing: 6
+
+        PVText {
+            visible: row.first
+            text: "À SUIVRE"
+            size: 11
+            weight: Font.Bold
+            color: Colors.pvAmber
+            font.letterSpacing: 2
+        }
+
+        RowLayout {
+            width: parent.width
+            spacing: 14
+
+            PVText {
+                text: row.song.position
+                size: row.first ? 18 : 14
+                weight: Font.DemiBold
+                color: row.first ? Colors.pvAmber : Colors.pvPaperFaint
+                Layout.preferredWidth: 28
+                Layout.alignment: Qt.AlignTop
+                Layout.topMargin: row.first ? 5 : 1
+            }
+            PVText {
+                text: row.song.title
+                size: row.first ? 24 : 16
+                weight: row.first ? Font.Bold : Font.Medium
+                color: row.first ? Colors.pvPaper : Colors.pvPaperDim
+                wrapMode: Text.Wrap
+                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, content.width * 0.5))
+                Layout.alignment: Qt.AlignTop
+            }
+            PVText {
+                visible: row.song.guests.length === 0
+                text: "Pas de guest"
+                size: row.first ? 15 : 13
+                font.italic: true
+                color: Colors.pvPaperFaint
+                Layout.alignment: Qt.AlignTop
+                Layout.topMargin: row.first ? 7 : 2
+                Layout.fillWidth: true
+            }
+            Flow {
+                visible: row.song.guests.length > 0
+                spacing: 14
+                Layout.fillWidth: true
+                Layout.alignment: Qt.AlignTop
+                Layout.topMargin: row.first ? 6 : 2
+
+                Repeater {
+                    model: row.song.guests
+                    delegate: Row {
+                        id: guest
+
+                        required property guestInfo modelData
+
+                        spacing: 5
+
+                        PVText {
+                            id: name
+
+                            text: guest.modelData.name || "—"
+                            size: row.first ? 16 : 13
+                            weight: Font.DemiBold
+                        }
+                        PVText {
+                            text: guest.modelData.equipmentLine
+                            size: row.first ? 14 : 12
+                            color: Colors.pvAmber
+                            anchors.baseline: name.baseline
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,61 @@
+import QtQuick
+import Tessivo.Display
+import Tessivo.Style
+
+/** A song that was just played, on one line: it never pushes the current song out of view. */
+Rectangle {
+    id: row
+
+    required property songInfo song
+
+    height: line.height + 20
+    radius: 8
+    color: Colors.pvBlack2
+
+    Row {
+        id: line
+
+        x: 20
+        y: 10
+        width: row.width - 40
+        spacing: 12
+
+        PVText {
+            id: mark
+
+            text: "✓"
+            size: 14
+            weight: Font.Bold
+            color: Colors.pvPaperFaint
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        PVText {
+            id: title
+
+            text: row.song.title
+            size: 16
+            weight: Font.Medium
+            color: Colors.pvPaperFaint
+            width: Math.min(implicitWidth, line.width - mark.width - line.spacing)
+            elide: Text.ElideRight
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        PVText {
+            id: dot
+
+            visible: row.song.guests.length > 0
+            text: "·"
+            color: Colors.pvPaperFaint
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        PVText {
+            visible: dot.visible
+            text: row.song.guests.map(guest => guest.stageLine).join("    ")
+            size: 14
+            color: Colors.pvPaperFaint
+            width: Math.max(0, line.width - x)
+            elide: Text.ElideRight
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+}

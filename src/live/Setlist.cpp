@@ -1,0 +1,69 @@
+#include "live/Setlist.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+
+namespace tessivo {
+namespace {
+
+/// The cursor inside [-1, count + 1], which keeps its meaning and frees the arithmetic from
+/// overflow.
+std::int64_t boundedIndex(const Show& show, std::int64_t songIndex) {
+    return std::clamp<std::int64_t>(songIndex, -1,
+                                    static_cast<std::int64_t>(show.songs.size()) + 1);
+}
+
+}  // namespace
+
+std::span<const Song> pastSongs(const Show& show, std::int64_t songIndex) {
+    const std::int64_t index = boundedIndex(show, songIndex);
+    if (index <= 0 || index > static_cast<std::int64_t>(show.songs.size())) {
+        return {};
+    }
+    const auto end = static_cast<std::size_t>(index);
+    const std::size_t begin = end - std::min(end, pastSongsShown);
+    return std::span(show.songs).subspan(begin, end - begin);
+}
+
+std::span<const Song> nextSongs(const Show& show, std::int64_t songIndex, std::size_t limit) {
+    const auto begin = static_cast<std::size_t>(boundedIndex(show, songIndex) + 1);
+    if (begin >= show.songs.size()) {
+        return {};
+    }
+    return std::span(show.songs).subspan(begin, std::min(limit, show.songs.size() - begin));
+}
+
+bool isFinished(const Show& show, std::int64_t songIndex) {
+    return songIndex >= static_cast<std::int64_t>(show.songs.size());
+}
+
+std::int64_t shownPosition(const Show& show, std::int64_t songIndex) {
+    const auto count = static_cast<std::int64_t>(show.songs.size());
+    return std::min(count, boundedIndex(show, songIndex) + 1);
+}
+
+std::string guestLine(const Guest& guest, std::string_view placeholder) {
+    std::string line = guest.name.empty() ? std::string(placeholder) : guest.name;
+    return line + " — " + guestEquipmentLine(guest);
+}
+
+std::string guestEquipmentLine(const Guest& guest) {
+    std::string line = guest.mic + " · " + guest.iem;
+    if (const std::string_view volume = shownVolume(guest); !volume.empty()) {
+        line.append(" · vol ").append(volume);
+    }
+    return line;
+}
+
+std::string_view shownVolume(const Guest& guest) {
+    return guest.volume ? std::string_view(*guest.volume) : std::string_view();
+}
+
+std::string minutesAndSeconds(std::int64_t seconds) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%" PRId64 ":%02" PRId64, seconds / 60, seconds % 60);
+    return text;
+}
+
+}  // namespace tessivo

@@ -1,0 +1,60 @@
+#include "live/StartTimecode.h"
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+
+namespace tessivo {
+namespace {
+
+std::optional<std::int64_t> readInteger(std::string_view piece) {
+    if (piece.starts_with('+')) {
+        piece.remove_prefix(1);
+        if (piece.starts_with('-')) {
+            return std::nullopt;  // from_chars would take the second sign
+        }
+    }
+    std::int64_t value = 0;
+    const char* end = piece.data() + piece.size();
+    const auto [stop, error] = std::from_chars(piece.data(), end, value);
+    if (error != std::errc() || stop != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+/// value × factor + addend, or none when that leaves the signed 64-bit range.
+std::optional<std::int64_t> multiplyAdd(std::optional<std::int64_t> value, std::int64_t factor,
+                                        std::int64_t addend) {
+    std::int64_t result = 0;
+    if (!value || __builtin_mul_overflow(*value, factor, &result) ||
+        __builtin_add_overflow(result, addend, &result)) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+}  // namespace
+
+std::optional<std::int64_t> timecodeToFrames(std::string_view text, std::int64_t fps) {
+    std::array<std::int64_t, 4> fields{};
+    std::size_t count = 0;
+    while (!text.empty()) {
+        const std::size_t colon = text.find(':');
+        if (const auto value = readInteger(text.substr(0, colon))) {
+            if (count == fields.size()) {
+                return std::nullopt;
+            }
+            fields[count++] = *value;
+        }
+        text = colon == std::string_view::npos ? std::string_view() : text.substr(colon + 1);
+    }
+    if (count != fields.size()) {
+        return std::nullopt;
+    }
+    const auto minutes = multiplyAdd(fields[0], 60, fields[1]);
+    const auto seconds = multiplyAdd(minutes, 60, fields[2]);
+    return multiplyAdd(seconds, fps, fields[3]);
+}
+
+}  // namespace tessivo

@@ -1,0 +1,61 @@
+#include "platform/simulated/SimulatedPlatform.h"
+
+namespace tessivo {
+
+std::optional<std::string> SimulatedPreferences::data(std::string_view key) {
+    const auto found = values.find(key);
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+}
+
+void SimulatedPreferences::setData(std::string_view key, std::string_view bytes) {
+    ++writes;
+    values[std::string(key)] = bytes;
+}
+
+bool SimulatedPreferences::setAside(std::string_view key) {
+    const auto found = values.find(key);
+    if (refusesToSetAside || found == values.end()) {
+        return false;
+    }
+    valuesSetAside.push_back(std::move(found->second));
+    values.erase(found);
+    return true;
+}
+
+std::optional<std::string> SimulatedFiles::read(const FileLocation& location,
+                                                std::size_t maximumBytes) {
+    const auto found = contents.find(location);
+    if (found == contents.end() || found->second.size() > maximumBytes) {
+        return std::nullopt;
+    }
+    return found->second;
+}
+
+bool SimulatedFiles::writeAtomically(const FileLocation& location, std::string_view bytes) {
+    if (isFull) {
+        return false;
+    }
+    contents[location] = bytes;
+    return true;
+}
+
+std::optional<FileLocation> SimulatedPanels::chooseSaveLocation(const SaveRequest& request) {
+    saveRequests.push_back(request);
+    return nextAnswer();
+}
+
+std::optional<FileLocation> SimulatedPanels::chooseFileToOpen(const OpenRequest& request) {
+    openRequests.push_back(request);
+    return nextAnswer();
+}
+
+std::optional<FileLocation> SimulatedPanels::nextAnswer() {
+    if (answers.empty()) {
+        return std::nullopt;
+    }
+    FileLocation answer = std::move(answers.front());
+    answers.erase(answers.begin());
+    return answer;
+}
+
+}  // namespace tessivo

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/FilePanels.h"
+#include "platform/FileStore.h"
+#include "platform/Platform.h"
+#include "platform/PreferencesStore.h"
+#include "platform/simulated/SimulatedAudioInput.h"
+#include "platform/simulated/SimulatedMainQueue.h"
+
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessivo {
+
+/// Preferences in memory, which outlive the state that writes them as a disk would.
+class SimulatedPreferences final : public PreferencesStore {
+public:
+    std::optional<std::string> data(std::string_view key) override;
+    void setData(std::string_view key, std::string_view bytes) override;
+    bool setAside(std::string_view key) override;
+
+    std::map<std::string, std::string, std::less<>> values;
+    std::vector<std::string> valuesSetAside;
+    int writes = 0;
+    bool refusesToSetAside = false;
+};
+
+/// Files in memory.
+class SimulatedFiles final : public FileStore {
+public:
+    std::optional<std::string> read(const FileLocation& location,
+                                    std::size_t maximumBytes) override;
+    bool writeAtomically(const FileLocation& location, std::string_view bytes) override;
+
+    std::map<FileLocation, std::string> contents;
+    bool isFull = false;  ///< every write fails
+};
+
+/// Panels answered in advance: each call takes the next answer, and cancels when there is none.
+class SimulatedPanels final : public FilePanels {
+public:
+    std::optional<FileLocation> chooseSaveLocation(const SaveRequest& request) override;
+    std::optional<FileLocation> chooseFileToOpen(const OpenRequest& request) override;
+
+    std::vector<FileLocation> answers;
+    std::vector<SaveRequest> saveRequests;
+    std::vector<OpenRequest> openRequests;
+
+private:
+    std::optional<FileLocation> nextAnswer();
+};
+
+/// A whole computer in one value, in virtual time.
+struct SimulatedPlatform {
+    SimulatedMainQueue time;
+    SimulatedPreferences preferences;
+    SimulatedFiles files;
+    SimulatedPanels panels;
+    SimulatedAudioInput audio;
+    std::ostringstream log;
+
+    operator Platform() { return {time, time, preferences, files, panels, audio, log}; }
+};
+
+}  // namespace tessivo

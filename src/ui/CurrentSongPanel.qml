@@ -1,0 +1,125 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessivo.Display
+import Tessivo.Style
+
+/** The song being played, with the time left and its guests. */
+Rectangle {
+    id: panel
+
+    property songInfo song
+    property int songCount: 0
+    property string countdown: ""
+    property bool urgent: false
+
+    height: content.height + 36
+    radius: 10
+    color: Colors.pvRedDim
+    border.width: 1
+    border.color: Colors.pvRed
+
+    Column {
+        id: content
+
+        x: 18
+        y: 18
+        width: panel.width - 36
+        spacing: 10
+
+        Item {
+            width: parent.width
+            height: Math.max(place.height, timeLeft.height)
+
+            Row {
+                id: place
+
+                spacing: 14
+                anchors.verticalCenter: parent.verticalCenter
+
+                PVText {
+                    text: "● En cours — morceau " + panel.song.position + "/" + panel.songCount
+                    size: 11
+                    weight: Font.Bold
+                    color: Colors.pvRed
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+                PVText {
+                    visible: text !== ""
+                    text: panel.song.timecode
+                    size: 11
+                    digits: true
+                    color: Colors.pvAmber
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+            }
+            PVText {
+                id: timeLeft
+
+                text: panel.countdown
+                size: 18
+                weight: Font.Bold
+                digits: true
+                color: panel.urgent ? Colors.pvRed : Colors.pvPaperDim
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+            }
+        }
+
+        PVText {
+            width: parent.width
+            text: panel.song.title
+            size: 38
+            weight: Font.Bold
+            wrapMode: Text.Wrap
+        }
+
+        PVText {
+            visible: panel.song.guests.length === 0
+            text: "Pas de guest sur ce morceau"
+            size: Fonts.subheadline
+            color: Colors.pvPaperFaint
+        }
+
+        Flow {
+            visible: panel.song.guests.length > 0
+            width: parent.width
+            spacing: 28
+
+            Repeater {
+                model: panel.song.guests
+                delegate: Column {
+                    id: guest
+
+                    required property guestInfo modelData
+
+                    spacing: 4
+
+                    PVText {
+                        text: guest.modelData.name || "(sans nom)"
+                        size: 16
+                        weight: Font.DemiBold
+                        width: Math.min(implicitWidth, content.width)
+                        elide: Text.ElideRight
+                    }
+                    Row {
+                        spacing: 12
+
+                        Repeater {
+                            model: ["MIC " + guest.modelData.mic, "IEM " + guest.modelData.iem].concat(
+                                guest.modelData.volume === "" ? [] : ["VOL " + guest.modelData.volume])
+                            delegate: PVText {
+                                required property string modelData
+
+                                text: modelData
+                                size: 11
+                                weight: Font.DemiBold
+                                color: Colors.pvAmber
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "base/Signal.h"
+#include "model/AppState.h"
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace tessivo {
+
+/// The operator's desk: the application state as the shell reads it, which show is open, and the
+/// commands.
+class Desk final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    /// Empty when no show is active.
+    Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
+    Q_PROPERTY(QString activeShowName READ activeShowName NOTIFY activeShowChanged)
+    Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
+                   autoAdvanceEnabledChanged)
+
+public:
+    static Desk* create(QQmlEngine* engine, QJSEngine*);
+
+    explicit Desk(AppState& state);
+
+    QString activeShowId() const;
+    QString activeShowName() const;
+    bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
+    void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }
+
+    Q_INVOKABLE void saveCurrentShow() { state_.saveCurrentShow(); }
+    Q_INVOKABLE void saveCurrentShowAs() { state_.saveCurrentShowAs(); }
+    Q_INVOKABLE void openShow() { state_.openShow(); }
+    Q_INVOKABLE void goNext() { state_.goNext(); }
+    Q_INVOKABLE void goPrev() { state_.goPrev(); }
+    /// Chooses the active show for the stage display window.
+    Q_INVOKABLE void displayActiveShow() { state_.setActiveDisplayShowId(state_.activeShowId()); }
+    Q_INVOKABLE void checkForUpdateInformation() { state_.updater().checkForUpdateInformation(); }
+
+Q_SIGNALS:
+    void activeShowChanged();
+    void autoAdvanceEnabledChanged();
+
+private:
+    AppState& state_;
+    Subscription subscription_;
+};
+
+}  // namespace tessivo

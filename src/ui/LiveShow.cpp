@@ -1,0 +1,103 @@
+#include "ui/LiveShow.h"
+
+#include <QQmlEngine>
+
+#include <algorithm>
+#include <utility>
+
+#include "display/ApplicationState.h"
+#include "live/Countdown.h"
+#include "live/Setlist.h"
+
+namespace tessivo {
+
+LiveShow::LiveShow(QObject* parent) : QObject(parent) {}
+
+void LiveShow::componentComplete() {
+    state_ = &applicationState(*qmlEngine(this));
+    subscription_ = state_->didChange.subscribe([this](AppState::Field field) { update(field); });
+    updateContent();
+    updateCountdown();
+}
+
+void LiveShow::setShowId(const QString& showId) {
+    if (showId == showId_) {
+        return;
+    }
+    showId_ = showId;
+    Q_EMIT showIdChanged();
+    if (state_) {
+        updateContent();
+    }
+}
+
+void LiveShow::jumpToNext(int row) {
+    const auto& rows = next_.rows();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) {
+        return;
+    }
+    // By identity, as the setlist may have changed since the row was drawn.
+    const std::vector<Song>& songs = show().songs;
+    const auto found = std::find_if(songs.begin(), songs.end(), [&](const Song& song) {
+        return song.id == rows[static_cast<std::size_t>(row)].id;
+    });
+    state_->jumpTo(found == songs.end() ? 0 : found - songs.begin());
+}
+
+void LiveShow::update(AppState::Field field) {
+    switch (field) {
+        case AppState::Field::shows:
+        case AppState::Field::activeShowId:
+        case AppState::Field::activeSongIndex:
+            updateContent();
+            updateCountdown();
+            break;
+        case AppState::Field::currentSongStartedAt:
+        case AppState::Field::nowTick:
+            updateCountdown();
+            break;
+        default:
+            break;
+    }
+}
+
+void LiveShow::updateContent() {
+    const Show& shown = show();
+    const std::int64_t index = state_->activeSongIndex();
+    past_.present(shown, pastSongs(shown, index));
+    next_.present(shown, nextSongs(shown, index, nextSongsOnLiveScreen));
+
+    Content content;
+    content.finished = isFinished(shown, index);
+    content.position = static_cast<int>(shownPosition(shown, index));
+    content.songCount = static_cast<int>(shown.songs.size());
+    content.songsWithTimecode =
+        static_cast<int>(std::count_if(shown.songs.begin(), shown.songs.end(),
+                                       [](const Song& song) { return song.ltcTimecode.has_value(); }));
+    if (const Song* song = songAt(&shown, index)) {
+        content.current.emplace(*song, content.position);
+    }
+    if (content != content_) {
+        content_ = std::move(content);
+        Q_EMIT contentChanged();
+    }
+}
+
+void LiveShow::updateCountdown() {
+    const auto seconds = state_->currentSongRemainingSeconds();
+    const QString countdown = seconds ? toQString(minutesAndSeconds(*seconds)) : QString();
+    const bool urgent = isUrgent(seconds);
+    if (countdown != countdown_ || urgent != urgent_) {
+        countdown_ = countdown;
+        urgent_ = urgent;
+        Q_EMIT countdownChanged();
+    }
+}
+
+const Show& LiveShow::show() const {
+    static const Show placeholder;
+    const Show* found = state_->showWithId(Uuid::fromText(showId_.toStdString()));
+    return found ? *found : placeholder;
+}
+
+}  // namespace tessivo

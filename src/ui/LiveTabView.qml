@@ -1,0 +1,173 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessivo.Display
+import Tessivo.Style
+import Tessivo.Ui
+
+/** What the operator watches during the performance. */
+Rectangle {
+    id: screen
+
+    required property string showId
+
+    readonly property int margin: 16
+
+    color: Colors.pvBlack
+
+    LiveShow {
+        id: live
+        showId: screen.showId
+    }
+
+    KeyCaptureView {
+        onSpace: Desk.goNext()
+        onLeftArrow: Desk.goPrev()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Flickable {
+            id: scroll
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            contentWidth: width
+            contentHeight: songs.height + 2 * screen.margin
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+
+            ScrollBar.vertical: ScrollBar {}
+
+            Connections {
+                target: live
+                function onContentChanged() {
+                    scroll.contentY = 0;
+                }
+            }
+
+            Column {
+                id: songs
+
+                x: screen.margin
+                y: screen.margin
+                width: scroll.width - 2 * screen.margin
+                spacing: 14
+
+                Column {
+                    width: parent.width
+                    spacing: 4
+                    visible: pastSongs.count > 0
+
+                    PVText {
+                        text: "Précédent"
+                        size: Fonts.smallCaption
+                        color: Colors.pvPaperFaint
+                    }
+                    Repeater {
+                        id: pastSongs
+
+                        model: live.past
+                        delegate: PVText {
+                            required property songInfo song
+
+                            width: songs.width
+                            text: song.title
+                            size: 16
+                            weight: Font.Medium
+                            color: Colors.pvPaperDim
+                            elide: Text.ElideRight
+                        }
+                    }
+                }
+
+                CurrentSongPanel {
+                    width: parent.width
+                    visible: live.hasCurrent
+                    song: live.current
+                    songCount: live.songCount
+                    countdown: live.countdown
+                    urgent: live.urgent
+                }
+
+                Column {
+                    visible: live.finished
+                    spacing: 8
+                    topPadding: 16
+                    bottomPadding: 16
+
+                    PVText {
+                        text: "● Show terminé"
+                        size: 11
+                        weight: Font.Bold
+                        color: Colors.pvRed
+                    }
+                    PVText {
+                        text: "Fin de la setlist"
+                        size: 32
+                        weight: Font.Bold
+                    }
+                }
+
+                Column {
+                    width: parent.width
+                    spacing: 8
+                    visible: nextSongs.count > 0
+
+                    PVText {
+                        text: "À suivre"
+                        size: Fonts.smallCaption
+                        color: Colors.pvPaperFaint
+                    }
+                    Repeater {
+                        id: nextSongs
+
+                        model: live.next
+                        delegate: NextSongButton {
+                            width: songs.width
+                            announced: index === 0 && live.urgent
+                            onClicked: live.jumpToNext(index)
+                        }
+                    }
+                }
+            }
+        }
+
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.leftMargin: screen.margin
+            Layout.rightMargin: screen.margin
+            Layout.topMargin: 8
+            Layout.bottomMargin: 8
+
+            PVText {
+                text: live.position + " / " + live.songCount
+                size: 13
+                weight: Font.DemiBold
+                color: Colors.pvPaperDim
+                Layout.fillWidth: true
+            }
+            PVText {
+                text: "Espace = suivant   ·   ← = précédent"
+                size: Fonts.caption
+                color: Colors.pvPaperFaint
+            }
+        }
+
+        Rectangle {
+            color: Colors.pvLine
+            implicitHeight: 1
+            Layout.fillWidth: true
+        }
+
+        LtcPanel {
+            songsWithTimecode: live.songsWithTimecode
+            Layout.fillWidth: true
+            Layout.margins: 12
+        }
+    }
+}

@@ -1,0 +1,144 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessivo.Display
+import Tessivo.Style
+import Tessivo.Ui
+
+/** The main window: the live screen of the active show, and the way to its stage display. */
+ApplicationWindow {
+    id: window
+
+    /** False when another running program holds the shows of this computer. */
+    property bool keepsShows: true
+
+    title: Desk.activeShowId === "" ? "Tessivo" : Desk.activeShowName + " — Tessivo"
+    width: 1180
+    height: 820
+    minimumWidth: 720
+    minimumHeight: 480
+    visible: true
+    color: Colors.pvBlack
+
+    palette {
+        window: Colors.pvBlack2
+        windowText: Colors.pvPaper
+        base: Colors.pvBlack2
+        text: Colors.pvPaper
+        button: Colors.pvBlack3
+        buttonText: Colors.pvPaper
+        mid: Colors.pvLine
+        dark: Colors.pvPaper
+        light: Colors.pvLine
+        highlight: Colors.pvRedDim
+        highlightedText: Colors.pvPaper
+    }
+
+    menuBar: MenuBar {
+        id: bar
+
+        background: Rectangle {
+            color: Colors.pvBlack2
+        }
+        delegate: MenuBarItem {
+            id: barItem
+
+            padding: 8
+            Accessible.name: barItem.text
+            contentItem: PVText {
+                text: barItem.text
+                size: 13
+                Accessible.ignored: true
+            }
+            background: Rectangle {
+                color: barItem.highlighted ? Colors.pvLine : "transparent"
+            }
+        }
+
+        FileMenu {}
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle {
+            visible: !window.keepsShows
+            color: Colors.pvRedDim
+            Layout.fillWidth: true
+            implicitHeight: notice.height + 16
+
+            PVText {
+                id: notice
+
+                anchors.centerIn: parent
+                width: parent.width - 32
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                size: 13
+                weight: Font.DemiBold
+                text: "Tessivo est déjà ouvert sur cet ordinateur : les modifications faites ici ne seront pas conservées."
+            }
+        }
+
+        RowLayout {
+            visible: Desk.activeShowId !== ""
+            spacing: 12
+            Layout.fillWidth: true
+            Layout.margins: 16
+            Layout.bottomMargin: 0
+
+            PVText {
+                text: Desk.activeShowName
+                size: 18
+                weight: Font.Bold
+                elide: Text.ElideRight
+                Layout.fillWidth: true
+            }
+            PVButton {
+                text: "Ouvrir l'affichage"
+                glyph: Icons.screen
+                onClicked: {
+                    Desk.displayActiveShow();
+                    displayWindow.active = true;
+                    (displayWindow.item as DisplayWindow).present();
+                }
+            }
+        }
+
+        Loader {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            sourceComponent: Desk.activeShowId === "" ? noShow : liveTab
+        }
+    }
+
+    Component {
+        id: noShow
+
+        NoShowView {}
+    }
+
+    Component {
+        id: liveTab
+
+        LiveTabView {
+            showId: Desk.activeShowId
+        }
+    }
+
+    Loader {
+        id: displayWindow
+
+        active: false
+        sourceComponent: DisplayWindow {}
+    }
+
+    FullScreenShortcut {
+        target: window
+    }
+
+    // Closing the operator's window ends the program, whatever the stage window does.
+    onClosing: Qt.quit()
+    Component.onCompleted: Desk.checkForUpdateInformation()
+}

@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tessivo.Style
+
+/** A labelled switch. Reached with Tab, toggled with Return or a click. */
+T.Switch {
+    id: control
+
+    focusPolicy: Qt.TabFocus
+    implicitWidth: label.implicitWidth + 8 + indicator.width
+    implicitHeight: Math.max(label.implicitHeight, indicator.height)
+    hoverEnabled: true
+
+    Accessible.name: control.text
+    Keys.onReturnPressed: flip()
+    Keys.onEnterPressed: flip()
+
+    function flip() {
+        toggle();
+        toggled();
+    }
+
+    contentItem: Item {
+        PVText {
+            id: label
+
+            text: control.text
+            size: Fonts.caption
+            color: Colors.pvPaperDim
+            anchors.verticalCenter: parent.verticalCenter
+            Accessible.ignored: true
+        }
+    }
+
+    indicator: Rectangle {
+        x: control.width - width
+        anchors.verticalCenter: control.verticalCenter
+        width: 34
+        height: 18
+        radius: 9
+        color: control.checked ? Colors.pvRed : Colors.pvBlack3
+        border.width: 1
+        border.color: control.visualFocus ? Colors.pvAmber : control.checked ? Colors.pvRed : Colors.pvLine
+
+        Rectangle {
+            x: control.checked ? parent.width - width - 2 : 2
+            y: 2
+            width: 14
+            height: 14
+            radius: 7
+            color: control.checked ? Colors.pvPaper : Colors.pvPaperDim
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: 100
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,71 @@
+#include "live/Setlist.h"
+#include "support/Shows.h"
+
+#include <doctest/doctest.h>
+
+#include <string>
+
+using namespace tessivo;
+
+namespace {
+
+std::string numbers(std::span<const Song> songs) {
+    std::string text;
+    for (const Song& song : songs) {
+        text += song.title.substr(song.title.rfind(' '));
+    }
+    return text;
+}
+
+}  // namespace
+
+TEST_CASE("the screens show two past songs, the coming ones and the place in the setlist") {
+    struct Row {
+        std::size_t count;
+        std::int64_t index;
+        const char* past;
+        const char* next;
+        bool finished;
+        std::int64_t position;
+    };
+    const Row rows[] = {
+        {10, 0, "", " 2 3 4 5", false, 1},
+        {10, 1, " 1", " 3 4 5 6", false, 2},
+        {10, 7, " 6 7", " 9 10", false, 8},
+        {10, 9, " 8 9", "", false, 10},
+        {10, 10, " 9 10", "", true, 10},
+        {10, 11, "", "", true, 10},
+        {10, INT64_MAX, "", "", true, 10},
+        {10, -1, "", " 1 2 3 4", false, 0},
+        {10, INT64_MIN, "", " 1 2 3 4", false, 0},
+        {1, 0, "", "", false, 1},
+        {0, 0, "", "", true, 0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.count);
+        CAPTURE(row.index);
+        const Show show = showWithSongs(row.count);
+        CHECK(numbers(pastSongs(show, row.index)) == row.past);
+        CHECK(numbers(nextSongs(show, row.index, nextSongsOnLiveScreen)) == row.next);
+        CHECK(isFinished(show, row.index) == row.finished);
+        CHECK(shownPosition(show, row.index) == row.position);
+    }
+    CHECK(numbers(nextSongs(showWithSongs(8), 1)) == " 3 4 5 6 7 8");
+}
+
+TEST_CASE("a guest's line leaves out an empty volume and names the nameless") {
+    Guest guest{Uuid(), "Chœurs", "HF 2", "Mix 3", "-3"};
+    CHECK(guestLine(guest, "(sans nom)") == "Chœurs — HF 2 · Mix 3 · vol -3");
+    guest.volume = "";
+    CHECK(guestLine(guest, "(sans nom)") == "Chœurs — HF 2 · Mix 3");
+    guest = {Uuid(), "", "HF 1", "", std::nullopt};
+    CHECK(guestLine(guest, "(sans nom)") == "(sans nom) — HF 1 · ");
+    CHECK(guestLine(guest, "—") == "— — HF 1 · ");
+}
+
+TEST_CASE("lengths read minutes and seconds") {
+    CHECK(minutesAndSeconds(0) == "0:00");
+    CHECK(minutesAndSeconds(59) == "0:59");
+    CHECK(minutesAndSeconds(605) == "10:05");
+    CHECK(minutesAndSeconds(INT64_MAX) == "153722867280912930:07");
+}

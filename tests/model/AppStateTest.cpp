@@ -1,0 +1,193 @@
+#include "model/AppState.h"
+#include "model/ShowJson.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Shows.h"
+
+#include <doctest/doctest.h>
+
+using namespace tessivo;
+
+namespace {
+
+std::string& storedRecord(SimulatedPlatform& computer) {
+    return computer.preferences.values[std::string(AppState::storageKey)];
+}
+
+Show namedShow(const char* name) {
+    Show show = showWithSongs(2);
+    show.name = name;
+    return show;
+}
+
+}  // namespace
+
+TEST_CASE("a first start has no shows, and stores nothing by itself") {
+    SimulatedPlatform computer;
+    const AppState state(computer);
+    CHECK(state.shows().empty());
+    CHECK_FALSE(state.activeShowId().has_value());
+    CHECK(state.activeSongIndex() == 0);
+    CHECK(computer.preferences.writes == 0);
+}
+
+TEST_CASE("a restart gives back the shows and the cursor, but opens no show") {
+    SimulatedPlatform computer;
+    std::vector<Show> shows;
+    {
+        AppState state(computer);
+        state.importShow(namedShow("Un"));
+        state.importShow(namedShow("Deux"));
+        state.goNext();
+        shows = state.shows();
+    }
+    const AppState state(computer);
+    CHECK(state.shows() == shows);
+    CHECK(state.activeSongIndex() == 1);
+    CHECK_FALSE(state.activeShowId().has_value());
+}
+
+TEST_CASE("a record that can't be read starts empty and is kept before it is replaced") {
+    for (const char* bytes : {"", "{", R"({"shows":[]})", "\xFF\xFE"}) {
+        CAPTURE(bytes);
+        SimulatedPlatform computer;
+        storedRecord(computer) = bytes;
+        AppState state(computer);
+        CHECK(state.shows().empty());
+        CHECK(storedRecord(computer) == bytes);
+
+        computer.preferences.refusesToSetAside = true;
+        state.importShow(namedShow("Un"));
+        CHECK(storedRecord(computer) == bytes);
+
+        computer.preferences.refusesToSetAside = false;
+        state.goNext();
+        state.goPrev();
+        REQUIRE(computer.preferences.valuesSetAside.size() == 1);
+        CHECK(computer.preferences.valuesSetAside.front() == bytes);
+        CHECK(decodePersistedData(storedRecord(computer))->shows == state.shows());
+    }
+}
+
+TEST_CASE("an imported show goes last and becomes active, also when its id is known already") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(namedShow("Un"));
+    state.goNext();
+    Show twin = state.shows().front();
+    twin.name = "Jumeau";
+    state.importShow(twin);
+    CHECK(state.shows().size() == 2);
+    CHECK(state.activeShow()->name == "Un");
+    CHECK(state.activeSongIndex() == 0);
+}
+
+TEST_CASE("save asks once for a place, then writes there without asking") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.empty());
+
+    state.importShow(namedShow("Olympia"));
+    state.saveCurrentShow();  // cancelled
+    CHECK(computer.files.contents.empty());
+
+    computer.panels.answers = {"/a.tessivo"};
+    state.saveCurrentShow();
+    REQUIRE(computer.panels.saveRequests.size() == 2);
+    CHECK(computer.panels.saveRequests.back().title == "Enregistrer le show");
+    CHECK(computer.panels.saveRequests.back().proposedName == "Olympia.tessivo");
+    CHECK(decodeShow(computer.files.contents["/a.tessivo"]) == *state.activeShow());
+
+    computer.files.contents.clear();
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.size() == 2);
+    CHECK(computer.files.contents.contains("/a.tessivo"));
+
+    // The place is remembered even when the write failed: the next save tries it again.
+    computer.files.isFull = true;
+    computer.panels.answers = {"/b.tessivo"};
+    state.saveCurrentShowAs();
+    CHECK_FALSE(computer.files.contents.contains("/b.tessivo"));
+    computer.files.isFull = false;
+    state.saveCurrentShow();
+    CHECK(computer.files.contents.contains("/b.tessivo"));
+}
+
+TEST_CASE("opening a file replaces the show with its id in place, or appends it") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    for (const char* name : {"Un", "Deux", "Trois"}) {
+        state.importShow(namedShow(name));
+    }
+    state.goNext();
+    Show second = state.shows()[1];
+    second.name = "Deux bis";
+    const Show fourth = namedShow("Quatre");
+    computer.files.contents = {{"/2.tessivo", encodeJson(second)},
+                               {"/4.tessivo", encodeJson(fourth)}};
+
+    computer.panels.answers = {"/2.tessivo"};
+    state.openShow();
+    CHECK(computer.panels.openRequests.front().title == "Ouvrir un show");
+    REQUIRE(state.shows().size() == 3);
+    CHECK(state.shows()[1] == second);
+    CHECK(state.activeShowId() == second.id);
+    CHECK(state.activeSongIndex() == 0);
+    CHECK(decodePersistedData(storedRecord(computer))->activeShowId == second.id);
+
+    computer.panels.answers = {"/4.tessivo"};
+    state.openShow();
+    REQUIRE(state.shows().size() == 4);
+    CHECK(state.shows()[3] == fourth);
+
+    // Saving goes back to the file it came from.
+    computer.files.contents.clear();
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.empty());
+    CHECK(decodeShow(computer.files.contents["/4.tessivo"]) == fourth);
+}
+
+TEST_CASE("a file that is no show changes nothing") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(namedShow("Un"));
+    state.goNext();
+    const std::vector<Show> before = state.shows();
+    const int writes = computer.preferences.writes;
+    const std::string whole = encodeJson(before.front());
+    computer.files.contents = {
+        {"empty", ""},
+        {"truncated", whole.substr(0, whole.size() - 1)},
+        {"without songs",
+         R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","name":"","mics":[],"iems":[]})"},
+        {"not UTF-8", whole.substr(0, whole.find("Un")) + "\xC3" + whole.substr(whole.find("Un"))},
+        {"nested", std::string(1'000'000, '[')},
+        {"huge", std::string((32U << 20U) + 1, ' ') + whole},
+    };
+    for (const auto& [location, bytes] : computer.files.contents) {
+        CAPTURE(location);
+        computer.panels.answers = {location};
+        state.openShow();
+        CHECK(state.shows() == before);
+        CHECK(state.activeSongIndex() == 1);
+        CHECK(computer.preferences.writes == writes);
+    }
+    computer.panels.answers = {"missing"};
+    state.openShow();
+    state.openShow();  // cancelled
+    CHECK(state.shows() == before);
+}
+
+TEST_CASE("a check for updates without a feed finds none") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    bool told = false;
+    const auto subscription = state.didChange.subscribe(
+        [&](AppState::Field field) { told |= field == AppState::Field::latestUpdateVersion; });
+    state.updater().checkForUpdateInformation();
+    CHECK_FALSE(told);
+    computer.time.drain();
+    CHECK(told);
+    CHECK_FALSE(state.updateAvailable());
+    CHECK_FALSE(state.latestUpdateVersion().has_value());
+}

@@ -1,0 +1,177 @@
+// Photographs every screen in its states: `gallery FOLDER` writes one PNG each, for eyes to judge.
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <cstdio>
+#include <string>
+
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
+
+using namespace tessivo;
+
+namespace {
+
+Guest guest(const char* name, const char* mic, const char* iem,
+            std::optional<std::string> volume = std::nullopt) {
+    return {Uuid::random(), name, mic, iem, std::move(volume)};
+}
+
+Song song(const char* title, int duration, const char* timecode, std::vector<Guest> guests) {
+    Song made;
+    made.title = title;
+    made.duration = duration;
+    made.ltcTimecode = timecode;
+    made.guests = std::move(guests);
+    return made;
+}
+
+Show typicalShow() {
+    Show show;
+    show.name = "Festival des Quais — vendredi";
+    show.songs = {
+        song("Ouverture", 95, "10:00:00:00", {}),
+        song("Les lumières du port", 214, "10:02:00:00", {guest("Inès Caradec", "HF 1", "Mix 1")}),
+        song("Nuit blanche", 187, "10:06:00:00",
+             {guest("Inès Caradec", "HF 1", "Mix 1"), guest("Malik Ferrand", "HF 2", "Mix 2", "-3 dB")}),
+        song("Carrousel", 240, "10:10:00:00",
+             {guest("Chœur d'Arvel", "Chœur G", "Générique"), guest("", "HF 3", "Perso")}),
+        song("Le train de 5 h 12", 201, "10:15:00:00", {guest("Basile Ndour", "HF 3", "Mix 3", "clic fort")}),
+        song("À contre-jour", 233, "10:19:00:00", {guest("Soline Vasquez", "HF 2", "Mix 2")}),
+        song("Silence radio", 178, "10:24:00:00", {}),
+        song("La grande traversée", 305, "10:28:00:00",
+             {guest("Inès Caradec", "HF 1", "Mix 1"), guest("Noé Castellane", "HF 4", "Perso", "sans réverbe")}),
+    };
+    return show;
+}
+
+/// A hundred songs of ten guests each, with the longest names.
+Show crowdedShow() {
+    Show show;
+    show.name = "Le très grand concert de fin d'année de l'orchestre symphonique et de ses invités";
+    for (int i = 0; i < 100; ++i) {
+        Song& added = show.songs.emplace_back(
+            song("Symphonie interminable en ut mineur pour voix, chœurs et machines, mouvement", 3605, "10:00:00:00", {}));
+        added.title += " " + std::to_string(i + 1);
+        for (int g = 0; g < 10; ++g) {
+            added.guests.push_back(guest(g == 3 ? "Maximilienne-Apolline de La Rochefoucauld-Montbazon" : "Inès Caradec",
+                                         "HF 12 (secours)", "Mix 12 stéréo", g % 2 ? std::optional("-12 dB") : std::nullopt));
+        }
+    }
+    return show;
+}
+
+class Gallery {
+public:
+    explicit Gallery(const QString& folder) : folder_(folder), state_(computer_) {
+        QDir().mkpath(folder);
+        engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        setApplicationState(engine_, state_);
+        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
+        QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
+        stage_ = qobject_cast<QQuickWindow*>(component.create());
+        stage_->show();
+    }
+
+    bool takeAll() {
+        takeStageStates();
+        takeLiveStates();
+        return complete_;
+    }
+
+private:
+    void takeStageStates() {
+        take(*stage_, "stage-waiting", {900, 560});
+        Show empty;
+        empty.name = "Répétition du jeudi";
+        present(empty, 0);
+        take(*stage_, "stage-empty-setlist", {900, 560});
+        present(typicalShow(), 0);
+        take(*stage_, "stage-first-song", {900, 560});
+        state_.jumpTo(2);
+        computer_.time.advance(42.0);
+        take(*stage_, "stage-typical", {900, 560});
+        take(*stage_, "stage-full-hd", {1920, 1080});
+        take(*stage_, "stage-4k", {3840, 2160});
+        computer_.time.advance(138.0);
+        settle();
+        take(*stage_, "stage-urgent", {900, 560});
+        state_.jumpTo(7);
+        take(*stage_, "stage-last-song", {900, 560});
+        state_.goNext();
+        take(*stage_, "stage-finished", {900, 560});
+        present(crowdedShow(), 42);
+        take(*stage_, "stage-crowded", {1280, 800});
+        take(*stage_, "stage-crowded-narrow", {900, 560});
+    }
+
+    void takeLiveStates() {
+        state_.setActiveShowId(std::nullopt);
+        take(*main_, "live-no-show", {1180, 820});
+        present(typicalShow(), 0);
+        take(*main_, "live-first-song", {1180, 820});
+        state_.jumpTo(2);
+        computer_.time.advance(42.0);
+        computer_.audio.devices = {{1, "Interface 2×2 USB", 2, 48000.0}};
+        LtcManager& timecode = state_.ltcManager();
+        timecode.setAvailableInputDevices(timecode.fetchInputDevices());
+        timecode.startCapturing();
+        take(*main_, "live-typical", {1180, 820});
+        take(*main_, "live-narrow", {720, 480});
+        computer_.time.advance(138.0);
+        settle();
+        take(*main_, "live-announced", {1180, 820});
+        state_.jumpTo(8);
+        take(*main_, "live-finished", {1180, 820});
+        present(crowdedShow(), 42);
+        take(*main_, "live-crowded", {1180, 820});
+        take(*main_, "live-crowded-narrow", {720, 480});
+    }
+
+    void present(Show show, std::int64_t index) {
+        state_.importShow(std::move(show));
+        state_.setActiveDisplayShowId(state_.activeShowId());
+        state_.jumpTo(index);
+    }
+
+    /// Lets animations end.
+    static void settle() { QTest::qWait(500); }
+
+    void take(QQuickWindow& window, const char* name, QSize size) {
+        window.resize(size);
+        QTest::qWait(60);
+        const QString path = folder_ + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+        if (!window.grabWindow().save(path)) {
+            std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(path));
+            complete_ = false;
+        }
+    }
+
+    QString folder_;
+    SimulatedPlatform computer_;
+    AppState state_;
+    QQmlApplicationEngine engine_;
+    QQuickWindow* main_ = nullptr;
+    QQuickWindow* stage_ = nullptr;
+    bool complete_ = true;
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QGuiApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral("Beta 0.70"));
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: gallery FOLDER\n");
+        return 2;
+    }
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    return Gallery(QString::fromLocal8Bit(argv[1])).takeAll() ? 0 : 1;
+}
