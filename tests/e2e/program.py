@@ -9,21 +9,21 @@ import processes
 
 
 class Program:
-    """Started on a stage whose screen is blank; ready once it has drawn something."""
+    """Started on a stage with an empty screen; ready once it has drawn something."""
 
     def __init__(self, stage, executable, environment=None):
         self._lines = []
         self._arrival = threading.Condition()
         own = {**stage.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                "QT_QUICK_BACKEND": "software", **(environment or {})}
-        blank = stage.screen_bytes()
+        processes.wait_until(stage.is_blank, "the windows of an earlier run to go")
         begin = time.monotonic()
         self._process = processes.start([str(executable)], stage.log("program"), own,
                                         stdout=subprocess.PIPE, text=True, encoding="utf-8",
                                         errors="replace")
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
-        processes.wait_until(lambda: self._drew(stage, blank), "the first drawn frame", 60, 0.001)
+        processes.wait_until(lambda: self._drew(stage), "the first drawn frame", 60, 0.001)
         #: From the start of the process to the first pixel on the screen.
         self.first_frame_seconds = time.monotonic() - begin
 
@@ -68,11 +68,11 @@ class Program:
         self._process.kill()
         return self.stop()
 
-    def _drew(self, stage, blank):
+    def _drew(self, stage):
         status = self._process.poll()
         if status is not None:
             raise AssertionError(f"the program ended with status {status} before drawing anything")
-        return stage.screen_bytes() != blank
+        return not stage.is_blank()
 
     def _read(self):
         for line in self._process.stdout:

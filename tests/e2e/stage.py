@@ -25,6 +25,7 @@ class Stage:
         self.folder = Path(tempfile.mkdtemp(prefix="tessivo-e2e-"))
         self.environment = self._scratch_environment()
         self._screen_file = None
+        self._processes = []
 
     def __enter__(self):
         processes.adopt_orphans()
@@ -42,6 +43,7 @@ class Stage:
 
     def close(self):
         processes.stop_all_children()
+        self._processes.clear()
         if self._screen_file:
             self._screen_file.close()
             self._screen_file = None
@@ -49,7 +51,9 @@ class Stage:
 
     def start(self, name, command, **options):
         """Starts a process of the stage; its output goes to the log `name`."""
-        return processes.start(command, self.log(name), self.environment, **options)
+        process = processes.start(command, self.log(name), self.environment, **options)
+        self._processes.append(process)
+        return process
 
     def run(self, *command):
         """Runs a command on the stage to its end and returns what it printed; a failure raises."""
@@ -75,6 +79,10 @@ class Stage:
         """The colour (red, green, blue) on the screen at x, y."""
         blue, green, red, _ = self.screen_bytes(x, y, 1)
         return red, green, blue
+
+    def is_blank(self):
+        """Whether nothing is on the screen: the bare root window is black."""
+        return not self.screen_bytes().strip(b"\0")
 
     def screen_bytes(self, x=0, y=0, pixels=None):
         """Raw pixels, four bytes each (blue, green, red, unused), from x, y on, row after row."""
@@ -107,7 +115,7 @@ class Stage:
         """Xvfb keeps its pixels in a file, so a test reads them without asking anyone."""
         reading, writing = os.pipe()
         self.start("Xvfb", ["Xvfb", "-displayfd", str(writing), "-nolisten", "tcp", "-noreset",
-                            "-screen", "0", f"{self.width}x{self.height}x24",
+                            "-nocursor", "-screen", "0", f"{self.width}x{self.height}x24",
                             "-fbdir", str(self.folder)], pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as answer:
