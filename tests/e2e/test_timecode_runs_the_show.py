@@ -97,11 +97,11 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.picture(MAIN, "5-finished")
         self.picture(STAGE, "5-finished-stage")
         # However long a key is held, it is one press: a hand that rests on it loses no song.
-        self.screen.hold_key("Left", 2.0)
+        self.screen.hold_key("Left", 3.0)
         self.expect_current(2)
         self.screen.key("Left")
         self.expect_current(1)
-        self.screen.hold_key("space", 2.0)
+        self.screen.hold_key("space", 3.0)
         self.expect_current(2)
 
     def survive_a_kill(self):
