@@ -1,0 +1,85 @@
+"""The built program under test, with its output and its use of the machine."""
+
+import os
+import subprocess
+import threading
+import time
+
+import processes
+
+
+class Program:
+    """Started on a stage with an empty screen; ready once it has drawn something."""
+
+    def __init__(self, stage, executable, environment=None):
+        self._lines = []
+        self._arrival = threading.Condition()
+        own = {**stage.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+               "QT_QUICK_BACKEND": "software", **(environment or {})}
+        processes.wait_until(stage.is_blank, "the windows of an earlier run to go")
+        begin = time.monotonic()
+        self._process = processes.start([str(executable)], stage.log("program"), own,
+                                        stdout=subprocess.PIPE, text=True, encoding="utf-8",
+                                        errors="replace")
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
+        processes.wait_until(lambda: self._drew(stage), "the first drawn frame", 60, 0.001)
+        #: From the start of the process to the first pixel on the screen.
+        self.first_frame_seconds = time.monotonic() - begin
+
+    @property
+    def pid(self):
+        return self._process.pid
+
+    def lines(self):
+        """What it has written to standard output so far."""
+        with self._arrival:
+            return list(self._lines)
+
+    def wait_for_line(self, line, seconds=60.0):
+        """Waits until it has written exactly this line."""
+        with self._arrival:
+            if not self._arrival.wait_for(lambda: line in self._lines, seconds):
+                raise AssertionError(f"no line {line!r} in {self._lines}")
+
+    def resident_bytes(self):
+        return int(self._proc("statm").split()[1]) * os.sysconf("SC_PAGE_SIZE")
+
+    def cpu_seconds(self):
+        """User and system time of all its threads since its start."""
+        fields = self._proc("stat").rpartition(")")[2].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def threads(self):
+        return len(os.listdir(f"/proc/{self.pid}/task"))
+
+    def descriptors(self):
+        return len(os.listdir(f"/proc/{self.pid}/fd"))
+
+    def stop(self):
+        """Asks it to end and returns its exit status (negative: the signal that ended it)."""
+        processes.stop(self._process)
+        self._reader.join(10)
+        self._process.stdout.close()
+        return self._process.returncode
+
+    def kill(self):
+        """Ends it as a power cut would."""
+        self._process.kill()
+        return self.stop()
+
+    def _drew(self, stage):
+        status = self._process.poll()
+        if status is not None:
+            raise AssertionError(f"the program ended with status {status} before drawing anything")
+        return not stage.is_blank()
+
+    def _read(self):
+        for line in self._process.stdout:
+            with self._arrival:
+                self._lines.append(line.rstrip("\n"))
+                self._arrival.notify_all()
+
+    def _proc(self, name):
+        with open(f"/proc/{self.pid}/{name}", encoding="utf-8", errors="replace") as file:
+            return file.read()

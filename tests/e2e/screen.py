@@ -1,0 +1,193 @@
+"""What the program shows, read and used through the accessibility bus as an assistive tool would.
+
+Only what a person could see now is found: hidden controls and windows are passed over. Presses go
+through the mouse and the keyboard of the X server, so a control that is covered or takes no clicks
+fails here as it would in front of a person. There is no window manager: windows open at the top
+left corner, without a frame, and the tests put them where they want them.
+"""
+
+import re
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+import processes  # noqa: E402
+
+
+class Element:
+    """A control, text or window as the accessibility bus knows it.
+
+    Everything is asked anew at each use. An element that the program has removed raises GLib.Error.
+    """
+
+    def __init__(self, screen, accessible):
+        self.screen = screen
+        self._accessible = accessible
+
+    def __repr__(self):
+        return f"{self.role} {self.name!r}"
+
+    @property
+    def role(self):
+        return self._accessible.get_role_name()
+
+    @property
+    def name(self):
+        return self._accessible.get_name()
+
+    @property
+    def text(self):
+        """What is typed in a field, or what a label says."""
+        if "Text" in self._accessible.get_interfaces():
+            return Atspi.Text.get_text(self._accessible, 0, -1)
+        return self.name
+
+    @property
+    def value(self):
+        """The figure of a meter or slider."""
+        return Atspi.Value.get_current_value(self._accessible)
+
+    def states(self):
+        """Names as in "showing", "checked", "focused", "enabled"."""
+        return {state.value_nick for state in self._accessible.get_state_set().get_states()}
+
+    def extents(self):
+        """x, y, width and height on the screen."""
+        box = Atspi.Component.get_extents(self._accessible, Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
+    def centre(self):
+        x, y, width, height = self.extents()
+        return x + width // 2, y + height // 2
+
+    def actions(self):
+        if "Action" not in self._accessible.get_interfaces():
+            return []
+        count = Atspi.Action.get_n_actions(self._accessible)
+        return [Atspi.Action.get_action_name(self._accessible, index) for index in range(count)]
+
+    def click(self):
+        """Presses the mouse in the middle of the element."""
+        self.screen.mouse(*self.centre())
+
+    def press(self):
+        """Does what a screen reader does to press the element."""
+        index = self.actions().index("Press")
+        if not Atspi.Action.do_action(self._accessible, index):
+            raise AssertionError(f"{self} did not take the press")
+
+    def children(self):
+        count = self._accessible.get_child_count()
+        found = (self._accessible.get_child_at_index(index) for index in range(count))
+        return [Element(self.screen, accessible) for accessible in found if accessible]
+
+    def descendants(self):
+        """Everything below that shows, in reading order."""
+        for child in self.children():
+            try:
+                # Applications have no state of their own while they start.
+                if child.role != "application" and "showing" not in child.states():
+                    continue
+                yield child
+            except GLib.Error:  # removed meanwhile
+                continue
+            yield from child.descendants()
+
+    def find(self, role=None, name=None, seconds=30.0):
+        """Waits for the first descendant with that role name and that name (text or pattern)."""
+        wanted = " ".join(str(part) for part in (role, name) if part is not None)
+        return processes.wait_until(lambda: self.look(role, name), f"{wanted} in {self}", seconds)
+
+    def look(self, role=None, name=None):
+        """The first such descendant at this moment, or None."""
+        try:
+            return next((element for element in self.descendants()
+                         if _matches(element, role, name)), None)
+        except GLib.Error:  # the program was changing its tree: as good as not there yet
+            return None
+
+    def wait_gone(self, role=None, name=None, seconds=30.0):
+        processes.wait_until(lambda: self.look(role, name) is None, f"{name} to go", seconds)
+
+    def tree(self, depth=0):
+        """The tree as text, for the reader of a failed run."""
+        lines = [f"{'  ' * depth}{self} {self.extents()} {' '.join(sorted(self.states()))}"]
+        for child in self.children():
+            lines += child.tree(depth + 1)
+        return lines
+
+
+class Screen(Element):
+    """The whole desktop of a stage; finds elements of any window."""
+
+    def __init__(self, stage):
+        desktop = Atspi.get_desktop(0)
+        # The library learns of changes through a main loop, which a test doesn't run.
+        desktop.set_cache_mask(Atspi.Cache.NONE)
+        super().__init__(self, desktop)
+        self.stage = stage
+
+    def window(self, title):
+        """A window or dialog by its whole title."""
+        return self.find(re.compile("frame|dialog|alert|window"), title)
+
+    def mouse(self, x, y, button=1):
+        self.stage.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+    def move_window(self, title, x, y):
+        """Puts a window elsewhere, with its top left corner at x, y."""
+        self.stage.run("xdotool", "windowmove", self._x_window(title), str(x), str(y))
+        window = self.window(title)
+        processes.wait_until(lambda: window.extents()[:2] == (x, y), f"{title} at {x}, {y}")
+
+    def focus_window(self, title):
+        """Gives the keyboard to a window."""
+        self.stage.run("xdotool", "windowfocus", "--sync", self._x_window(title))
+        window = self.window(title)
+        processes.wait_until(lambda: "active" in window.states(), f"{title} to have the keyboard")
+
+    def key(self, *names):
+        """Presses keys by X name: "space", "Left", "ctrl+o"."""
+        self.stage.run("xdotool", "key", *names)
+
+    def hold_key(self, name, seconds):
+        """Keeps a key down so long that it repeats (X repeats after 0.66 s, every 40 ms)."""
+        self.stage.run("xdotool", "keydown", name, "sleep", str(seconds), "keyup", name)
+
+    def type(self, text):
+        self.stage.run("xdotool", "type", "--delay", "5", text)
+
+    def picture(self, title, path):
+        """Writes what shows of a window as a PNG file."""
+        self.stage.picture(path, *self.window(title).extents())
+
+    def answer_file_dialog(self, title, path):
+        """Types the path into a file dialog and confirms it."""
+        dialog = self.window(title)
+        processes.wait_until(lambda: "active" in dialog.states(), f"{title} to have the keyboard")
+        field = dialog.find("text")
+        processes.wait_until(lambda: "focused" in field.states(), "the file name field")
+        self.key("ctrl+a")
+        self.type(str(path))
+        processes.wait_until(lambda: field.text == str(path), "the typed path")
+        # The first Return may only take the name that the field proposes as one types.
+        self.key("Return")
+        self.wait_gone(None, title)
+
+    def _x_window(self, title):
+        def search():
+            return self.stage.run("xdotool", "search", "--onlyvisible", "--all", "--name",
+                                  f"^{re.escape(title)}$").split()
+        return search()[0]
+
+
+def _matches(element, role, name):
+    return _fits(element.role, role) and (name is None or _fits(element.name, name))
+
+
+def _fits(text, wanted):
+    if wanted is None:
+        return True
+    return wanted.fullmatch(text) is not None if isinstance(wanted, re.Pattern) else text == wanted
