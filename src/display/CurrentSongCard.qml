@@ -71,6 +71,7 @@ Rectangle {
             size: 48
             weight: Font.Bold
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.Heading
             horizontalAlignment: Text.AlignHCenter
         }
 

@@ -72,6 +72,7 @@ Rectangle {
             size: 38
             weight: Font.Bold
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.Heading
         }
 
         PVText {

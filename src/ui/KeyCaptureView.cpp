@@ -7,29 +7,13 @@
 namespace tessivo {
 namespace {
 
-enum class CapturedKey { none, space, leftArrow };
-
 /// X11 and Wayland key codes: the kernel's evdev codes plus 8 (xkeyboard-config, keycodes/evdev).
 constexpr quint32 evdevSpace = 65;
 constexpr quint32 evdevLeft = 113;
 
-CapturedKey capturedKey(const QKeyEvent& event) {
-    static const bool hasEvdevCodes = QGuiApplication::platformName() == QLatin1String("xcb") ||
-                                      QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    if (hasEvdevCodes && event.nativeScanCode() == evdevSpace) {
-        return CapturedKey::space;
-    }
-    if (hasEvdevCodes && event.nativeScanCode() == evdevLeft) {
-        return CapturedKey::leftArrow;
-    }
-    switch (event.key()) {
-        case Qt::Key_Space:
-            return CapturedKey::space;
-        case Qt::Key_Left:
-            return CapturedKey::leftArrow;
-        default:
-            return CapturedKey::none;
-    }
+bool hasEvdevCodes() {
+    const QString platform = QGuiApplication::platformName();
+    return platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"));
 }
 
 bool isTyping(const QQuickWindow& window) {
@@ -44,26 +28,55 @@ KeyCaptureView::KeyCaptureView(QQuickItem* parent) : QQuickItem(parent) {
 }
 
 bool KeyCaptureView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !isVisible() || !isEnabled() || !window()) {
+    const bool press = event->type() == QEvent::KeyPress;
+    if ((!press && event->type() != QEvent::KeyRelease) || !qobject_cast<QQuickWindow*>(watched)) {
         return false;
     }
-    const auto* target = qobject_cast<QQuickWindow*>(watched);
-    return target && !isTyping(*target) && handleKey(static_cast<const QKeyEvent&>(*event));
-}
-
-bool KeyCaptureView::handleKey(const QKeyEvent& event) {
-    const CapturedKey key = capturedKey(event);
-    if (key == CapturedKey::none) {
+    const auto& keyEvent = static_cast<const QKeyEvent&>(*event);
+    const Key key = keyOf(keyEvent);
+    if (key == noKey || !isVisible() || !isEnabled() || !window() ||
+        isTyping(static_cast<const QQuickWindow&>(*watched))) {
         return false;
     }
-    if (!event.isAutoRepeat()) {
-        if (key == CapturedKey::space) {
-            Q_EMIT space();
-        } else {
-            Q_EMIT leftArrow();
-        }
+    if (!press) {
+        releasedAt_[key] = keyEvent.timestamp();
+    } else if (!isRepeat(key, keyEvent)) {
+        act(key);
     }
     return true;
+}
+
+KeyCaptureView::Key KeyCaptureView::keyOf(const QKeyEvent& event) {
+    static const bool byPlace = hasEvdevCodes();
+    if (byPlace && event.nativeScanCode() == evdevSpace) {
+        return spaceKey;
+    }
+    if (byPlace && event.nativeScanCode() == evdevLeft) {
+        return leftArrowKey;
+    }
+    switch (event.key()) {
+        case Qt::Key_Space:
+            return spaceKey;
+        case Qt::Key_Left:
+            return leftArrowKey;
+        default:
+            return noKey;
+    }
+}
+
+bool KeyCaptureView::isRepeat(Key key, const QKeyEvent& press) const {
+    // X11 spells a repeat as a release and a press of the same moment. Qt tells them by looking
+    // ahead in its queue, and misses those whose press hasn't arrived yet: under load a resting
+    // hand would then skip songs.
+    return press.isAutoRepeat() || (press.timestamp() != 0 && press.timestamp() == releasedAt_[key]);
+}
+
+void KeyCaptureView::act(Key key) {
+    if (key == spaceKey) {
+        Q_EMIT space();
+    } else {
+        Q_EMIT leftArrow();
+    }
 }
 
 }  // namespace tessivo

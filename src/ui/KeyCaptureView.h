@@ -3,6 +3,8 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
+#include <array>
+
 class QKeyEvent;
 
 namespace tessivo {
@@ -26,7 +28,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool handleKey(const QKeyEvent& event);
+    enum Key { noKey, spaceKey, leftArrowKey };
+
+    static Key keyOf(const QKeyEvent& event);
+    bool isRepeat(Key key, const QKeyEvent& press) const;
+    void act(Key key);
+
+    /// When each key was last released, in the window system's milliseconds.
+    std::array<quint64, leftArrowKey + 1> releasedAt_{};
 };
 
 }  // namespace tessivo

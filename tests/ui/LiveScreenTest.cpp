@@ -172,11 +172,22 @@ void LiveScreenTest::keysActWhateverHasBeenClicked() {
 
 void LiveScreenTest::aHeldKeyCountsOnce() {
     Screen screen(concert());
-    for (int i = 0; i < 20; ++i) {
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), i > 0);
-        QGuiApplication::sendEvent(screen.window, &press);
+    const auto send = [&](QEvent::Type type, quint64 timestamp, bool repeat) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), repeat);
+        event.setTimestamp(timestamp);
+        QGuiApplication::sendEvent(screen.window, &event);
+    };
+    send(QEvent::KeyPress, 1000, false);
+    for (quint64 time = 1500; time < 2000; time += 40) {
+        // Told as repeats, or only by a release and a press of the same moment.
+        const bool told = time % 80 == 0;
+        send(QEvent::KeyRelease, time, told);
+        send(QEvent::KeyPress, time, told);
     }
     QCOMPARE(screen.state.activeSongIndex(), 1);
+    send(QEvent::KeyRelease, 2010, false);
+    send(QEvent::KeyPress, 2080, false);
+    QCOMPARE(screen.state.activeSongIndex(), 2);
 }
 
 void LiveScreenTest::aClickJumpsToAComingSong() {
