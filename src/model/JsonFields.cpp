@@ -36,7 +36,8 @@ bool isShallow(std::string_view text) {
 /// The parser lets a lone escaped low surrogate through (\uDC00 to \uDFFF), and writes it as the
 /// three bytes that UTF-8 forbids; raw ones it refuses.
 bool holdsLoneSurrogate(std::string_view text) {
-    for (std::size_t i = text.find('\xED'); i + 1 < text.size(); i = text.find('\xED', i + 1)) {
+    for (auto i = text.find('\xED'); i != std::string_view::npos; i = text.find('\xED', i + 1)) {
+        // What is valid otherwise has a second byte here.
         if (static_cast<unsigned char>(text[i + 1]) >= 0xA0) {
             return true;
         }
