@@ -2,13 +2,19 @@
 
 #include "model/ShowJson.h"
 
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+#include <charconv>
 #include <cmath>
+#include <system_error>
 
 namespace tessivo::json {
 namespace {
 
 constexpr unsigned parseFlags = rapidjson::kParseValidateEncodingFlag |
-                                rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+                                rapidjson::kParseNumbersAsStringsFlag |
+                                rapidjson::kParseIterativeFlag;
 
 /// Whether the text nests no deeper than `maximumJsonDepth`. Up to the first syntax error it sees
 /// the same strings and brackets as the parser, and the parser goes no further than that.
@@ -53,6 +59,40 @@ std::string_view textOf(const Value& value) {
     return {value.GetString(), value.GetStringLength()};
 }
 
+/// Builds a document from the parser's events, reading the numbers itself: the parser's own reading
+/// has undefined results for some that only an attacker writes, such as 0e-50.
+class DocumentBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, DocumentBuilder> {
+public:
+    explicit DocumentBuilder(Document& document) : document_(document) {}
+
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        const char* const end = text + length;
+        std::int64_t integer = 0;
+        if (const auto [stop, error] = std::from_chars(text, end, integer);
+            error == std::errc() && stop == end) {
+            return document_.Int64(integer);
+        }
+        double number = 0.0;
+        return std::from_chars(text, end, number).ec == std::errc() && document_.Double(number);
+    }
+    bool Default() { return false; }  // numbers come in no other way
+    bool Null() { return document_.Null(); }
+    bool Bool(bool value) { return document_.Bool(value); }
+    bool String(const char* text, rapidjson::SizeType length, bool copy) {
+        return document_.String(text, length, copy);
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy) {
+        return document_.Key(text, length, copy);
+    }
+    bool StartObject() { return document_.StartObject(); }
+    bool EndObject(rapidjson::SizeType count) { return document_.EndObject(count); }
+    bool StartArray() { return document_.StartArray(); }
+    bool EndArray(rapidjson::SizeType count) { return document_.EndArray(count); }
+
+private:
+    Document& document_;
+};
+
 }  // namespace
 
 bool parse(std::string_view text, Document& document) {
@@ -60,8 +100,16 @@ bool parse(std::string_view text, Document& document) {
     if (text.find('\0') != std::string_view::npos || !isShallow(text)) {
         return false;
     }
-    document.Parse<parseFlags>(text.data(), text.size());
-    return !document.HasParseError();
+    rapidjson::MemoryStream bytes(text.data(), text.size());
+    rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(bytes);
+    rapidjson::ParseResult result;
+    const auto build = [&](Document& target) {
+        DocumentBuilder builder(target);
+        result = rapidjson::Reader().Parse<parseFlags>(stream, builder);
+        return !result.IsError();
+    };
+    document.Populate(build);
+    return !result.IsError();
 }
 
 bool read(const Value& value, std::string& result) {
@@ -105,30 +153,46 @@ bool read(const Value& value, Uuid& result) {
     return uuid.has_value();
 }
 
-void write(Writer& writer, const std::string& text) {
-    writer.String(text.data(), sizeOf(text));
-}
-
-void write(Writer& writer, std::int64_t number) {
-    writer.Int64(number);
-}
-
-void write(Writer& writer, double number) {
-    writer.Double(number);
-}
-
-void write(Writer& writer, const Uuid& uuid) {
-    write(writer, uuid.toText());
-}
-
 const Value* MemberReader::find(std::string_view name) const {
     const Value key(rapidjson::StringRef(name.data(), sizeOf(name)));
     const auto member = object_.FindMember(key);
     return member == object_.MemberEnd() ? nullptr : &member->value;
 }
 
-void MemberWriter::writeName(std::string_view name) const {
+Writer::Writer() = default;
+Writer::~Writer() = default;
+
+void Writer::write(const std::string& text) {
+    writer_.String(text.data(), sizeOf(text));
+}
+void Writer::write(std::int64_t number) {
+    writer_.Int64(number);
+}
+void Writer::write(double number) {
+    writer_.Double(number);
+}
+void Writer::write(const Uuid& uuid) {
+    write(uuid.toText());
+}
+
+std::string Writer::json() const {
+    return {buffer_.GetString(), buffer_.GetSize()};
+}
+
+void Writer::writeName(std::string_view name) {
     writer_.Key(name.data(), sizeOf(name));
+}
+void Writer::startArray() {
+    writer_.StartArray();
+}
+void Writer::endArray() {
+    writer_.EndArray();
+}
+void Writer::startObject() {
+    writer_.StartObject();
+}
+void Writer::endObject() {
+    writer_.EndObject();
 }
 
 }  // namespace tessivo::json

@@ -34,7 +34,6 @@ namespace json {
 
 using rapidjson::Document;
 using rapidjson::Value;
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
 /// Parses one whole document, as strictly as `decodeShow` promises; false when it is none. The
 /// memory taken is at most proportional to the text's length.
@@ -49,14 +48,6 @@ template <typename T>
 bool read(const Value& value, std::vector<T>& result);
 template <typename Record>
 bool read(const Value& value, Record& result);
-
-// Writing cannot fail: texts are valid UTF-8, numbers finite.
-void write(Writer& writer, const std::string& text);
-void write(Writer& writer, std::int64_t number);
-void write(Writer& writer, double number);
-void write(Writer& writer, const Uuid& uuid);
-template <typename RecordOrRange>
-void write(Writer& writer, const RecordOrRange& value);
 
 /// Reads the members of one object; any order, others ignored.
 class MemberReader {
@@ -84,26 +75,40 @@ private:
     const Value& object_;
 };
 
-/// Writes the members of one object.
-class MemberWriter {
+/// Writes one value. That cannot fail: texts are valid UTF-8, numbers finite.
+class Writer {
 public:
-    explicit MemberWriter(Writer& writer) : writer_(writer) {}
+    Writer();
+    ~Writer();
 
+    void write(const std::string& text);
+    void write(std::int64_t number);
+    void write(double number);
+    void write(const Uuid& uuid);
+    template <typename RecordOrRange>
+    void write(const RecordOrRange& value);
+
+    std::string json() const;
+
+private:
     template <typename T>
-    bool operator()(std::string_view name, const T& field) const {
+    bool writeMember(std::string_view name, const T& field) {
         writeName(name);
-        write(writer_, field);
+        write(field);
         return true;
     }
     template <typename T>
-    bool operator()(std::string_view name, const std::optional<T>& field) const {
-        return !field || (*this)(name, *field);
+    bool writeMember(std::string_view name, const std::optional<T>& field) {
+        return !field || writeMember(name, *field);
     }
+    void writeName(std::string_view name);
+    void startArray();
+    void endArray();
+    void startObject();
+    void endObject();
 
-private:
-    void writeName(std::string_view name) const;
-
-    Writer& writer_;
+    rapidjson::StringBuffer buffer_;
+    rapidjson::Writer<rapidjson::StringBuffer> writer_{buffer_};
 };
 
 template <typename T>
@@ -124,26 +129,27 @@ bool read(const Value& value, Record& result) {
 }
 
 template <typename RecordOrRange>
-void write(Writer& writer, const RecordOrRange& value) {
+void Writer::write(const RecordOrRange& value) {
     if constexpr (std::ranges::range<RecordOrRange>) {
-        writer.StartArray();
+        startArray();
         for (const auto& element : value) {
-            write(writer, element);
+            write(element);
         }
-        writer.EndArray();
+        endArray();
     } else {
-        writer.StartObject();
-        visitMembers(value, MemberWriter(writer));
-        writer.EndObject();
+        startObject();
+        visitMembers(value, [this](std::string_view name, const auto& field) {
+            return this->writeMember(name, field);
+        });
+        endObject();
     }
 }
 
 template <typename Record>
 std::string encode(const Record& record) {
-    rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    write(writer, record);
-    return {buffer.GetString(), buffer.GetSize()};
+    Writer writer;
+    writer.write(record);
+    return writer.json();
 }
 
 /// The whole record or nothing.

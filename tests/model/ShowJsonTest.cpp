@@ -197,6 +197,7 @@ TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
                  {"9223372036854775807", INT64_MAX},
                  {"-9223372036854775808", INT64_MIN},
                  {"9007199254740993", 9007199254740993},
+                 {"0e-50", 0},
                  {"1e18", 1'000'000'000'000'000'000}};
     for (const auto& row : table) {
         CAPTURE(row.json);
@@ -247,6 +248,10 @@ TEST_CASE("text that is no JSON document of UTF-8 is refused") {
                  R"(","id")"),  // even in what is ignored
         replaced(guestJson, R"({"id")", R"({"x":01,"id")"),
         replaced(guestJson, R"({"id")", R"({"x":NaN,"id")"),
+        replaced(guestJson, R"({"id")", R"({"x":1e400,"id")"),
+        replaced(guestJson, R"({"id")", R"({"x":1.,"id")"),
+        replaced(guestJson, R"({"id")", R"({"x":+1,"id")"),
+        replaced(guestJson, R"({"id")", R"({"x":1e,"id")"),
         replaced(guestJson, R"({"id")", R"({/**/"id")"),
     };
     for (const std::string& json : table) {
