@@ -2,6 +2,7 @@
 
 #include "platform/qt/SafeFileName.h"
 
+#include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
 
 namespace tessivo {
@@ -22,6 +23,7 @@ public:
     explicit SaveDialog(const std::string& extension)
         : ending_(QStringLiteral(".") + QString::fromStdString(extension)) {}
 
+protected:
     void accept() override {
         const QStringList files = selectedFiles();
         if (!files.isEmpty() && !QFileInfo(files.front()).isDir() &&
