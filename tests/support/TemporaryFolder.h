@@ -13,8 +13,9 @@ namespace tessivo::test {
 /// A folder of one's own in the real file system, removed at the end.
 class TemporaryFolder {
 public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tessivo-XXXXXX").string();
+    explicit TemporaryFolder(
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string pattern = (parent / "tessivo-XXXXXX").string();
         path_ = ::mkdtemp(pattern.data());
     }
     ~TemporaryFolder() {

@@ -36,15 +36,16 @@ std::string_view withoutEndsOf(std::string_view leading, std::string_view traili
 }  // namespace
 
 std::string safeFileName(std::string_view name, std::string_view extension) {
-    const std::string ending = "." + std::string(extension);
+    std::string ending = ".";
+    ending += extension;
     if (name.ends_with(ending)) {
         name.remove_suffix(ending.size());
     }
-    std::string base(name);
-    std::ranges::replace_if(base, isForbidden, '-');
-    base = withoutEndsOf(" .", " ", base);
-    base = cutTo(maximumLength - ending.size(), base);
-    return (base.empty() ? "Sans titre" : base) + ending;
+    std::string plain(name);
+    std::ranges::replace_if(plain, isForbidden, '-');
+    const std::string_view base =
+        cutTo(maximumLength - ending.size(), withoutEndsOf(" .", " ", plain));
+    return std::string(base.empty() ? "Sans titre" : base) + ending;
 }
 
 }  // namespace tessivo
