@@ -1,0 +1,132 @@
+#include "platform/qt/FilePreferencesStore.h"
+
+#include "platform/qt/RegularFile.h"
+
+#include <QtCore/QStandardPaths>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+namespace tessivo {
+namespace {
+
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+
+void makeFolder(const std::string& folder) {
+    std::error_code ignored;
+    if (std::filesystem::create_directories(folder, ignored)) {
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all, ignored);
+    }
+}
+
+/// Opens and locks the file; closed when another holds the lock. The lock is the kernel's, not the
+/// file's existence or content: it ends with the process even when that is killed, and a power cut
+/// leaves nothing that looks like an owner.
+FileDescriptor lockFile(const std::string& path) {
+    FileDescriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownerOnly));
+    if (file.isOpen() && ::flock(file.value(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        return FileDescriptor();
+    }
+    // A file system that can't lock at all is no reason to lose the shows.
+    return file;
+}
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+/// Makes the file anew with these bytes, and waits until they are on the disk.
+bool writeSynced(const std::string& path, std::string_view bytes) {
+    const FileDescriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, ownerOnly));
+    return file.isOpen() && writeAll(file.value(), bytes) && ::fdatasync(file.value()) == 0;
+}
+
+}  // namespace
+
+FilePreferencesStore::FilePreferencesStore(std::string folder) : folder_(std::move(folder)) {
+    makeFolder(folder_);
+    lock_ = lockFile(pathOf("lock"));
+}
+
+std::string FilePreferencesStore::defaultFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
+           "/tessivo";
+}
+
+std::optional<std::string> FilePreferencesStore::data(std::string_view key) {
+    std::string bytes;
+    switch (readRegularFile(pathOf(key), SIZE_MAX, bytes)) {
+        case FileReading::Done:
+            return bytes;
+        case FileReading::Absent:
+            return std::nullopt;
+        case FileReading::Failed:
+            break;
+    }
+    return std::string();
+}
+
+void FilePreferencesStore::setData(std::string_view key, std::string_view bytes) {
+    if (!isWritable()) {
+        return;
+    }
+    // Only the owner of the folder writes in it, so one name does; what a kill leaves under it is
+    // overwritten by the next value.
+    const std::string path = pathOf(key);
+    const std::string beside = path + ".new";
+    if (!writeSynced(beside, bytes) || std::rename(beside.c_str(), path.c_str()) != 0) {
+        ::unlink(beside.c_str());
+        return;
+    }
+    syncFolder();
+}
+
+bool FilePreferencesStore::setAside(std::string_view key) {
+    if (!isWritable()) {
+        return false;
+    }
+    const std::string path = pathOf(key);
+    std::string aside;
+    struct stat status {};
+    int number = 0;
+    do {
+        aside = path + ".illisible-" + std::to_string(++number);
+    } while (::lstat(aside.c_str(), &status) == 0);
+    if (std::rename(path.c_str(), aside.c_str()) != 0) {
+        return false;
+    }
+    syncFolder();
+    return true;
+}
+
+std::string FilePreferencesStore::pathOf(std::string_view name) const {
+    return folder_ + "/" + std::string(name);
+}
+
+/// Makes renamings last through a power cut.
+void FilePreferencesStore::syncFolder() const {
+    const FileDescriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isOpen()) {
+        ::fsync(folder.value());
+    }
+}
+
+}  // namespace tessivo

@@ -1,0 +1,127 @@
+#include "platform/qt/DialogFilePanels.h"
+#include "support/TemporaryFolder.h"
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+
+#include <doctest/doctest.h>
+
+#include <functional>
+
+using namespace tessivo;
+using test::TemporaryFolder;
+
+namespace {
+
+void needApplication() {
+    static int count = 1;
+    static char name[] = "test";
+    static char* arguments[] = {name, nullptr};
+    static QApplication application(count, arguments);
+}
+
+/// Presses the panel's own button for going on.
+void press(QFileDialog& dialog) {
+    auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+    REQUIRE(buttons != nullptr);
+    for (QAbstractButton* button : buttons->buttons()) {
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+            button->click();
+        }
+    }
+}
+
+/// Does `act` on the panel once it stands open, as the operator would.
+void whenOpen(std::function<void(QFileDialog&, QLineEdit&)> act) {
+    QTimer::singleShot(0, [act = std::move(act)] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        REQUIRE(dialog != nullptr);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        REQUIRE(name != nullptr);
+        act(*dialog, *name);
+    });
+}
+
+std::optional<FileLocation> save(const std::string& proposedName,
+                                 std::function<void(QFileDialog&, QLineEdit&)> act) {
+    needApplication();
+    whenOpen(std::move(act));
+    return DialogFilePanels().chooseSaveLocation({"Enregistrer le show", proposedName, "tessivo"});
+}
+
+}  // namespace
+
+TEST_CASE("the save panel proposes a safe name and gives the chosen place") {
+    const TemporaryFolder folder;
+    const auto chosen = save("AC/DC.tessivo", [&](QFileDialog& dialog, QLineEdit& name) {
+        CHECK(dialog.windowTitle() == QStringLiteral("Enregistrer le show"));
+        CHECK(dialog.nameFilters() == QStringList{QStringLiteral("Shows Tessivo (*.tessivo)")});
+        CHECK_FALSE(dialog.testOption(QFileDialog::ReadOnly));
+        CHECK(name.text() == QStringLiteral("AC-DC.tessivo"));
+        dialog.setDirectory(QString::fromStdString(folder.path()));
+        press(dialog);
+    });
+    CHECK(chosen == folder.path("AC-DC.tessivo"));
+    CHECK_FALSE(save("x.tessivo", [](QFileDialog& dialog, QLineEdit&) { dialog.reject(); }));
+}
+
+TEST_CASE("a typed name gets the extension that it lacks, and only then") {
+    const TemporaryFolder folder;
+    const struct {
+        const char* typed;
+        const char* chosen;
+    } table[] = {{"Gala", "Gala.tessivo"},
+                 {"Tourn\u00E9e 2.1", "Tourn\u00E9e 2.1.tessivo"},
+                 {"Gala.TESSIVO", "Gala.TESSIVO"}};
+    for (const auto& row : table) {
+        CAPTURE(row.typed);
+        const auto chosen = save("x.tessivo", [&](QFileDialog& dialog, QLineEdit& name) {
+            dialog.setDirectory(QString::fromStdString(folder.path()));
+            name.setText(QString::fromUtf8(row.typed));
+            press(dialog);
+        });
+        CHECK(chosen == folder.path(row.chosen));
+    }
+}
+
+TEST_CASE("the name completed by its extension isn't replaced unasked") {
+    const TemporaryFolder folder;
+    folder.write("Gala 2.1.tessivo", "precious");
+    bool asked = false;
+    const auto chosen = save("x.tessivo", [&](QFileDialog& dialog, QLineEdit& name) {
+        dialog.setDirectory(QString::fromStdString(folder.path()));
+        name.setText(QStringLiteral("Gala 2.1"));
+        QTimer::singleShot(0, [&] {
+            auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            asked = question != nullptr;
+            if (question != nullptr) {
+                question->reject();
+            }
+            dialog.reject();
+        });
+        press(dialog);
+    });
+    CHECK(asked);
+    CHECK_FALSE(chosen.has_value());
+}
+
+TEST_CASE("the open panel gives one existing file") {
+    needApplication();
+    const TemporaryFolder folder;
+    folder.write("Gala.tessivo", "{}");
+    whenOpen([&](QFileDialog& dialog, QLineEdit& name) {
+        CHECK(dialog.fileMode() == QFileDialog::ExistingFile);
+        dialog.setDirectory(QString::fromStdString(folder.path()));
+        name.setText(QStringLiteral("Gala.tessivo"));
+        press(dialog);
+    });
+    CHECK(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}) ==
+          folder.path("Gala.tessivo"));
+    whenOpen([](QFileDialog& dialog, QLineEdit&) { dialog.reject(); });
+    CHECK_FALSE(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}).has_value());
+}

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "model/PersistedData.h"
+#include "model/Show.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace tessivo::test {
+
+/// Makes records of every shape that the model can hold; the same seed makes the same ones.
+class RandomRecords {
+public:
+    explicit RandomRecords(std::uint64_t seed) : random_(seed) {}
+
+    /// A number from 0 to `limit` - 1.
+    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(random_() % limit); }
+
+    Uuid uuid() {
+        Uuid uuid;
+        for (std::uint8_t& byte : uuid.bytes) {
+            byte = static_cast<std::uint8_t>(below(256));
+        }
+        return uuid;
+    }
+
+    /// Up to 11 pieces, chosen for what they do to JSON and to UTF-8.
+    std::string text() {
+        static const std::array<std::string, 16> pieces = {
+            "a",      "Micro ",     " ",       "\"",
+            "\\",     "/",          "\n",      "\x01",
+            "\x7F",   "é",          "\u2028",  "\uFFFF",
+            "\uD7FF", "\U0001F3A4", "\\u0041", std::string(1, '\0')};
+        std::string text;
+        for (std::size_t count = below(12); count > 0; --count) {
+            text += pieces[below(pieces.size())];
+        }
+        return text;
+    }
+
+    /// Any signed 64-bit integer, the ends of the range and small ones more often.
+    std::int64_t integer() {
+        switch (below(4)) {
+            case 0:
+                return INT64_MIN + static_cast<std::int64_t>(below(2));
+            case 1:
+                return INT64_MAX - static_cast<std::int64_t>(below(2));
+            case 2:
+                return static_cast<std::int64_t>(below(2000)) - 1000;
+            default:
+                return static_cast<std::int64_t>(random_());
+        }
+    }
+
+    Guest guest() {
+        Guest guest{uuid(), text(), text(), text(), std::nullopt};
+        if (below(2) == 0) {
+            guest.volume = text();
+        }
+        return guest;
+    }
+
+    Song song() {
+        Song song{uuid(), text(), listOf(&RandomRecords::guest), std::nullopt, std::nullopt};
+        if (below(2) == 0) {
+            song.ltcTimecode = text();
+        }
+        if (below(2) == 0) {
+            song.duration = integer();
+        }
+        return song;
+    }
+
+    Show show() {
+        return {uuid(), text(), listOf(&RandomRecords::text), listOf(&RandomRecords::text),
+                listOf(&RandomRecords::song)};
+    }
+
+    PersistedData persistedData() {
+        PersistedData data{listOf(&RandomRecords::show), std::nullopt, integer()};
+        if (below(2) == 0) {
+            data.activeShowId = uuid();
+        }
+        return data;
+    }
+
+private:
+    template <typename T>
+    std::vector<T> listOf(T (RandomRecords::*make)()) {
+        std::vector<T> list;
+        for (std::size_t count = below(5); count > 0; --count) {
+            list.push_back((this->*make)());
+        }
+        return list;
+    }
+
+    std::mt19937_64 random_;
+};
+
+/// A full house for benchmarks and storms: plausible names, every optional field present.
+inline std::vector<Show> makeLibrary(int shows, int songsPerShow, int guestsPerSong) {
+    std::vector<Show> library;
+    for (int i = 0; i < shows; ++i) {
+        Show show;
+        show.name = "Tournée d'été, soirée " + std::to_string(i + 1);
+        for (int j = 0; j < songsPerShow; ++j) {
+            Song song;
+            song.title = "Chanson à la fenêtre " + std::to_string(j + 1);
+            song.ltcTimecode = "01:" + std::to_string(10 + j % 50) + ":00:00";
+            song.duration = 180 + j;
+            for (int k = 0; k < guestsPerSong; ++k) {
+                song.guests.push_back({Uuid::random(), "Invitée " + std::to_string(k + 1),
+                                       show.mics[static_cast<std::size_t>(k % 4)], show.iems[0],
+                                       "-6 dB"});
+            }
+            show.songs.push_back(std::move(song));
+        }
+        library.push_back(std::move(show));
+    }
+    return library;
+}
+
+}  // namespace tessivo::test
