@@ -31,19 +31,13 @@ constexpr auto bitWeights = [] {
     return weights;
 }();
 
-// Selecting weights and or-ing them is what compilers turn into vector code; shifting bits isn't.
-std::uint32_t negativeMask(std::span<const float, signChunkSize> samples) {
-    std::uint32_t mask = 0;
-    for (std::size_t i = 0; i < signChunkSize; ++i) {
-        mask |= isNegative(samples[i]) ? bitWeights[i] : 0U;
-    }
-    return mask;
-}
-
-std::uint32_t negativeMaskOfRest(std::span<const float> samples) {
+// Bit i is set when sample i is negative. In this form, without a choice that could be a branch,
+// compilers make vector code of it: at most 32 samples.
+template <std::size_t Extent>
+std::uint32_t negativeMask(std::span<const float, Extent> samples) {
     std::uint32_t mask = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        mask |= isNegative(samples[i]) ? bitWeights[i] : 0U;
+        mask |= bitWeights[i] & (0U - static_cast<std::uint32_t>(isNegative(samples[i])));
     }
     return mask;
 }
@@ -77,7 +71,7 @@ LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float>
     const bool whole = samples.size() >= signChunkSize;
     const std::size_t count = whole ? signChunkSize : samples.size();
     const std::uint32_t negative =
-        whole ? negativeMask(samples.first<signChunkSize>()) : negativeMaskOfRest(samples);
+        whole ? negativeMask(samples.first<signChunkSize>()) : negativeMask(samples);
     const std::uint32_t before = (negative << 1) | (lastSampleNegative_ ? 1U : 0U);
     const std::uint32_t known = ~std::uint32_t{0} >> (signChunkSize - count);
     lastSampleNegative_ = (negative >> (count - 1) & 1U) != 0;
