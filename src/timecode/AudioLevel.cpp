@@ -12,7 +12,8 @@ namespace tessivo {
 float peakLevel(std::span<const float> samples) {
     // Independent maxima: compilers may not reorder one chain of comparisons into vector code.
     constexpr std::size_t laneCount = 32;
-    std::array<float, laneCount> lanes{};
+    std::array<float, laneCount> lanes;
+    lanes.fill(0.0F);
     const std::size_t whole = samples.size() - samples.size() % laneCount;
     for (std::size_t start = 0; start < whole; start += laneCount) {
         for (std::size_t lane = 0; lane < laneCount; ++lane) {
