@@ -36,7 +36,7 @@ public:
     struct Device {
         AudioDeviceId id = 0;
         std::optional<std::string> name;                      ///< absent: can't be read
-        AudioStreamFormat format;                             ///< its own rate and inputs
+        AudioStreamFormat format{};                           ///< its own rate and inputs
         std::optional<std::uint32_t> configurationSize = 24;  ///< bytes, as in the interface
     };
 
