@@ -119,7 +119,7 @@ private:
         take(*main_, "live-first-song", {1180, 820});
         state_.jumpTo(2);
         computer_.time.advance(42.0);
-        computer_.audio.devices = {{1, "Interface 2×2 USB", 2, 48000.0}};
+        computer_.audio.setDevices({{1, "Interface 2×2 USB", {48000.0, 2}}});
         LtcManager& timecode = state_.ltcManager();
         timecode.setAvailableInputDevices(timecode.fetchInputDevices());
         timecode.startCapturing();

@@ -198,7 +198,7 @@ void LiveScreenTest::aClickJumpsToAComingSong() {
 
 void LiveScreenTest::capturesFromTheChosenDevice() {
     Screen screen(concert());
-    screen.computer.audio.devices = {{7, "Interface", 2, 48000.0}, {9, "Micro", 1, 44100.0}};
+    screen.computer.audio.setDevices({{7, "Interface", {48000.0, 2}}, {9, "Micro", {44100.0, 1}}});
     LtcManager& manager = screen.state.ltcManager();
     screen.click(QStringLiteral("Démarrer la capture"));
     QTRY_VERIFY(screen.texts().contains(QStringLiteral("Choisis d'abord un périphérique d'entrée.")));

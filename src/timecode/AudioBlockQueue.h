@@ -1,0 +1,61 @@
+#pragma once
+
+#include "timecode/AudioBlock.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace tessivo {
+
+/// Carries the blocks of one capture from the audio thread to the main thread, in order. All
+/// storage is allocated and touched at construction; no call takes a lock, waits or allocates. It
+/// holds at least one second of audio in blocks of 16 frames (the smallest that audio systems use)
+/// or more; when the main thread stands still for longer, the newest blocks are dropped.
+class AudioBlockQueue {
+public:
+    /// At least one channel; `sampleRate` in samples per second. A rate that no device has counts
+    /// as 48 kHz: it only decides how much fits.
+    AudioBlockQueue(std::size_t channelCount, double sampleRate);
+
+    /// Copies `block`, which must have the queue's number of channels; false when it was dropped
+    /// because the queue is full. Audio thread only.
+    bool push(const AudioBlock& block) noexcept;
+
+    /// The oldest block, good until `pop`; nothing when the queue is empty. Main thread only.
+    std::optional<AudioBlock> front() const noexcept;
+    /// Gives the storage of the oldest block back; the queue must not be empty. Main thread only.
+    void pop() noexcept;
+
+    /// How many blocks were dropped so far. Any thread.
+    std::uint64_t droppedCount() const noexcept {
+        return droppedCount_.load(std::memory_order_relaxed);
+    }
+
+private:
+    // Positions in the sample ring count up for ever. A block never wraps: what is left at the
+    // ring's end is skipped when it doesn't fit there.
+    struct Entry {
+        std::uint64_t begin = 0;
+        std::size_t frameCount = 0;
+        double sampleRate = 0.0;
+    };
+
+    const Entry& entry(std::uint64_t number) const { return entries_[number % entries_.size()]; }
+    std::optional<std::uint64_t> placeFor(std::size_t sampleCount,
+                                          std::uint64_t oldest) const noexcept;
+
+    const std::size_t channelCount_;
+    std::vector<float> ring_;
+    std::vector<Entry> entries_;
+
+    // Producer and consumer write on cache lines of their own.
+    alignas(64) std::atomic<std::uint64_t> pushedCount_{0};
+    std::uint64_t nextPosition_ = 0;  // producer only
+    std::atomic<std::uint64_t> droppedCount_{0};
+    alignas(64) std::atomic<std::uint64_t> poppedCount_{0};
+};
+
+}  // namespace tessivo

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "base/Instant.h"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace tessivo {
+
+class Clock;
+
+/// Turns the samples of one audio channel into frames of linear timecode (SMPTE ST 12-1, clause on
+/// the modulation method: biphase mark). It knows neither the sample rate nor the frame rate: it
+/// follows the width of a bit cell from the distances between sign changes, so timecode at any
+/// playing speed that changes slowly is read. Only forward timecode is recognised.
+///
+/// There is one decoder for the life of its owner. Its state carries over when the source changes;
+/// the estimate of the cell width adapts by itself. Main thread only.
+class LtcBiphaseDecoder {
+public:
+    struct Frame {
+        std::int64_t hours = 0;    ///< 0 to 23
+        std::int64_t minutes = 0;  ///< 0 to 59
+        std::int64_t seconds = 0;  ///< 0 to 59
+        std::int64_t frames = 0;   ///< 0 to 29
+        std::int64_t fps = 25;     ///< always 25: the frame rate isn't measured
+
+        friend bool operator==(const Frame&, const Frame&) = default;
+    };
+
+    explicit LtcBiphaseDecoder(const Clock& clock) : clock_(clock) {}
+
+    /// Takes the next sample; gives the frame that this sample completed. A value that isn't a
+    /// number counts as negative, both zeros as positive: any change of sign is an edge.
+    std::optional<Frame> feedSample(float sample);
+
+    /// Takes `samples` in order, as `feedSample` would, and calls `onFrame` with each frame before
+    /// it takes the sample that follows the frame.
+    template <typename OnFrame>
+    void feed(std::span<const float> samples, OnFrame&& onFrame) {
+        while (!samples.empty()) {
+            const SignChunk chunk = readSigns(samples);
+            samples = samples.subspan(chunk.count);
+            std::size_t taken = 0;
+            for (std::uint32_t edges = chunk.edges; edges != 0; edges &= edges - 1) {
+                const auto edge = static_cast<std::size_t>(std::countr_zero(edges)) + 1;
+                samplesSinceLastEdge_ += static_cast<std::int64_t>(edge - taken);
+                taken = edge;
+                if (const std::optional<Frame> frame = takeEdge()) {
+                    onFrame(*frame);
+                }
+            }
+            samplesSinceLastEdge_ += static_cast<std::int64_t>(chunk.count - taken);
+        }
+    }
+
+    /// When the last frame was decoded; the distant past before the first one.
+    Instant lastValidFrameTime() const { return lastValidFrameTime_; }
+
+private:
+    /// Up to 32 samples, as one bit each from bit 0 on: set where the sign differs from that of the
+    /// sample before.
+    struct SignChunk {
+        std::uint32_t edges;
+        std::size_t count;
+    };
+
+    /// The most recent bits of the signal, as many as one frame has. Bit 0 of `fields` is the
+    /// oldest; in a whole frame every bit then has its number in the standard's table.
+    struct BitBuffer {
+        std::uint64_t fields = 0;      ///< bits 0 to 63 of the frame
+        std::uint16_t syncWord = 0;    ///< bits 64 to 79
+        std::uint32_t validCount = 0;  ///< how many of the 80 arrived since the last frame
+    };
+
+    SignChunk readSigns(std::span<const float> samples);
+    std::optional<Frame> takeEdge();
+    void appendBit(std::uint8_t bit);
+    std::optional<Frame> tryDecodeSyncWord();
+    static std::optional<Frame> decodeFrameBits(std::uint64_t fields);
+
+    const Clock& clock_;
+    Instant lastValidFrameTime_ = Instant::distantPast();
+    bool lastSampleNegative_ = false;
+    std::int64_t samplesSinceLastEdge_ = 0;
+    bool lastEdgeWasHalfBit_ = false;        ///< half of a one was seen, its other half is awaited
+    std::optional<float> nominalCellWidth_;  ///< one bit cell, in samples; absent before any edge
+    BitBuffer bitBuffer_;
+};
+
+}  // namespace tessivo

@@ -1,0 +1,152 @@
+#include "timecode/LtcManager.h"
+
+#include "platform/Clock.h"
+#include "timecode/AudioLevel.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cstdio>
+#include <utility>
+
+namespace tessivo {
+
+namespace {
+
+constexpr const char* noTimecode = "--:--:--:--";
+constexpr double signalHoldSeconds = 2.0;
+
+std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
+    std::array<char, 24> text{};
+    std::snprintf(text.data(), text.size(), "%02d:%02d:%02d:%02d", static_cast<int>(frame.hours),
+                  static_cast<int>(frame.minutes), static_cast<int>(frame.seconds),
+                  static_cast<int>(frame.frames));
+    return text.data();
+}
+
+}  // namespace
+
+LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio)
+    : clock_(clock),
+      audio_(audio),
+      currentTimecodeDisplay_(noTimecode),
+      decoder_(clock),
+      blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
+      capture_(audio) {
+    capture_.onFormat = [this](const AudioStreamFormat& format) {
+        blocks_ = std::make_shared<AudioBlockQueue>(format.channelsPerFrame, format.sampleRate);
+    };
+    capture_.onSamples = [this](const AudioBlock& block) {
+        if (blocks_->push(block)) {
+            blockArrived_->fire();
+        }
+    };
+}
+
+LtcManager::~LtcManager() {
+    assert(std::this_thread::get_id() == mainThread_);
+}
+
+template <typename T>
+void LtcManager::assign(T& member, T value, Field field) {
+    member = std::move(value);
+    didChange.emit(field);
+}
+
+void LtcManager::startCapturing() {
+    if (isCapturing_) {
+        return;
+    }
+    assign(lastError_, {}, Field::lastError);
+    if (!selectedDeviceId_) {
+        assign(lastError_, {"Choisis d'abord un périphérique d'entrée."}, Field::lastError);
+        return;
+    }
+    if (std::optional<std::string> failure = capture_.start(*selectedDeviceId_)) {
+        assign(lastError_, std::move(failure), Field::lastError);
+        assign(isCapturing_, false, Field::isCapturing);
+        return;
+    }
+    assign(isCapturing_, true, Field::isCapturing);
+}
+
+void LtcManager::stopCapturing() {
+    capture_.stop();
+    blocks_.reset();
+    assign(isCapturing_, false, Field::isCapturing);
+    assign(signalDetected_, false, Field::signalDetected);
+    assign(currentTimecodeDisplay_, std::string(noTimecode), Field::currentTimecodeDisplay);
+}
+
+std::vector<AudioInputDevice> LtcManager::fetchInputDevices() const {
+    return tessivo::fetchInputDevices(audio_);
+}
+
+std::uint64_t LtcManager::droppedBlockCount() const {
+    return blocks_ ? blocks_->droppedCount() : 0;
+}
+
+void LtcManager::setAvailableInputDevices(std::vector<AudioInputDevice> devices) {
+    assign(availableInputDevices_, std::move(devices), Field::availableInputDevices);
+}
+
+void LtcManager::setSelectedDeviceId(std::optional<AudioDeviceId> device) {
+    assign(selectedDeviceId_, device, Field::selectedDeviceId);
+}
+
+void LtcManager::setSelectedChannelIndex(std::int64_t index) {
+    assign(selectedChannelIndex_, index, Field::selectedChannelIndex);
+}
+
+void LtcManager::handleNextBlock() {
+    const std::shared_ptr<AudioBlockQueue> queue = blocks_;
+    if (!queue) {
+        return;
+    }
+    if (const std::optional<AudioBlock> block = queue->front()) {
+        handleChannelData(*block, queue.get());
+        queue->pop();
+    }
+}
+
+// `origin` tells whether the capture that delivered the block still runs: subscribers and the
+// frame callback may have ended it, and then nothing more of the block may show.
+void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin) {
+    assign(buffersReceivedCount_, buffersReceivedCount_ + 1, Field::buffersReceivedCount);
+    const auto channelCount = static_cast<std::int64_t>(block.channelCount);
+    assign(detectedChannelCount_, channelCount, Field::detectedChannelCount);
+    std::vector<float> levels(block.channelCount);
+    for (std::size_t channel = 0; channel < levels.size(); ++channel) {
+        levels[channel] = peakLevel(block.channel(channel));
+    }
+    assign(levelsPerChannel_, std::move(levels), Field::levelsPerChannel);
+
+    const std::int64_t decodedIndex = std::min(channelCount - 1, selectedChannelIndex_);
+    if (decodedIndex < 0) {
+        return;
+    }
+    const auto decoded = static_cast<std::size_t>(decodedIndex);
+    const float level = levelsPerChannel_[decoded];
+    assign(rawAudioLevel_, level, Field::rawAudioLevel);
+    decoder_.feed(block.channel(decoded), [&](const LtcBiphaseDecoder::Frame& frame) {
+        if (blocks_.get() == origin) {
+            applyDecodedFrame(frame);
+        }
+    });
+    if (blocks_.get() == origin) {
+        const double elapsed = clock_.now() - decoder_.lastValidFrameTime();
+        assign(signalDetected_, elapsed < signalHoldSeconds, Field::signalDetected);
+    }
+}
+
+void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
+    assign(detectedFps_, frame.fps, Field::detectedFps);
+    assign(currentTimecodeDisplay_, timecodeText(frame), Field::currentTimecodeDisplay);
+    const std::int64_t totalFrames =
+        (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
+    if (onFrameDecoded) {
+        onFrameDecoded(totalFrames, frame.fps);
+    }
+}
+
+}  // namespace tessivo

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "platform/MainQueue.h"
+#include "timecode/AudioBlockQueue.h"
+#include "timecode/AudioInputDevice.h"
+#include "timecode/AuhalCapture.h"
+#include "timecode/LtcBiphaseDecoder.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tessivo {
+
+class Clock;
+
+/// What the rest of the program knows of timecode: the operator's choice of input, the capture, the
+/// levels of its channels, and the timecode that one channel carries. Main thread only; the audio
+/// thread only fills a queue.
+class LtcManager {
+public:
+    enum class Field {
+        isCapturing,
+        currentTimecodeDisplay,
+        detectedFps,
+        signalDetected,
+        availableInputDevices,
+        selectedDeviceId,
+        lastError,
+        rawAudioLevel,
+        detectedChannelCount,
+        levelsPerChannel,
+        selectedChannelIndex,
+        buffersReceivedCount,
+    };
+
+    /// What is given here outlives the manager.
+    LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio);
+    LtcManager(const LtcManager&) = delete;
+    LtcManager& operator=(const LtcManager&) = delete;
+    ~LtcManager();
+
+    /// Emitted after each assignment to a field, also when its value stays the same.
+    Signal<Field> didChange;
+
+    /// Called with each decoded frame, in order: its time of day in frames, and the frame rate that
+    /// this counts in. May stop or restart the capture.
+    std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameDecoded;
+
+    /// Captures from the selected device; a failure is told in `lastError`. Does nothing while
+    /// capturing.
+    void startCapturing();
+    /// Ends the capture. Blocks that were delivered but not handled yet are dropped, so that
+    /// nothing they hold appears afterwards.
+    void stopCapturing();
+    /// What the operator can choose from now; doesn't change `availableInputDevices`.
+    std::vector<AudioInputDevice> fetchInputDevices() const;
+
+    bool isCapturing() const { return isCapturing_; }
+    /// The last decoded timecode, HH:MM:SS:FF, or "--:--:--:--".
+    const std::string& currentTimecodeDisplay() const { return currentTimecodeDisplay_; }
+    std::int64_t detectedFps() const { return detectedFps_; }
+    /// Whether a frame had been decoded less than 2 seconds before the last block.
+    bool signalDetected() const { return signalDetected_; }
+    const std::vector<AudioInputDevice>& availableInputDevices() const {
+        return availableInputDevices_;
+    }
+    std::optional<AudioDeviceId> selectedDeviceId() const { return selectedDeviceId_; }
+    /// Why the last start failed, a French sentence.
+    const std::optional<std::string>& lastError() const { return lastError_; }
+    /// Peak of the decoded channel in the last block, linear.
+    float rawAudioLevel() const { return rawAudioLevel_; }
+    std::int64_t detectedChannelCount() const { return detectedChannelCount_; }
+    /// Peak of each channel in the last block, linear.
+    const std::vector<float>& levelsPerChannel() const { return levelsPerChannel_; }
+    /// From 0. A block with fewer channels has its last one decoded; below 0, none is.
+    std::int64_t selectedChannelIndex() const { return selectedChannelIndex_; }
+    /// Blocks handled since the manager was made.
+    std::int64_t buffersReceivedCount() const { return buffersReceivedCount_; }
+
+    /// Blocks of the present capture that were lost because the main thread stood still.
+    std::uint64_t droppedBlockCount() const;
+
+    void setAvailableInputDevices(std::vector<AudioInputDevice> devices);
+    void setSelectedDeviceId(std::optional<AudioDeviceId> device);
+    void setSelectedChannelIndex(std::int64_t index);
+
+private:
+    template <typename T>
+    void assign(T& member, T value, Field field);
+
+    void handleNextBlock();
+    void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
+    void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
+
+    const Clock& clock_;
+    AudioInputSystem& audio_;
+    const std::thread::id mainThread_ = std::this_thread::get_id();
+
+    bool isCapturing_ = false;
+    std::string currentTimecodeDisplay_;
+    std::int64_t detectedFps_ = 25;
+    bool signalDetected_ = false;
+    std::vector<AudioInputDevice> availableInputDevices_;
+    std::optional<AudioDeviceId> selectedDeviceId_;
+    std::optional<std::string> lastError_;
+    float rawAudioLevel_ = 0.0F;
+    std::int64_t detectedChannelCount_ = 0;
+    std::vector<float> levelsPerChannel_;
+    std::int64_t selectedChannelIndex_ = 0;
+    std::int64_t buffersReceivedCount_ = 0;
+
+    LtcBiphaseDecoder decoder_;
+    /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
+    /// over from an earlier capture find the queue empty, or handle a block of the present one a
+    /// turn early, which keeps the order.
+    std::unique_ptr<MainQueue::RealtimeTrigger> blockArrived_;
+    /// The blocks of the present capture; absent while idle. Shared so that the block being handled
+    /// stays valid when its own timecode stops the capture.
+    std::shared_ptr<AudioBlockQueue> blocks_;
+    AuhalCapture capture_;  // last: no block arrives while the rest is destroyed
+};
+
+}  // namespace tessivo

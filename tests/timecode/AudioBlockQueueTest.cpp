@@ -1,0 +1,158 @@
+#include "timecode/AudioBlockQueue.h"
+#include "timecode/LtcSignal.h"
+
+#include <doctest/doctest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <limits>
+#include <thread>
+#include <vector>
+
+using tessivo::AudioBlock;
+using tessivo::AudioBlockQueue;
+
+namespace {
+
+/// Blocks whose samples tell their number and channel, in storage wider than the block.
+class Source {
+public:
+    explicit Source(std::size_t channelCount)
+        : channelCount_(channelCount), samples_(channelCount * distance) {}
+
+    AudioBlock block(std::uint64_t number, std::size_t frameCount) {
+        for (std::size_t channel = 0; channel < channelCount_; ++channel) {
+            for (std::size_t i = 0; i < frameCount; ++i) {
+                samples_[channel * distance + i] = value(number, channel, i);
+            }
+        }
+        return {samples_.data(), distance, channelCount_, frameCount, 48'000.0};
+    }
+
+    static float value(std::uint64_t number, std::size_t channel, std::size_t index) {
+        return static_cast<float>((number * 7 + channel * 3 + index) % 65'536);
+    }
+
+private:
+    static constexpr std::size_t distance = 4096;
+    std::size_t channelCount_;
+    std::vector<float> samples_;
+};
+
+bool isBlock(const AudioBlock& block, std::uint64_t number, std::size_t channelCount) {
+    if (block.channelCount != channelCount) {
+        return false;
+    }
+    for (std::size_t channel = 0; channel < channelCount; ++channel) {
+        const std::span<const float> samples = block.channel(channel);
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            if (samples[i] != Source::value(number, channel, i)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+TEST_CASE("the queue holds a second of audio, drops the newest beyond, and goes on when drained") {
+    struct Row {
+        std::size_t channelCount;
+        double sampleRate;
+        std::size_t frameCount;
+        std::uint64_t leastHeld;
+    };
+    const Row rows[] = {
+        {1, 48'000.0, 16, 3000},
+        {2, 44'100.0, 512, 87},
+        {64, 48'000.0, 512, 94},
+        {2, 192'000.0, 4096, 47},
+        {3, 48'000.0, 4095, 12},
+        {1, 0.0, 512, 94},
+        {1, -1.0, 512, 94},
+        {1, std::numeric_limits<double>::quiet_NaN(), 512, 94},
+        {1, std::numeric_limits<double>::infinity(), 512, 94},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.channelCount);
+        CAPTURE(row.sampleRate);
+        AudioBlockQueue queue(row.channelCount, row.sampleRate);
+        Source source(row.channelCount);
+        std::uint64_t first = 0, pushed = 0, dropped = 0;
+        for (int round = 0; round < 3; ++round) {
+            while (queue.push(source.block(pushed, row.frameCount))) {
+                ++pushed;
+            }
+            CHECK(queue.droppedCount() == ++dropped);
+            CHECK(pushed - first >= row.leastHeld);
+            CHECK(pushed - first < row.leastHeld * 2);
+            for (; first < pushed; ++first) {
+                const auto block = queue.front();
+                REQUIRE(block);
+                REQUIRE(block->frameCount == row.frameCount);
+                REQUIRE(isBlock(*block, first, row.channelCount));
+                queue.pop();
+            }
+            CHECK_FALSE(queue.front());
+        }
+    }
+}
+
+TEST_CASE("blocks of any length come out in order and whole, over many turns of the ring") {
+    constexpr std::size_t channelCount = 3;
+    AudioBlockQueue queue(channelCount, 8'000.0);
+    Source source(channelCount);
+    tessivo::Random random(11);
+    std::vector<std::uint64_t> waiting;  // numbers, oldest first
+    for (std::uint64_t number = 0; number < 20'000; ++number) {
+        const std::size_t frameCount = random.below(4) == 0 ? random.below(4097) : random.below(64);
+        if (queue.push(source.block(number, frameCount))) {
+            waiting.push_back(number);
+        }
+        for (std::size_t pops = random.below(4); pops > 0 && !waiting.empty(); --pops) {
+            const auto block = queue.front();
+            REQUIRE(block);
+            REQUIRE(isBlock(*block, waiting.front(), channelCount));
+            waiting.erase(waiting.begin());
+            queue.pop();
+        }
+    }
+    CHECK(queue.droppedCount() > 0);
+    CHECK(queue.droppedCount() < 10'000);
+}
+
+TEST_CASE("two threads hand blocks over without a lock") {
+    constexpr std::size_t channelCount = 2;
+    constexpr std::uint64_t blockCount = 20'000;
+    AudioBlockQueue queue(channelCount, 8'000.0);
+    std::atomic<bool> finished = false;
+    std::thread producer([&] {
+        Source source(channelCount);
+        tessivo::Random random(5);
+        for (std::uint64_t number = 0; number < blockCount;) {
+            if (queue.push(source.block(number, random.below(300)))) {
+                ++number;
+            } else {
+                std::this_thread::yield();
+            }
+        }
+        finished = true;
+    });
+    std::uint64_t taken = 0;
+    bool intact = true;
+    while (true) {
+        const bool wasFinished = finished;
+        if (const auto block = queue.front()) {
+            intact = intact && isBlock(*block, taken++, channelCount);
+            queue.pop();
+        } else if (wasFinished) {
+            break;
+        } else {
+            std::this_thread::yield();
+        }
+    }
+    producer.join();
+    CHECK(taken == blockCount);
+    CHECK(intact);
+}
