@@ -1,5 +1,5 @@
 #include <QApplication>
-#include <QIcon>
+#include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
@@ -70,7 +70,9 @@ int main(int argc, char* argv[]) {
     tessivo::FilePreferencesStore preferences(tessivo::FilePreferencesStore::defaultFolder());
     tessivo::DiskFileStore files;
     tessivo::DialogFilePanels panels;
-    tessivo::PortAudioInput audio;
+    tessivo::PortAudioInput audio(
+        (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio-devices"))
+            .toStdString());
     tessivo::AppState state(
         tessivo::Platform{clock, mainQueue, preferences, files, panels, audio, std::cout});
 
