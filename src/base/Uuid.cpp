@@ -6,8 +6,6 @@
 namespace tessivo {
 namespace {
 
-constexpr std::size_t textLength = 36;
-
 constexpr bool isHyphenPosition(std::size_t position) {
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
@@ -66,17 +64,21 @@ std::optional<Uuid> Uuid::fromText(std::string_view text) {
 }
 
 std::string Uuid::toText() const {
-    static constexpr char digits[] = "0123456789ABCDEF";
     std::string text(textLength, '-');
-    std::size_t nibble = 0;
-    for (std::size_t i = 0; i < textLength; ++i) {
-        if (!isHyphenPosition(i)) {
-            const std::uint8_t byte = bytes[nibble / 2];
-            text[i] = digits[nibble % 2 == 0 ? byte >> 4 : byte & 0x0F];
-            ++nibble;
-        }
-    }
+    writeText(text.data());
     return text;
+}
+
+void Uuid::writeText(char* text) const {
+    static constexpr char digits[] = "0123456789ABCDEF";
+    std::size_t position = 0;
+    for (const std::uint8_t byte : bytes) {
+        if (isHyphenPosition(position)) {
+            text[position++] = '-';
+        }
+        text[position++] = digits[byte >> 4];
+        text[position++] = digits[byte & 0x0F];
+    }
 }
 
 }  // namespace tessivo

@@ -5,6 +5,7 @@
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <system_error>
@@ -49,6 +50,25 @@ bool holdsLoneSurrogate(std::string_view text) {
         }
     }
     return false;
+}
+
+constexpr bool needsEscape(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
+}
+
+constexpr std::size_t longestEscape = 6;
+
+char* writeEscape(char* at, char c) {
+    static constexpr char digits[] = "0123456789ABCDEF";
+    *at++ = '\\';
+    if (c == '"' || c == '\\') {
+        *at++ = c;
+        return at;
+    }
+    at = std::ranges::copy(std::string_view("u00"), at).out;
+    *at++ = digits[c >> 4];
+    *at++ = digits[c & 0x0F];
+    return at;
 }
 
 rapidjson::SizeType sizeOf(std::string_view text) {
@@ -159,40 +179,66 @@ const Value* MemberReader::find(std::string_view name) const {
     return member == object_.MemberEnd() ? nullptr : &member->value;
 }
 
-Writer::Writer() = default;
-Writer::~Writer() = default;
-
+// RFC 8259, 7: what must be escaped, and nothing else.
 void Writer::write(const std::string& text) {
-    writer_.String(text.data(), sizeOf(text));
-}
-void Writer::write(std::int64_t number) {
-    writer_.Int64(number);
-}
-void Writer::write(double number) {
-    writer_.Double(number);
-}
-void Writer::write(const Uuid& uuid) {
-    write(uuid.toText());
+    constexpr std::size_t blockSize = 4096;  // bounds the room that is asked for
+    put('"');
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view block = rest.substr(0, blockSize);
+        char* at = room(longestEscape * block.size());
+        for (const char c : block) {
+            if (needsEscape(c)) {
+                at = writeEscape(at, c);
+            } else {
+                *at++ = c;
+            }
+        }
+        wroteUpTo(at);
+        rest.remove_prefix(block.size());
+    }
+    put('"');
 }
 
-std::string Writer::json() const {
-    return {buffer_.GetString(), buffer_.GetSize()};
+void Writer::write(std::int64_t number) {
+    writeNumber(number);
+}
+
+void Writer::write(double number) {
+    writeNumber(number);
+}
+
+void Writer::write(const Uuid& uuid) {
+    char* at = room(Uuid::textLength + 2);
+    *at++ = '"';
+    uuid.writeText(at);
+    at += Uuid::textLength;
+    *at++ = '"';
+    wroteUpTo(at);
 }
 
 void Writer::writeName(std::string_view name) {
-    writer_.Key(name.data(), sizeOf(name));
+    separate('{');
+    char* at = room(name.size() + 3);
+    *at++ = '"';
+    at = std::ranges::copy(name, at).out;
+    *at++ = '"';
+    *at++ = ':';
+    wroteUpTo(at);
 }
-void Writer::startArray() {
-    writer_.StartArray();
+
+/// The shortest decimal form that reads back to the same value.
+template <typename Number>
+void Writer::writeNumber(Number number) {
+    constexpr std::size_t longest = 32;
+    char* at = room(longest);
+    wroteUpTo(std::to_chars(at, at + longest, number).ptr);
 }
-void Writer::endArray() {
-    writer_.EndArray();
-}
-void Writer::startObject() {
-    writer_.StartObject();
-}
-void Writer::endObject() {
-    writer_.EndObject();
+
+char* Writer::room(std::size_t count) {
+    if (json_.size() - size_ < count) {
+        json_.resize(2 * json_.size() + count);
+    }
+    return json_.data() + size_;
 }
 
 }  // namespace tessivo::json

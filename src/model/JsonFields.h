@@ -3,17 +3,17 @@
 #include "base/Uuid.h"
 
 #include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <ranges>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 /// How any record goes to JSON and back. A record takes part through one function beside it,
@@ -75,11 +75,18 @@ private:
     const Value& object_;
 };
 
-/// Writes one value. That cannot fail: texts are valid UTF-8, numbers finite.
+/// Writes one value as JSON. That cannot fail: texts are valid UTF-8, numbers finite.
 class Writer {
 public:
-    Writer();
-    ~Writer();
+    /// `storage` gives its memory to the text, and loses its content.
+    explicit Writer(std::string storage) : json_(std::move(storage)) {
+        json_.resize(json_.capacity());
+    }
+    /// The whole text, once.
+    std::string take() {
+        json_.resize(size_);
+        return std::move(json_);
+    }
 
     void write(const std::string& text);
     void write(std::int64_t number);
@@ -87,8 +94,6 @@ public:
     void write(const Uuid& uuid);
     template <typename RecordOrRange>
     void write(const RecordOrRange& value);
-
-    std::string json() const;
 
 private:
     template <typename T>
@@ -102,13 +107,25 @@ private:
         return !field || writeMember(name, *field);
     }
     void writeName(std::string_view name);
-    void startArray();
-    void endArray();
-    void startObject();
-    void endObject();
+    template <typename Number>
+    void writeNumber(Number number);
 
-    rapidjson::StringBuffer buffer_;
-    rapidjson::Writer<rapidjson::StringBuffer> writer_{buffer_};
+    /// Where the next characters go, at most `count` of them; `wroteUpTo` tells how far they went.
+    char* room(std::size_t count);
+    void wroteUpTo(const char* end) { size_ = static_cast<std::size_t>(end - json_.data()); }
+    void put(char c) {
+        *room(1) = c;
+        ++size_;
+    }
+    /// Writes the comma before every element but the first; no value ends in an opening bracket.
+    void separate(char opening) {
+        if (json_[size_ - 1] != opening) {
+            put(',');
+        }
+    }
+
+    std::string json_;      // longer than what is written: appending piece by piece is slower
+    std::size_t size_ = 0;  // what is written
 };
 
 template <typename T>
@@ -116,10 +133,12 @@ bool read(const Value& value, std::vector<T>& result) {
     if (!value.IsArray()) {
         return false;
     }
+    // A random identity for each, made only to be replaced, would cost more than all the reading.
+    static const T blank{};
     result.clear();
     result.reserve(value.Size());
-    return std::ranges::all_of(value.GetArray(), [&result](const Value& element) {
-        return read(element, result.emplace_back());
+    return std::ranges::all_of(value.GetArray(), [&](const Value& element) {
+        return read(element, result.emplace_back(blank));
     });
 }
 
@@ -131,25 +150,26 @@ bool read(const Value& value, Record& result) {
 template <typename RecordOrRange>
 void Writer::write(const RecordOrRange& value) {
     if constexpr (std::ranges::range<RecordOrRange>) {
-        startArray();
+        put('[');
         for (const auto& element : value) {
+            separate('[');
             write(element);
         }
-        endArray();
+        put(']');
     } else {
-        startObject();
+        put('{');
         visitMembers(value, [this](std::string_view name, const auto& field) {
             return this->writeMember(name, field);
         });
-        endObject();
+        put('}');
     }
 }
 
 template <typename Record>
-std::string encode(const Record& record) {
-    Writer writer;
+std::string encode(const Record& record, std::string storage = {}) {
+    Writer writer(std::move(storage));
     writer.write(record);
-    return writer.json();
+    return writer.take();
 }
 
 /// The whole record or nothing.

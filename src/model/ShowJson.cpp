@@ -2,6 +2,8 @@
 
 #include "model/ShowMembers.h"
 
+#include <utility>
+
 namespace tessivo {
 
 std::string encodeJson(const Guest& guest) {
@@ -19,8 +21,9 @@ std::string encodeJson(const PersistedData& data) {
 
 std::string encodePersistedJson(std::span<const Show> shows,
                                 const std::optional<Uuid>& activeShowId,
-                                std::int64_t activeSongIndex) {
-    return json::encode(PersistedDataView{shows, activeShowId, activeSongIndex});
+                                std::int64_t activeSongIndex, std::string storage) {
+    return json::encode(PersistedDataView{shows, activeShowId, activeSongIndex},
+                        std::move(storage));
 }
 
 std::optional<Guest> decodeGuest(std::string_view json) {

@@ -90,7 +90,7 @@ TEST_CASE("a value comes back in the next run, whatever its bytes") {
     CHECK(store.isWritable());
     CHECK(store.data(key) == binary);
     CHECK(store.data("other") == "");
-    CHECK(folder.names() == Names{"lock", key, "other"});
+    CHECK(folder.names() == Names{"lock", key, key + ".precedent", "other"});
 }
 
 TEST_CASE("the folder is made, and its files are the user's only") {
@@ -181,12 +181,12 @@ TEST_CASE("a write that fails leaves the old value and nothing beside it") {
 TEST_CASE("a half-written value of a killed run is never read") {
     const TemporaryFolder folder;
     folder.write(key, "whole");
-    folder.write(key + ".new", "ha");
+    folder.write(key + ".precedent", "ha");
     FilePreferencesStore store(folder.path());
     CHECK(store.data(key) == "whole");
     store.setData(key, "w");
     CHECK(store.data(key) == "w");
-    CHECK(folder.names() == Names{"lock", key});
+    CHECK(folder.names() == Names{"lock", key, key + ".precedent"});
 }
 
 TEST_CASE("a second store reads and never writes, even once the first is gone") {

@@ -52,11 +52,25 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
-/// Makes the file anew with these bytes, and waits until they are on the disk.
+/// Gives the file these bytes, over those that it has, and waits until they are on the disk.
 bool writeSynced(const std::string& path, std::string_view bytes) {
-    const FileDescriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, ownerOnly));
-    return file.isOpen() && writeAll(file.value(), bytes) && ::fdatasync(file.value()) == 0;
+    const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, ownerOnly));
+    return file.isOpen() && writeAll(file.value(), bytes) &&
+           ::ftruncate(file.value(), static_cast<off_t>(bytes.size())) == 0 &&
+           ::fdatasync(file.value()) == 0;
+}
+
+bool isRegularFile(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Puts a file in the place of another, and the other in its, where there is one and the file
+/// system can do that in one step; else the other is gone.
+bool exchange(const std::string& from, const std::string& to) {
+    return (isRegularFile(to) &&
+            ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) ||
+           std::rename(from.c_str(), to.c_str()) == 0;
 }
 
 }  // namespace
@@ -88,12 +102,12 @@ void FilePreferencesStore::setData(std::string_view key, std::string_view bytes)
     if (!isWritable()) {
         return;
     }
-    // Only the owner of the folder writes in it, so one name does; what a kill leaves under it is
-    // overwritten by the next value.
+    // Overwriting the value before the present one needs that no power cut can bring it back as the
+    // present one: the folder is synced each time.
     const std::string path = pathOf(key);
-    const std::string beside = path + ".new";
-    if (!writeSynced(beside, bytes) || std::rename(beside.c_str(), path.c_str()) != 0) {
-        ::unlink(beside.c_str());
+    const std::string previous = path + ".precedent";
+    if (!writeSynced(previous, bytes) || !exchange(previous, path)) {
+        ::unlink(previous.c_str());
         return;
     }
     syncFolder();

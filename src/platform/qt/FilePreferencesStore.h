@@ -13,6 +13,9 @@ namespace tessivo {
 /// The first store on a folder owns it until it is destroyed or its process ends in whatever way;
 /// another store, in this or another process, then reads but writes nothing, even later, for what
 /// it read may be out of date.
+///
+/// Beside a value stands the one before it, `key`.precedent, whose place the next one takes: files
+/// that are only ever exchanged and overwritten cost half as much as ones made and deleted.
 class FilePreferencesStore : public PreferencesStore {
 public:
     /// Makes the folder if need be, and takes hold of it. `folder` is UTF-8.

@@ -106,7 +106,7 @@ void killStorms(const test::TemporaryFolder& folder, int kills, std::mt19937_64&
         }
         REQUIRE(kept->shows == expected);
         auto names = folder.names();
-        names.erase(std::string(test::stormKey) + ".new");
+        names.erase(std::string(test::stormKey) + ".precedent");
         CHECK(names == std::set<std::string>{"lock", test::stormKey});
     }
     MESSAGE(folder.path(), ": ", number, " operations, ", kills, " kills");
