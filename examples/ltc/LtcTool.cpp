@@ -207,7 +207,9 @@ bool write(const LtcFileRequest& request) {
         for (float& sample : samples) {
             sample = sample * level + (request.noiseDecibels ? noise.next() * noiseLevel : 0.0F);
         }
-        wav.append(samples);
+        if (!wav.append(samples)) {
+            return false;
+        }
         timecode = next(timecode, request.rate);
     }
     return wav.finish();

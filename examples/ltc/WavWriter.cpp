@@ -42,7 +42,7 @@ WavWriter::WavWriter(const std::string& path, int sampleRate, std::int64_t sampl
                     static_cast<std::uint32_t>(sampleCount) * bytesPerSample);
 }
 
-void WavWriter::append(std::span<const float> samples) {
+bool WavWriter::append(std::span<const float> samples) {
     std::string bytes;
     bytes.reserve(samples.size() * bytesPerSample);
     for (const float sample : samples) {
@@ -50,6 +50,7 @@ void WavWriter::append(std::span<const float> samples) {
         appendInteger(bytes, static_cast<std::int16_t>(std::lround(clipped * 32'767.0F)));
     }
     file_ << bytes;
+    return file_.good();
 }
 
 bool WavWriter::finish() {

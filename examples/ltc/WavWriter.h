@@ -18,8 +18,9 @@ public:
     /// `maximumSampleCount`; the header comes first and names it.
     WavWriter(const std::string& path, int sampleRate, std::int64_t sampleCount);
 
-    /// Samples from -1 to 1; what lies outside is clipped.
-    void append(std::span<const float> samples);
+    /// Samples from -1 to 1; what lies outside is clipped. False when writing has failed, now or
+    /// before.
+    bool append(std::span<const float> samples);
 
     /// Closes the file; false when anything could not be written.
     bool finish();

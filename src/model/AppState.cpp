@@ -71,8 +71,9 @@ void AppState::save() {
         }
         storedRecordIsUnreadable_ = false;
     }
-    platform_.preferences.setData(storageKey,
-                                  encodePersistedJson(shows_, activeShowId_, activeSongIndex_));
+    recordBytes_ = encodePersistedJson(shows_, activeShowId_, activeSongIndex_,
+                                       std::move(recordBytes_));
+    platform_.preferences.setData(storageKey, recordBytes_);
 }
 
 }  // namespace tessivo

@@ -138,6 +138,7 @@ private:
     std::optional<std::string> latestUpdateVersion_;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool storedRecordIsUnreadable_ = false;
+    std::string recordBytes_;  // what was stored last; its memory serves the next save
 };
 
 }  // namespace tessivo

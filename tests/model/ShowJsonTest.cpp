@@ -348,5 +348,5 @@ TEST_CASE("records differ by order and by absent against empty; a new show has t
 TEST_CASE("the stored form stays what earlier versions wrote") {
     const auto data = decodePersistedData(dataJson);
     REQUIRE(data.has_value());
-    CHECK(test::matchesGolden("record.json", encodeJson(*data)));
+    CHECK(matchesGolden("record.json", encodeJson(*data)));
 }

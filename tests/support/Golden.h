@@ -1,27 +1,28 @@
 #pragma once
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <string_view>
 
-namespace tessivo::test {
+namespace tessivo {
 
-/// Whether `actual` is, byte for byte, the content of tests/golden/`name`. If not, it is written
-/// beside that file as `name`.actual, to be looked at and, if right, to take its place.
-inline bool matchesGolden(const std::string& name, std::string_view actual) {
-    const auto path = std::filesystem::path(TESSIVO_SOURCE_DIR) / "tests" / "golden" / name;
-    auto actualPath = path;
-    actualPath += ".actual";
-    std::ostringstream expected;
-    expected << std::ifstream(path, std::ios::binary).rdbuf();
-    if (expected.str() == actual) {
-        std::filesystem::remove(actualPath);
+/// The whole content of a file; empty when it can't be read.
+inline std::string readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return std::move(content).str();
+}
+
+/// Whether tests/golden/`name` holds `actual`. When it doesn't, `actual` is written beside it as
+/// `name`.actual, to be looked at and, if it is right, to take its place.
+inline bool matchesGolden(const std::string& name, const std::string& actual) {
+    const std::string path = std::string(TESSIVO_SOURCE_DIR "/tests/golden/") + name;
+    if (readFile(path) == actual) {
         return true;
     }
-    std::ofstream(actualPath, std::ios::binary) << actual;
+    std::ofstream(path + ".actual", std::ios::binary) << actual;
     return false;
 }
 
-}  // namespace tessivo::test
+}  // namespace tessivo

@@ -1,0 +1,248 @@
+#include "ltc/LtcEncoder.h"
+#include "platform/simulated/SimulatedMainQueue.h"
+#include "support/Golden.h"
+#include "timecode/LtcBiphaseDecoder.h"
+#include "timecode/LtcSignal.h"
+
+#include <doctest/doctest.h>
+#include <ltc.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+using tessivo::LtcBiphaseDecoder;
+using tessivo::Random;
+using Frame = LtcBiphaseDecoder::Frame;
+
+namespace {
+
+constexpr int sampleRate = 48'000;
+constexpr int samplesPerFrame = sampleRate / 25;
+constexpr std::size_t frameCount = 60 * 25;
+
+/// A frame that a decoder gave, and the sample that ended it.
+struct Found {
+    Frame frame;
+    double end;
+};
+
+struct Score {
+    std::size_t right = 0, wrong = 0;
+    std::size_t missed() const { return frameCount - right; }
+};
+
+struct Signal {
+    std::vector<Frame> frames;
+    std::vector<float> samples;  // from -1 to 1
+};
+
+Signal encodeMinute() {
+    const tessivo::ltc::FrameRate rate{};
+    tessivo::ltc::LtcEncoder encoder(rate, sampleRate);
+    tessivo::ltc::Timecode timecode{.hours = 9, .minutes = 59, .seconds = 30, .frames = 0};
+    Signal signal;
+    for (std::size_t i = 0; i < frameCount; ++i) {
+        signal.frames.push_back(
+            {timecode.hours, timecode.minutes, timecode.seconds, timecode.frames});
+        encoder.appendFrame(timecode, signal.samples);
+        timecode = next(timecode, rate);
+    }
+    encoder.appendClosingCell(signal.samples);
+    return signal;
+}
+
+/// A frame is right when it says what was sent where it was found, once.
+Score judge(const std::vector<Frame>& sent, const std::vector<Found>& found) {
+    Score score;
+    std::set<long> seen;
+    for (const Found& each : found) {
+        const long number = std::lround(each.end / samplesPerFrame) - 1;
+        const bool inside = number >= 0 && number < static_cast<long>(sent.size());
+        if (inside && sent[static_cast<std::size_t>(number)] == each.frame &&
+            seen.insert(number).second) {
+            ++score.right;
+        } else {
+            ++score.wrong;
+        }
+    }
+    return score;
+}
+
+std::vector<Found> decode(const std::vector<float>& samples) {
+    const tessivo::SimulatedMainQueue clock;
+    LtcBiphaseDecoder decoder(clock);
+    std::vector<Found> found;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        if (const auto frame = decoder.feedSample(samples[i])) {
+            found.push_back({*frame, static_cast<double>(i)});
+        }
+    }
+    return found;
+}
+
+std::vector<Found> decodeWithLibltc(std::vector<float> samples) {
+    const std::unique_ptr<LTCDecoder, decltype(&ltc_decoder_free)> decoder(
+        ltc_decoder_create(samplesPerFrame, 32), ltc_decoder_free);
+    std::vector<Found> found;
+    constexpr std::size_t blockFrames = 512;
+    for (std::size_t start = 0; start < samples.size(); start += blockFrames) {
+        ltc_decoder_write_float(decoder.get(), samples.data() + start,
+                                std::min(blockFrames, samples.size() - start),
+                                static_cast<ltc_off_t>(start));
+        LTCFrameExt received;
+        while (ltc_decoder_read(decoder.get(), &received) != 0) {
+            SMPTETimecode timecode;
+            ltc_frame_to_time(&timecode, &received.ltc, 0);
+            found.push_back({{timecode.hours, timecode.mins, timecode.secs, timecode.frame},
+                             static_cast<double>(received.off_end)});
+        }
+    }
+    return found;
+}
+
+// ---- Disturbances; all arithmetic is exact enough to be the same on every computer.
+
+using Samples = std::vector<float>;
+using Disturbance = std::function<void(Samples&)>;
+
+/// The timecode's peak: low enough that no sum of it and a disturbance leaves the range of ±1,
+/// which libltc's conversion to its 8 bits doesn't bound.
+constexpr float peak = 0.25F;
+
+/// White noise this far below the timecode, both as effective values.
+Disturbance noise(float ratio) {
+    return [ratio](Samples& samples) {
+        Random random(2);
+        for (float& sample : samples) {
+            sample += peak * ratio * random.gaussian();
+        }
+    };
+}
+
+/// A sine of 50 Hz whose peak is `ratio` of the timecode's.
+Disturbance hum(double ratio) {
+    return [ratio](Samples& samples) {
+        // A rotation by 2π·50/48000 per sample, begun anew each period of 960 samples.
+        constexpr double cosine = 0.99997858166412923, sine = 0.0065449379673518581;
+        double x = 1.0, y = 0.0;
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            if (i % 960 == 0) {
+                x = 1.0;
+                y = 0.0;
+            }
+            samples[i] += static_cast<float>(peak * ratio * y);
+            const double turned = x * cosine - y * sine;
+            y = x * sine + y * cosine;
+            x = turned;
+        }
+    };
+}
+
+Disturbance offset(float ratio) {
+    return [ratio](Samples& samples) {
+        for (float& sample : samples) {
+            sample += peak * ratio;
+        }
+    };
+}
+
+/// Nothing arrives for so many milliseconds of each second.
+Disturbance silence(std::size_t milliseconds) {
+    return [milliseconds](Samples& samples) {
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            // Off the beginning of a frame, and drifting over it from second to second.
+            if ((i + i / sampleRate * 37) % sampleRate / 48 < milliseconds) {
+                samples[i] = 0.0F;
+            }
+        }
+    };
+}
+
+Disturbance gain(float factor) {
+    return [factor](Samples& samples) {
+        for (float& sample : samples) {
+            sample *= factor;
+        }
+    };
+}
+
+Disturbance both(Disturbance first, Disturbance second) {
+    return [=](Samples& samples) {
+        first(samples);
+        second(samples);
+    };
+}
+
+struct Row {
+    const char* name;
+    Disturbance disturb;
+};
+
+std::vector<Row> rows() {
+    return {
+        {"none", [](Samples&) {}},
+        {"level -40 dBFS", gain(0.04F)},
+        {"level -60 dBFS", gain(0.004F)},
+        {"noise, SNR 20 dB", noise(0.1F)},
+        {"noise, SNR 16 dB", noise(0.158489319F)},
+        {"noise, SNR 14 dB", noise(0.199526231F)},
+        {"noise, SNR 13 dB", noise(0.223872114F)},
+        {"noise, SNR 12 dB", noise(0.251188643F)},
+        {"noise, SNR 11 dB", noise(0.281838293F)},
+        {"noise, SNR 10 dB", noise(0.316227766F)},
+        {"noise, SNR 8 dB", noise(0.398107171F)},
+        {"50 Hz hum, half the peak", hum(0.5)},
+        {"50 Hz hum, 0.9 of the peak", hum(0.9)},
+        {"50 Hz hum, 1.1 of the peak", hum(1.1)},
+        {"offset, half the peak", offset(0.5F)},
+        {"offset, 0.9 of the peak", offset(0.9F)},
+        {"offset, 1.1 of the peak", offset(1.1F)},
+        {"hum 0.5 and noise 20 dB", both(hum(0.5), noise(0.1F))},
+        {"1 ms lost each second", silence(1)},
+        {"10 ms lost each second", silence(10)},
+        {"100 ms lost each second", silence(100)},
+        {"500 ms lost each second", silence(500)},
+        {"100 ms lost, noise 40 dB", both(silence(100), noise(0.01F))},
+        {"500 ms lost, noise 40 dB", both(silence(500), noise(0.01F))},
+    };
+}
+
+std::string line(const char* name, const Score& own, const Score& libltc) {
+    std::array<char, 128> text{};
+    std::snprintf(text.data(), text.size(), "%-28s %5zu %5zu %6zu   %5zu %5zu %6zu\n", name,
+                  own.right, own.wrong, own.missed(), libltc.right, libltc.wrong, libltc.missed());
+    return text.data();
+}
+
+std::string makeTable() {
+    const Signal signal = encodeMinute();
+    std::string table =
+        "1500 frames sent                  Tessivo               libltc " LIBLTC_VERSION
+        "\n"
+        "disturbance                  right wrong missed   right wrong missed\n";
+    for (const Row& row : rows()) {
+        Samples samples = signal.samples;
+        gain(peak)(samples);
+        row.disturb(samples);
+        table += line(row.name, judge(signal.frames, decode(samples)),
+                      judge(signal.frames, decodeWithLibltc(samples)));
+    }
+    return table;
+}
+
+}  // namespace
+
+TEST_CASE("what is decoded under disturbance is known, and the documentation shows it") {
+    const std::string table = makeTable();
+    CHECK(tessivo::matchesGolden("ltc-under-disturbance.txt", table));
+    const std::string document = tessivo::readFile(TESSIVO_SOURCE_DIR "/docs/timecode.md");
+    CHECK(document.find("```\n" + table + "```\n") != std::string::npos);
+}
