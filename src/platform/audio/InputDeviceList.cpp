@@ -1,0 +1,78 @@
+#include "platform/audio/InputDeviceList.h"
+
+#include <portaudio.h>
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace tessivo {
+namespace {
+
+// Gives `key` its place among the equal ones already listed.
+void append(InputDeviceList& devices, ListedInputDevice device) {
+    device.key.ordinal = static_cast<std::uint32_t>(
+        std::count_if(devices.begin(), devices.end(), [&](const ListedInputDevice& other) {
+            return other.key.hostApi == device.key.hostApi && other.key.name == device.key.name;
+        }));
+    devices.push_back(std::move(device));
+}
+
+}  // namespace
+
+InputDeviceList listInputDevices() {
+    InputDeviceList devices;
+    for (PaDeviceIndex index = 0; index < Pa_GetDeviceCount(); ++index) {
+        const PaDeviceInfo* info = Pa_GetDeviceInfo(index);
+        if (info != nullptr && info->name != nullptr && info->maxInputChannels > 0) {
+            append(devices, {{Pa_GetHostApiInfo(info->hostApi)->name, info->name, 0},
+                             static_cast<std::uint32_t>(info->maxInputChannels),
+                             index});
+        }
+    }
+    return devices;
+}
+
+// Three fields per device, each ended by a NUL, which no name can hold; an empty field ends the
+// list, so that one that was cut short is noticed.
+std::string encodeInputDevices(const InputDeviceList& devices) {
+    std::string text;
+    for (const ListedInputDevice& device : devices) {
+        for (const std::string& field :
+             {std::to_string(device.channels), device.key.hostApi, device.key.name}) {
+            text += field;
+            text += '\0';
+        }
+    }
+    text += '\0';
+    return text;
+}
+
+std::optional<InputDeviceList> decodeInputDevices(const std::string& text) {
+    InputDeviceList devices;
+    std::size_t position = 0;
+    const auto field = [&]() -> std::optional<std::string> {
+        const std::size_t end = text.find('\0', position);
+        if (end == std::string::npos) {
+            return std::nullopt;
+        }
+        const std::size_t start = std::exchange(position, end + 1);
+        return text.substr(start, end - start);
+    };
+    while (const auto number = field()) {
+        if (number->empty()) {
+            return devices;
+        }
+        const auto hostApi = field();
+        const auto name = field();
+        std::uint32_t channels = 0;
+        std::from_chars(number->data(), number->data() + number->size(), channels);
+        if (!hostApi || !name || channels == 0) {
+            break;
+        }
+        append(devices, {{*hostApi, *name, 0}, channels, 0});
+    }
+    return std::nullopt;
+}
+
+}  // namespace tessivo

@@ -1,0 +1,222 @@
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SystemClock.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QThread>
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+using tessivo::MainQueue;
+using tessivo::QtMainQueue;
+
+namespace {
+
+// Runs the event loop until `condition` holds; false when it still doesn't after half a minute.
+template <typename Condition>
+bool runUntil(Condition condition) {
+    QElapsedTimer waited;
+    waited.start();
+    while (!condition() && waited.elapsed() < 30'000) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    return condition();
+}
+
+// Runs the event loop until everything that is waiting without a delay has run.
+void drain(QtMainQueue& queue) {
+    bool drained = false;
+    queue.post([&] { queue.post([&] { drained = true; }); });
+    REQUIRE(runUntil([&] { return drained; }));
+}
+
+}  // namespace
+
+TEST_CASE("posted tasks run on the main thread on a later turn, in order") {
+    QtMainQueue queue;
+    std::string order;
+    queue.post([&] {
+        order += "a";
+        queue.post([&] { order += "c"; });
+    });
+    queue.post([&] { order += "b"; });
+    CHECK(order.empty());
+    CHECK(runUntil([&] { return order.size() == 3; }));
+    CHECK(order == "abc");
+}
+
+TEST_CASE("tasks posted by another thread run on the main thread in the order of that thread") {
+    QtMainQueue queue;
+    const auto mainThread = std::this_thread::get_id();
+    std::vector<int> order;
+    bool elsewhere = false;
+    std::thread poster([&] {
+        for (int i = 0; i < 1000; ++i) {
+            queue.post([&, i] {
+                order.push_back(i);
+                elsewhere = elsewhere || std::this_thread::get_id() != mainThread;
+            });
+        }
+    });
+    CHECK(runUntil([&] { return order.size() == 1000; }));
+    poster.join();
+    CHECK(std::is_sorted(order.begin(), order.end()));
+    CHECK_FALSE(elsewhere);
+}
+
+TEST_CASE("a delayed task runs once, no sooner than its delay") {
+    QtMainQueue queue;
+    for (const double delay : {0.0, 0.0004, 0.05}) {
+        CAPTURE(delay);
+        const auto start = std::chrono::steady_clock::now();
+        int runs = 0;
+        double after = 0.0;
+        queue.postAfter(delay, [&] {
+            ++runs;
+            after = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        });
+        CHECK(runs == 0);
+        CHECK(runUntil([&] { return runs > 0; }));
+        CHECK(after >= delay);
+        drain(queue);
+        CHECK(runs == 1);
+    }
+}
+
+TEST_CASE("a repetition keeps to its first instant, however late single runs are") {
+    QtMainQueue queue;
+    const double interval = 0.1;
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<double> phases;
+    const auto repetition = queue.repeatEvery(interval, [&] {
+        const double elapsed =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        CHECK(elapsed >= interval * double(phases.size() + 1));
+        phases.push_back(elapsed - interval * std::floor(elapsed / interval));
+        if (phases.size() < 8) {
+            QThread::msleep(35);  // what a drifting timer would add to each later run
+        }
+    });
+    REQUIRE(runUntil([&] { return phases.size() >= 30; }));
+    // Had each run shifted the next, eight sleeps would have moved the grid by 280 ms, and none of
+    // the runs would be near it. A busy machine may delay some, not all.
+    std::sort(phases.begin(), phases.end());
+    CHECK(phases[phases.size() / 4] < 0.3 * interval);
+}
+
+TEST_CASE("runs that were missed while the main thread was busy are made up for by one") {
+    QtMainQueue queue;
+    int runs = 0;
+    const auto repetition = queue.repeatEvery(0.05, [&] { ++runs; });
+    QThread::msleep(1000);
+    drain(queue);
+    CHECK(runUntil([&] { return runs > 0; }));
+    CHECK(runs < 10);
+}
+
+TEST_CASE("a repetition or trigger may be ended by its own task") {
+    QtMainQueue queue;
+    int runs = 0;
+    const auto text = std::make_shared<std::string>("held by the task");
+    std::unique_ptr<MainQueue::Repetition> repetition;
+    std::unique_ptr<MainQueue::RealtimeTrigger> trigger;
+    repetition = queue.repeatEvery(0.001, [&, text] {
+        repetition.reset();
+        runs += static_cast<int>(text->size());
+    });
+    CHECK(runUntil([&] { return repetition == nullptr; }));
+    trigger = queue.makeRealtimeTrigger([&, text] {
+        trigger.reset();
+        runs += static_cast<int>(text->size());
+    });
+    trigger->fire();
+    trigger->fire();
+    CHECK(runUntil([&] { return trigger == nullptr; }));
+    drain(queue);
+    CHECK(runs == 2 * static_cast<int>(text->size()));
+    CHECK(text.use_count() == 1);
+}
+
+TEST_CASE("each firing from another thread gives one run on the main thread") {
+    QtMainQueue queue;
+    constexpr int firings = 2000;
+    const auto mainThread = std::this_thread::get_id();
+    int runs = 0;
+    int early = 0;
+    std::atomic<int> fired = 0;
+    const auto trigger = queue.makeRealtimeTrigger([&] {
+        ++runs;
+        early += runs > fired || std::this_thread::get_id() != mainThread ? 1 : 0;
+    });
+    std::thread audio([&] {
+        for (int i = 0; i < firings; ++i) {
+            ++fired;
+            trigger->fire();
+        }
+    });
+    CHECK(runUntil([&] { return runs == firings; }));
+    audio.join();
+    drain(queue);
+    CHECK(runs == firings);
+    CHECK(early == 0);
+}
+
+TEST_CASE("a burst of firings doesn't hold up posted work") {
+    QtMainQueue queue;
+    int runs = 0;
+    int runsBefore = -1;
+    const auto trigger = queue.makeRealtimeTrigger([&] {
+        if (++runs == 1) {
+            queue.post([&] { runsBefore = runs; });
+        }
+    });
+    for (int i = 0; i < 1000; ++i) {
+        trigger->fire();
+    }
+    CHECK(runUntil([&] { return runs == 1000; }));
+    CHECK(runsBefore >= 1);
+    CHECK(runsBefore < 100);
+}
+
+TEST_CASE("nothing runs once its owner is gone") {
+    auto queue = std::make_unique<QtMainQueue>();
+    int runs = 0;
+    const auto count = [&] { ++runs; };
+    auto trigger = queue->makeRealtimeTrigger(count);
+    trigger->fire();
+    trigger.reset();
+    auto repetition = queue->repeatEvery(0.001, count);
+    repetition.reset();
+    drain(*queue);
+    QThread::msleep(5);
+    drain(*queue);
+    CHECK(runs == 0);
+
+    queue->post(count);
+    queue->postAfter(0.0, count);
+    repetition = queue->repeatEvery(0.001, count);
+    queue.reset();
+    QtMainQueue other;
+    QThread::msleep(5);
+    drain(other);
+    CHECK(runs == 0);
+}
+
+TEST_CASE("the system clock counts from 2001 in UTC") {
+    const double before = std::difftime(std::time(nullptr), 978'307'200);
+    const double now = tessivo::SystemClock().now().secondsSince2001;
+    const double after = std::difftime(std::time(nullptr), 978'307'200) + 1.0;
+    CHECK(now >= before);
+    CHECK(now <= after);
+}
