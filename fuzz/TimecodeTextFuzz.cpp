@@ -1,9 +1,9 @@
+#include "live/StartTimecode.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
-#include "live/StartTimecode.h"
 
 using tessivo::timecodeToFrames;
 

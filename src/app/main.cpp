@@ -1,3 +1,12 @@
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/audio/PortAudioInput.h"
+#include "platform/qt/DialogFilePanels.h"
+#include "platform/qt/DiskFileStore.h"
+#include "platform/qt/FilePreferencesStore.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SystemClock.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QLibraryInfo>
@@ -10,15 +19,6 @@
 
 #include <csignal>
 #include <iostream>
-
-#include "display/ApplicationState.h"
-#include "model/AppState.h"
-#include "platform/audio/PortAudioInput.h"
-#include "platform/qt/DialogFilePanels.h"
-#include "platform/qt/DiskFileStore.h"
-#include "platform/qt/FilePreferencesStore.h"
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/SystemClock.h"
 
 namespace {
 
@@ -38,8 +38,9 @@ void dressStandardDialogs(QApplication& application, QTranslator& translator) {
     dark.setColor(QPalette::Button, QColor(28, 26, 24));
     dark.setColor(QPalette::ToolTipBase, QColor(28, 26, 24));
     dark.setColor(QPalette::Highlight, QColor(92, 23, 20));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                            QPalette::ToolTipText, QPalette::HighlightedText, QPalette::BrightText}) {
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+          QPalette::HighlightedText, QPalette::BrightText}) {
         dark.setColor(role, paper);
     }
     dark.setColor(QPalette::PlaceholderText, QColor(90, 86, 79));

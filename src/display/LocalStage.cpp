@@ -1,8 +1,8 @@
 #include "display/LocalStage.h"
 
-#include <QQmlEngine>
-
 #include "display/ApplicationState.h"
+
+#include <QQmlEngine>
 
 namespace tessivo {
 
@@ -11,9 +11,8 @@ LocalStage* LocalStage::create(QQmlEngine* engine, QJSEngine*) {
 }
 
 LocalStage::LocalStage(AppState& state)
-    : state_(state), subscription_(state.didChange.subscribe([this](AppState::Field field) {
-          update(field);
-      })) {
+    : state_(state),
+      subscription_(state.didChange.subscribe([this](AppState::Field field) { update(field); })) {
     presentAll();
 }
 

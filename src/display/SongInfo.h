@@ -1,14 +1,14 @@
 #pragma once
 
+#include "base/Uuid.h"
+#include "model/Show.h"
+
 #include <QMetaType>
 #include <QString>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <vector>
-
-#include "base/Uuid.h"
-#include "model/Show.h"
 
 namespace tessivo {
 

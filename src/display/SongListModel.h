@@ -1,9 +1,9 @@
 #pragma once
 
-#include <span>
-
 #include "display/KeyedListModel.h"
 #include "display/SongInfo.h"
+
+#include <span>
 
 namespace tessivo {
 

@@ -1,9 +1,9 @@
 #include "display/StageContent.h"
 
-#include <utility>
-
 #include "live/Countdown.h"
 #include "live/Setlist.h"
+
+#include <utility>
 
 namespace tessivo {
 namespace {

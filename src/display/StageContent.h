@@ -1,14 +1,14 @@
 #pragma once
 
+#include "display/SongListModel.h"
+#include "live/StagePanel.h"
+
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
 #include <optional>
-
-#include "display/SongListModel.h"
-#include "live/StagePanel.h"
 
 namespace tessivo {
 

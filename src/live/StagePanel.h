@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "model/Show.h"
+
+#include <cstdint>
 
 namespace tessivo {
 

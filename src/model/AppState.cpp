@@ -71,8 +71,8 @@ void AppState::save() {
         }
         storedRecordIsUnreadable_ = false;
     }
-    recordBytes_ = encodePersistedJson(shows_, activeShowId_, activeSongIndex_,
-                                       std::move(recordBytes_));
+    recordBytes_ =
+        encodePersistedJson(shows_, activeShowId_, activeSongIndex_, std::move(recordBytes_));
     platform_.preferences.setData(storageKey, recordBytes_);
 }
 

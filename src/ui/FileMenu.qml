@@ -5,7 +5,8 @@ import QtQuick.Controls.Basic
 import Tessivo.Style
 import Tessivo.Ui
 
-/** The file commands, each with its shortcut beside it. */
+/** The file commands, each with its shortcut beside it. A panel opens once the menu has closed, or
+    the menu would stay drawn and keep the keyboard. */
 Menu {
     id: menu
 
@@ -17,13 +18,13 @@ Menu {
         text: "Save"
         shortcut: StandardKey.Save
         enabled: Desk.activeShowId !== ""
-        onTriggered: Desk.saveCurrentShow()
+        onTriggered: Qt.callLater(Desk.saveCurrentShow)
     }
     Action {
         text: "Save As..."
         shortcut: "Ctrl+Shift+S"
         enabled: Desk.activeShowId !== ""
-        onTriggered: Desk.saveCurrentShowAs()
+        onTriggered: Qt.callLater(Desk.saveCurrentShowAs)
     }
     MenuSeparator {
         contentItem: Rectangle {
@@ -34,7 +35,7 @@ Menu {
     Action {
         text: "Open..."
         shortcut: StandardKey.Open
-        onTriggered: Desk.openShow()
+        onTriggered: Qt.callLater(Desk.openShow)
     }
 
     background: Rectangle {

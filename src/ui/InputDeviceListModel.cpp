@@ -1,8 +1,8 @@
 #include "ui/InputDeviceListModel.h"
 
-#include <algorithm>
-
 #include "display/SongInfo.h"
+
+#include <algorithm>
 
 namespace tessivo {
 

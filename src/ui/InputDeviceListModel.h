@@ -1,13 +1,13 @@
 #pragma once
 
+#include "display/KeyedListModel.h"
+#include "timecode/AudioInputDevice.h"
+
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
 #include <vector>
-
-#include "display/KeyedListModel.h"
-#include "timecode/AudioInputDevice.h"
 
 namespace tessivo {
 

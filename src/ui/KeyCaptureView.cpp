@@ -68,7 +68,8 @@ bool KeyCaptureView::isRepeat(Key key, const QKeyEvent& press) const {
     // X11 spells a repeat as a release and a press of the same moment. Qt tells them by looking
     // ahead in its queue, and misses those whose press hasn't arrived yet: under load a resting
     // hand would then skip songs.
-    return press.isAutoRepeat() || (press.timestamp() != 0 && press.timestamp() == releasedAt_[key]);
+    return press.isAutoRepeat() ||
+           (press.timestamp() != 0 && press.timestamp() == releasedAt_[key]);
 }
 
 void KeyCaptureView::act(Key key) {

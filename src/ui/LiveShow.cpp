@@ -1,13 +1,13 @@
 #include "ui/LiveShow.h"
 
+#include "display/ApplicationState.h"
+#include "live/Countdown.h"
+#include "live/Setlist.h"
+
 #include <QQmlEngine>
 
 #include <algorithm>
 #include <utility>
-
-#include "display/ApplicationState.h"
-#include "live/Countdown.h"
-#include "live/Setlist.h"
 
 namespace tessivo {
 
@@ -71,9 +71,9 @@ void LiveShow::updateContent() {
     content.finished = isFinished(shown, index);
     content.position = static_cast<int>(shownPosition(shown, index));
     content.songCount = static_cast<int>(shown.songs.size());
-    content.songsWithTimecode =
-        static_cast<int>(std::count_if(shown.songs.begin(), shown.songs.end(),
-                                       [](const Song& song) { return song.ltcTimecode.has_value(); }));
+    content.songsWithTimecode = static_cast<int>(
+        std::count_if(shown.songs.begin(), shown.songs.end(),
+                      [](const Song& song) { return song.ltcTimecode.has_value(); }));
     if (const Song* song = songAt(&shown, index)) {
         content.current.emplace(*song, content.position);
     }

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "base/Signal.h"
+#include "display/SongListModel.h"
+#include "model/AppState.h"
+
 #include <QObject>
 #include <QQmlParserStatus>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
-
-#include "base/Signal.h"
-#include "display/SongListModel.h"
-#include "model/AppState.h"
 
 namespace tessivo {
 

@@ -12,7 +12,7 @@ ApplicationWindow {
     /** False when another running program holds the shows of this computer. */
     property bool keepsShows: true
 
-    title: Desk.activeShowId === "" ? "Tessivo" : Desk.activeShowName + " — Tessivo"
+    title: "Tessivo"
     width: 1180
     height: 820
     minimumWidth: 720

@@ -1,12 +1,12 @@
 #include "ui/Timecode.h"
 
+#include "display/ApplicationState.h"
+#include "display/SongInfo.h"
+
 #include <QQmlEngine>
 
 #include <algorithm>
 #include <cmath>
-
-#include "display/ApplicationState.h"
-#include "display/SongInfo.h"
 
 namespace tessivo {
 namespace {
@@ -26,9 +26,9 @@ Timecode* Timecode::create(QQmlEngine* engine, QJSEngine*) {
 }
 
 Timecode::Timecode(LtcManager& manager)
-    : manager_(manager), subscription_(manager.didChange.subscribe([this](LtcManager::Field field) {
-          update(field);
-      })) {
+    : manager_(manager),
+      subscription_(
+          manager.didChange.subscribe([this](LtcManager::Field field) { update(field); })) {
     nextFrame_.setSingleShot(true);
     nextFrame_.setInterval(frameMilliseconds);
     nextFrame_.setTimerType(Qt::PreciseTimer);

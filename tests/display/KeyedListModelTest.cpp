@@ -83,7 +83,8 @@ void KeyedListModelTest::changesOnlyWhatDiffers() {
 
 void KeyedListModelTest::followsAnyHistory() {
     RowModel model;
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
     std::mt19937 random(20010101);
     for (int round = 0; round < 2000; ++round) {
         std::vector<Row> rows(random() % 9);

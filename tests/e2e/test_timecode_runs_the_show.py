@@ -33,18 +33,12 @@ class TimecodeRunsTheShow(EndToEndTest):
     def test_from_the_show_file_to_the_last_song(self):
         sound = Sound(self.stage, [INPUT])
         self.start_program()
-        self.become_admin()
         self.open_show_file()
         self.open_stage_display()
         self.start_listening()
         self.play_and_watch(sound)
         self.step_by_hand()
         self.survive_a_kill()
-
-    def become_admin(self):
-        self.screen.window(MAIN).find("push button", re.compile("Admin.*")).click()
-        self.screen.find("push button", "Nouveau show")
-        self.picture(MAIN, "1-shows")
 
     def open_show_file(self):
         path = self.stage.folder / "home" / "Concert.tessivo"
@@ -53,16 +47,16 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.screen.find("menu item", "Open...").click()
         self.screen.answer_file_dialog("Ouvrir un show", path)
         self.screen.find(None, "Concert d'été")
-        self.picture(MAIN, "2-setlist")
+        self.picture(MAIN, "1-opened")
 
     def open_stage_display(self):
         self.screen.find("push button", "Ouvrir l'affichage").press()
         _, _, width, _ = self.screen.window(MAIN).extents()
         self.screen.move_window(STAGE, width, 0)
-        self.expect_current(0, live=False)
+        self.expect_current(0)
+        self.picture(STAGE, "2-stage")
 
     def start_listening(self):
-        self.screen.find(None, "Vue live").click()
         chooser = self.screen.find("combo box", "Entrée audio")
         self.screen.find("push button", re.compile("Actualiser.*")).press()
         chooser.click()
@@ -106,23 +100,22 @@ class TimecodeRunsTheShow(EndToEndTest):
 
     def survive_a_kill(self):
         """Everything up to the last key press is still there after the program was killed."""
+        before = self.stored_record()
+        self.assertEqual(before["activeSongIndex"], 2)
         self.program.kill()
         self.start_program()
-        self.become_admin()
-        self.screen.find(None, re.compile("Concert d'été.*")).click()
-        self.screen.find(None, "Vue live").click()
-        self.expect_current(2)
+        self.screen.find(None, "Aucun show ouvert")
+        self.assertEqual(self.stored_record(), before)
 
-    def expect_current(self, index, live=True):
+    def stored_record(self):
+        path = self.stage.folder / "home" / ".config" / "tessivo" / "pavona_data_v1"
+        return json.loads(path.read_text(encoding="utf-8"))
+
+    def expect_current(self, index):
         """Waits until the song is the current one on the live screen and on the stage."""
-        windows = [STAGE] if self.stage_is_open() else []
-        for title in windows + ([MAIN] if live else []):
+        for title in (STAGE, MAIN):
             self.screen.window(title).find("heading", TITLES[index])
-        if live:
-            self.screen.window(MAIN).find(None, f"● En cours — morceau {index + 1}/{len(TITLES)}")
-
-    def stage_is_open(self):
-        return self.screen.look("frame", STAGE) is not None
+        self.screen.window(MAIN).find(None, f"● En cours — morceau {index + 1}/{len(TITLES)}")
 
     @staticmethod
     def advance_line(index):

@@ -1,4 +1,8 @@
 // Photographs every screen in its states: `gallery FOLDER` writes one PNG each, for eyes to judge.
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
+
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -9,10 +13,6 @@
 
 #include <cstdio>
 #include <string>
-
-#include "display/ApplicationState.h"
-#include "model/AppState.h"
-#include "platform/simulated/SimulatedPlatform.h"
 
 using namespace tessivo;
 
@@ -39,14 +39,17 @@ Show typicalShow() {
         song("Ouverture", 95, "10:00:00:00", {}),
         song("Les lumières du port", 214, "10:02:00:00", {guest("Inès Caradec", "HF 1", "Mix 1")}),
         song("Nuit blanche", 187, "10:06:00:00",
-             {guest("Inès Caradec", "HF 1", "Mix 1"), guest("Malik Ferrand", "HF 2", "Mix 2", "-3 dB")}),
+             {guest("Inès Caradec", "HF 1", "Mix 1"),
+              guest("Malik Ferrand", "HF 2", "Mix 2", "-3 dB")}),
         song("Carrousel", 240, "10:10:00:00",
              {guest("Chœur d'Arvel", "Chœur G", "Générique"), guest("", "HF 3", "Perso")}),
-        song("Le train de 5 h 12", 201, "10:15:00:00", {guest("Basile Ndour", "HF 3", "Mix 3", "clic fort")}),
+        song("Le train de 5 h 12", 201, "10:15:00:00",
+             {guest("Basile Ndour", "HF 3", "Mix 3", "clic fort")}),
         song("À contre-jour", 233, "10:19:00:00", {guest("Soline Vasquez", "HF 2", "Mix 2")}),
         song("Silence radio", 178, "10:24:00:00", {}),
         song("La grande traversée", 305, "10:28:00:00",
-             {guest("Inès Caradec", "HF 1", "Mix 1"), guest("Noé Castellane", "HF 4", "Perso", "sans réverbe")}),
+             {guest("Inès Caradec", "HF 1", "Mix 1"),
+              guest("Noé Castellane", "HF 4", "Perso", "sans réverbe")}),
     };
     return show;
 }
@@ -57,11 +60,14 @@ Show crowdedShow() {
     show.name = "Le très grand concert de fin d'année de l'orchestre symphonique et de ses invités";
     for (int i = 0; i < 100; ++i) {
         Song& added = show.songs.emplace_back(
-            song("Symphonie interminable en ut mineur pour voix, chœurs et machines, mouvement", 3605, "10:00:00:00", {}));
-        added.title += " " + std::to_string(i + 1);
+            song("Symphonie interminable en ut mineur pour voix, chœurs et machines, mouvement",
+                 3605, "10:00:00:00", {}));
+        added.title.append(" ").append(std::to_string(i + 1));
         for (int g = 0; g < 10; ++g) {
-            added.guests.push_back(guest(g == 3 ? "Maximilienne-Apolline de La Rochefoucauld-Montbazon" : "Inès Caradec",
-                                         "HF 12 (secours)", "Mix 12 stéréo", g % 2 ? std::optional("-12 dB") : std::nullopt));
+            added.guests.push_back(guest(
+                g == 3 ? "Maximilienne-Apolline de La Rochefoucauld-Montbazon" : "Inès Caradec",
+                "HF 12 (secours)", "Mix 12 stéréo",
+                g % 2 ? std::optional("-12 dB") : std::nullopt));
         }
     }
     return show;
@@ -75,7 +81,8 @@ public:
         setApplicationState(engine_, state_);
         engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
-        QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
+        QQmlComponent component(
+            &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
         stage_ = qobject_cast<QQuickWindow*>(component.create());
         stage_->show();
     }
@@ -147,7 +154,8 @@ private:
     void take(QQuickWindow& window, const char* name, QSize size) {
         window.resize(size);
         QTest::qWait(60);
-        const QString path = folder_ + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+        const QString path =
+            folder_ + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
         if (!window.grabWindow().save(path)) {
             std::fprintf(stderr, "gallery: cannot write %s\n", qPrintable(path));
             complete_ = false;

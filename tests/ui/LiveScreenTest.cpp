@@ -1,14 +1,14 @@
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Shows.h"
+
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTest>
-
-#include "display/ApplicationState.h"
-#include "model/AppState.h"
-#include "platform/simulated/SimulatedPlatform.h"
-#include "support/Shows.h"
 
 using namespace tessivo;
 
@@ -115,8 +115,9 @@ void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
     Screen screen(concert());
     QStringList texts = screen.texts();
     for (const char* expected :
-         {"● En cours — morceau 1/10", "10:00:00:00", "0:12", "Morceau 1", "Léa", "MIC HF 2", "IEM Mix 3", "VOL -3",
-          "(sans nom)", "À suivre", "Chœurs — HF 2 · Mix 3 · vol -3", "Morceau 5", "1 / 10", "2 morceaux programmés"}) {
+         {"● En cours — morceau 1/10", "10:00:00:00", "0:12", "Morceau 1", "Léa", "MIC HF 2",
+          "IEM Mix 3", "VOL -3", "(sans nom)", "À suivre", "Chœurs — HF 2 · Mix 3 · vol -3",
+          "Morceau 5", "1 / 10", "2 morceaux programmés"}) {
         QVERIFY2(texts.contains(QString::fromUtf8(expected)), expected);
     }
     QVERIFY(!texts.contains(QStringLiteral("Précédent")));
@@ -125,7 +126,8 @@ void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
 
     screen.state.jumpTo(9);
     texts = screen.texts();
-    for (const char* expected : {"Précédent", "Morceau 8", "Morceau 9", "Morceau 10", "Pas de guest sur ce morceau", "10 / 10"}) {
+    for (const char* expected : {"Précédent", "Morceau 8", "Morceau 9", "Morceau 10",
+                                 "Pas de guest sur ce morceau", "10 / 10"}) {
         QVERIFY2(texts.contains(QString::fromUtf8(expected)), expected);
     }
     QVERIFY(!texts.contains(QStringLiteral("À suivre")));
@@ -133,7 +135,8 @@ void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
 
 void LiveScreenTest::announcesTheNextSong() {
     Screen screen(concert());
-    const QQuickItem* row = screen.item(QStringLiteral("Aller à ce morceau →"))->parentItem()->parentItem();
+    const QQuickItem* row =
+        screen.item(QStringLiteral("Aller à ce morceau →"))->parentItem()->parentItem();
     screen.state.jumpTo(0);
     screen.computer.time.advance(1.0);
     QVERIFY(screen.texts().contains(QStringLiteral("0:11")));
@@ -147,7 +150,8 @@ void LiveScreenTest::endsWithTheFinishedState() {
     Screen screen(concert());
     screen.state.jumpTo(10);
     const QStringList texts = screen.texts();
-    for (const char* expected : {"● Show terminé", "Fin de la setlist", "Morceau 9", "Morceau 10", "10 / 10"}) {
+    for (const char* expected :
+         {"● Show terminé", "Fin de la setlist", "Morceau 9", "Morceau 10", "10 / 10"}) {
         QVERIFY2(texts.contains(QString::fromUtf8(expected)), expected);
     }
     QVERIFY(texts.filter(QStringLiteral("En cours")).isEmpty());
@@ -156,7 +160,8 @@ void LiveScreenTest::endsWithTheFinishedState() {
 void LiveScreenTest::keysActWhateverHasBeenClicked() {
     Screen screen(concert());
     qint64 expected = 0;
-    for (const char* clicked : {"Démarrer la capture", "Follow LTC", "Choisir un périphérique…", "Fichier", "Concert"}) {
+    for (const char* clicked :
+         {"Démarrer la capture", "Follow LTC", "Choisir un périphérique…", "Fichier", "Concert"}) {
         screen.click(QString::fromUtf8(clicked));
         QTest::keyClick(screen.window, Qt::Key_Space);
         QCOMPARE(screen.state.activeSongIndex(), ++expected);
@@ -201,7 +206,8 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     screen.computer.audio.setDevices({{7, "Interface", {48000.0, 2}}, {9, "Micro", {44100.0, 1}}});
     LtcManager& manager = screen.state.ltcManager();
     screen.click(QStringLiteral("Démarrer la capture"));
-    QTRY_VERIFY(screen.texts().contains(QStringLiteral("Choisis d'abord un périphérique d'entrée.")));
+    QTRY_VERIFY(
+        screen.texts().contains(QStringLiteral("Choisis d'abord un périphérique d'entrée.")));
 
     manager.setAvailableInputDevices(manager.fetchInputDevices());
     screen.click(QStringLiteral("Choisir un périphérique…"));
@@ -227,22 +233,24 @@ void LiveScreenTest::saysWhyACaptureFailed() {
     screen.state.ltcManager().setSelectedDeviceId(12345);
     screen.click(QStringLiteral("Démarrer la capture"));
     QVERIFY(!screen.state.ltcManager().isCapturing());
-    QVERIFY(!screen.texts().filter(QStringLiteral("Échec assignation du périphérique (status ")).isEmpty());
+    QVERIFY(!screen.texts()
+                 .filter(QStringLiteral("Échec assignation du périphérique (status "))
+                 .isEmpty());
 }
 
 void LiveScreenTest::menuCommandsNeedAnActiveShow() {
     Screen screen(concert());
     screen.computer.panels.answers = {"/concert.tessivo"};
     QTest::keyClick(screen.window, Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(screen.computer.panels.saveRequests.size(), 1U);
+    QTRY_COMPARE(screen.computer.panels.saveRequests.size(), 1U);
     screen.state.setActiveShowId(std::nullopt);
     QTest::keyClick(screen.window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(screen.computer.panels.saveRequests.size(), 1U);
+    QTRY_COMPARE(screen.computer.panels.saveRequests.size(), 1U);
     QVERIFY(screen.texts().contains(QStringLiteral("Aucun show ouvert")));
 
     screen.computer.panels.answers = {"/concert.tessivo"};
     QTest::keyClick(screen.window, Qt::Key_O, Qt::ControlModifier);
-    QVERIFY(screen.texts().contains(QStringLiteral("● En cours — morceau 1/10")));
+    QTRY_VERIFY(screen.texts().contains(QStringLiteral("● En cours — morceau 1/10")));
 }
 
 void LiveScreenTest::theStageWindowFollows() {
