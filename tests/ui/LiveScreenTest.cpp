@@ -163,7 +163,7 @@ void LiveScreenTest::keysActWhateverHasBeenClicked() {
     for (const char* clicked :
          {"Démarrer la capture", "Follow LTC", "Choisir un périphérique…", "Fichier", "Concert"}) {
         screen.click(QString::fromUtf8(clicked));
-        QTest::keyClick(screen.window, Qt::Key_Space);
+        QTest::keyClick(screen.window, Qt::Key_Space, Qt::NoModifier, 5);
         QCOMPARE(screen.state.activeSongIndex(), ++expected);
         QTest::keyClick(screen.window, Qt::Key_Escape);
     }
