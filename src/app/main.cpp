@@ -1,12 +1,3 @@
-#include "display/ApplicationState.h"
-#include "model/AppState.h"
-#include "platform/audio/PortAudioInput.h"
-#include "platform/qt/DialogFilePanels.h"
-#include "platform/qt/DiskFileStore.h"
-#include "platform/qt/FilePreferencesStore.h"
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/SystemClock.h"
-
 #include <QApplication>
 #include <QFont>
 #include <QLibraryInfo>
@@ -16,6 +7,15 @@
 #include <QQuickStyle>
 #include <QStyleFactory>
 #include <QTranslator>
+
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/audio/PortAudioInput.h"
+#include "platform/qt/DialogFilePanels.h"
+#include "platform/qt/DiskFileStore.h"
+#include "platform/qt/FilePreferencesStore.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SystemClock.h"
 
 #include <csignal>
 #include <iostream>

@@ -1,8 +1,8 @@
 #include "display/LocalStage.h"
 
-#include "display/ApplicationState.h"
-
 #include <QQmlEngine>
+
+#include "display/ApplicationState.h"
 
 namespace tessivo {
 

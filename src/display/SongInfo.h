@@ -1,12 +1,12 @@
 #pragma once
 
-#include "base/Uuid.h"
-#include "model/Show.h"
-
 #include <QMetaType>
 #include <QString>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
+
+#include "base/Uuid.h"
+#include "model/Show.h"
 
 #include <vector>
 

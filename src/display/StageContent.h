@@ -1,11 +1,11 @@
 #pragma once
 
-#include "display/SongListModel.h"
-#include "live/StagePanel.h"
-
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include "display/SongListModel.h"
+#include "live/StagePanel.h"
 
 #include <cstdint>
 #include <optional>

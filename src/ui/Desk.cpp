@@ -1,9 +1,9 @@
 #include "ui/Desk.h"
 
+#include <QQmlEngine>
+
 #include "display/ApplicationState.h"
 #include "display/SongInfo.h"
-
-#include <QQmlEngine>
 
 namespace tessivo {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "base/Signal.h"
-#include "model/AppState.h"
-
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include "base/Signal.h"
+#include "model/AppState.h"
 
 class QJSEngine;
 class QQmlEngine;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "display/KeyedListModel.h"
-#include "timecode/AudioInputDevice.h"
-
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include "display/KeyedListModel.h"
+#include "timecode/AudioInputDevice.h"
 
 #include <optional>
 #include <vector>

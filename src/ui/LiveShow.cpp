@@ -1,10 +1,10 @@
 #include "ui/LiveShow.h"
 
+#include <QQmlEngine>
+
 #include "display/ApplicationState.h"
 #include "live/Countdown.h"
 #include "live/Setlist.h"
-
-#include <QQmlEngine>
 
 #include <algorithm>
 #include <utility>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "base/Signal.h"
-#include "display/SongListModel.h"
-#include "model/AppState.h"
-
 #include <QObject>
 #include <QQmlParserStatus>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include "base/Signal.h"
+#include "display/SongListModel.h"
+#include "model/AppState.h"
 
 #include <optional>
 

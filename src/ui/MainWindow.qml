@@ -9,7 +9,8 @@ import Tessivo.Ui
 ApplicationWindow {
     id: window
 
-    /** False when another running program holds the shows of this computer. */
+    /** False when another running program holds the shows of this computer, or their folder can't
+        be written. */
     property bool keepsShows: true
 
     title: "Tessivo"
@@ -77,7 +78,7 @@ ApplicationWindow {
                 horizontalAlignment: Text.AlignHCenter
                 size: 13
                 weight: Font.DemiBold
-                text: "Tessivo est déjà ouvert sur cet ordinateur : les modifications faites ici ne seront pas conservées."
+                text: "Les modifications faites ici ne seront pas conservées : Tessivo est déjà ouvert sur cet ordinateur, ou le dossier de ses préférences n'est pas accessible."
             }
         }
 

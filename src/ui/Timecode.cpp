@@ -1,9 +1,9 @@
 #include "ui/Timecode.h"
 
+#include <QQmlEngine>
+
 #include "display/ApplicationState.h"
 #include "display/SongInfo.h"
-
-#include <QQmlEngine>
 
 #include <algorithm>
 #include <cmath>

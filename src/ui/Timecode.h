@@ -1,13 +1,13 @@
 #pragma once
 
-#include "base/Signal.h"
-#include "model/AppState.h"
-#include "ui/InputDeviceListModel.h"
-
 #include <QObject>
 #include <QString>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
+
+#include "base/Signal.h"
+#include "model/AppState.h"
+#include "ui/InputDeviceListModel.h"
 
 class QJSEngine;
 class QQmlEngine;

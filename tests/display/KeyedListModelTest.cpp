@@ -1,8 +1,8 @@
-#include "display/KeyedListModel.h"
-
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
+
+#include "display/KeyedListModel.h"
 
 #include <random>
 #include <string>

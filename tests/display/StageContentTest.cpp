@@ -1,8 +1,8 @@
-#include "display/StageContent.h"
-#include "support/Shows.h"
-
 #include <QSignalSpy>
 #include <QTest>
+
+#include "display/StageContent.h"
+#include "support/Shows.h"
 
 using namespace tessivo;
 

@@ -1,6 +1,3 @@
-#include "platform/qt/DialogFilePanels.h"
-#include "support/TemporaryFolder.h"
-
 #include <QtCore/QTimer>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
@@ -8,6 +5,9 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
+
+#include "platform/qt/DialogFilePanels.h"
+#include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>
 

@@ -1,10 +1,10 @@
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/SystemClock.h"
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QThread>
+
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SystemClock.h"
 
 #include <doctest/doctest.h>
 

@@ -1,8 +1,4 @@
 // Photographs every screen in its states: `gallery FOLDER` writes one PNG each, for eyes to judge.
-#include "display/ApplicationState.h"
-#include "model/AppState.h"
-#include "platform/simulated/SimulatedPlatform.h"
-
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -10,6 +6,10 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTest>
+
+#include "display/ApplicationState.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
 
 #include <cstdio>
 #include <string>

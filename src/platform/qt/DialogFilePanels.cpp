@@ -1,9 +1,9 @@
 #include "platform/qt/DialogFilePanels.h"
 
-#include "platform/qt/SafeFileName.h"
-
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
+
+#include "platform/qt/SafeFileName.h"
 
 namespace tessivo {
 namespace {

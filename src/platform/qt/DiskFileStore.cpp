@@ -1,9 +1,9 @@
 #include "platform/qt/DiskFileStore.h"
 
-#include "platform/qt/RegularFile.h"
-
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
+
+#include "platform/qt/RegularFile.h"
 
 namespace tessivo {
 

@@ -1,8 +1,8 @@
 #include "platform/qt/FilePreferencesStore.h"
 
-#include "platform/qt/RegularFile.h"
-
 #include <QtCore/QStandardPaths>
+
+#include "platform/qt/RegularFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,9 +1,9 @@
 #include "platform/qt/QtMainQueue.h"
 
-#include "platform/qt/QtRealtimeTrigger.h"
-
 #include <QMetaObject>
 #include <QTimer>
+
+#include "platform/qt/QtRealtimeTrigger.h"
 
 #include <algorithm>
 #include <chrono>

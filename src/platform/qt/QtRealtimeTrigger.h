@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/MainQueue.h"
-
 #include <QObject>
+
+#include "platform/MainQueue.h"
 
 #include <memory>
 

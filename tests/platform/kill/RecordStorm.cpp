@@ -1,14 +1,13 @@
-// Changes and stores a library without end: record_storm FOLDER. After each operation that was
-// stored, writes its number to the standard output, as 8 bytes.
+// Changes the shows without end: record_storm FOLDER. After each operation that returned, writes
+// its number to the standard output, as 8 bytes.
 
 #include "StormOperations.h"
-#include "model/ShowJson.h"
 #include "platform/qt/FilePreferencesStore.h"
+#include "platform/simulated/SimulatedPlatform.h"
 
 #include <unistd.h>
 
 #include <cstdint>
-#include <optional>
 
 using namespace tessivo;
 
@@ -20,20 +19,14 @@ int main(int count, char** arguments) {
     if (!store.isWritable()) {
         return 2;
     }
-    PersistedData data;
-    if (const auto bytes = store.data(test::stormKey)) {
-        auto kept = decodePersistedData(*bytes);
-        if (!kept) {
-            return 3;
-        }
-        data = std::move(*kept);
-    }
+    SimulatedPlatform rest;
+    AppState state(
+        Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio, rest.log});
+    std::int64_t number = test::lastStormOperation(state.shows(), state.activeSongIndex());
     for (;;) {
-        const std::int64_t number = ++data.activeSongIndex;
-        test::applyStormOperation(data.shows, number);
-        store.setData(test::stormKey, encodePersistedJson(data.shows, data.activeShowId, number));
+        test::runStormOperation(state, ++number);
         if (::write(STDOUT_FILENO, &number, sizeof number) != sizeof number) {
-            return 4;
+            return 3;
         }
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Show.h"
+#include "model/AppState.h"
 #include "support/RandomRecords.h"
 
 #include <cstdint>
@@ -9,28 +9,24 @@
 
 namespace tessivo::test {
 
-constexpr const char* stormKey = "record";
+/// The number of the last operation of a storm, read from what it left: the cursor holds it, or
+/// after an import, which puts the cursor to the start, the name of the imported show.
+inline std::int64_t lastStormOperation(const std::vector<Show>& shows, std::int64_t cursor) {
+    return cursor > 0 || shows.empty() ? cursor : std::stoll(shows.back().name);
+}
 
-/// The `number`th change of a library that began empty, counted from 1. It depends on nothing but
-/// its number and the library, so that whoever counts along knows what must have been kept.
-inline void applyStormOperation(std::vector<Show>& shows, std::int64_t number) {
-    RandomRecords random(static_cast<std::uint64_t>(number));
+/// The `number`th operation on a state that began empty, counted from 1. It depends on nothing but
+/// its number and the state, so that whoever counts along knows what must have been kept.
+inline void runStormOperation(AppState& state, std::int64_t number) {
     constexpr std::size_t mostShows = 20;
-    constexpr std::size_t mostSongs = 40;
-    const std::size_t choice = random.below(10);
-    if (shows.empty() || (choice == 0 && shows.size() < mostShows)) {
-        shows.push_back(random.show());
+    if (number % 10 != 1 || state.shows().size() == mostShows) {
+        state.jumpTo(number);
         return;
     }
-    const std::size_t position = random.below(shows.size());
-    Show& show = shows[position];
-    if (choice == 1 && shows.size() == mostShows) {
-        shows.erase(shows.begin() + static_cast<std::ptrdiff_t>(position));
-    } else if (choice < 5 && show.songs.size() < mostSongs) {
-        show.songs.push_back(random.song());
-    } else {
-        show.name = "Show " + std::to_string(number) + random.text();
-    }
+    RandomRecords random(static_cast<std::uint64_t>(number));
+    Show show = random.show();
+    show.name = std::to_string(number);
+    state.importShow(std::move(show));
 }
 
 }  // namespace tessivo::test
