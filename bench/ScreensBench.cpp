@@ -1,0 +1,204 @@
+// What the screens cost while nothing is asked of them, and how long timecode takes to reach the
+// cursor: bench_screens [SECONDS per measurement, 20 if left out]. Drawn by the platform that
+// QT_QPA_PLATFORM names, in software if QT_QUICK_BACKEND says so; the audio is delivered at the
+// pace of a real device.
+
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include "display/ApplicationState.h"
+#include "ltc/LtcEncoder.h"
+#include "model/AppState.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SystemClock.h"
+#include "platform/simulated/SimulatedPlatform.h"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace tessivo;
+using SteadyClock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr std::size_t channelCount = 64;
+constexpr std::size_t blockFrames = 512;
+constexpr int sampleRate = 48000;
+constexpr ltc::FrameRate frameRate{};  // 25 frames per second
+
+/// Songs that start one second of timecode apart, from 10:00:01:00 on.
+Show showOfSeconds(int seconds) {
+    Show show;
+    for (int i = 0; i <= seconds; ++i) {
+        Song song;
+        song.title = "Morceau " + std::to_string(i);
+        song.duration = 240;
+        song.guests.push_back({Uuid::random(), "Léa", "HF 2", "Mix 3", std::nullopt});
+        song.ltcTimecode = ltc::toText({10, i / 60, i % 60, 0});
+        show.songs.push_back(std::move(song));
+    }
+    return show;
+}
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// The whole program with an audio device of 64 channels, on the real event loop and clock.
+class Production {
+public:
+    explicit Production(int seconds)
+        : seconds_(seconds),
+          state_(Platform{clock_, mainQueue_, rest_.preferences, rest_.files, rest_.panels,
+                          rest_.audio, rest_.log}) {
+        state_.importShow(showOfSeconds(seconds));
+        state_.setActiveDisplayShowId(state_.activeShowId());
+        engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        setApplicationState(engine_, state_);
+        // Windows come and go here without ending the program.
+        QObject::connect(&engine_, &QQmlEngine::quit, [] {});
+    }
+
+    /// The share of a core that the window of a QML file costs while it is only shown.
+    void measureAtRest(const char* what, const char* file) {
+        QQmlComponent component(&engine_, QUrl(QLatin1String(file)));
+        const std::unique_ptr<QObject> window(component.create());
+        show(*window);
+        run(1.0);
+        measureShare(what);
+    }
+
+    void measureCapture() {
+        QQmlComponent component(&engine_,
+                                QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        const std::unique_ptr<QObject> window(component.create());
+        show(*window);
+        const auto subscription = state_.didChange.subscribe([this](AppState::Field field) {
+            if (field == AppState::Field::activeSongIndex) {
+                cursorMoved();
+            }
+        });
+        rest_.audio.setDevices({{1, "Interface", {sampleRate, channelCount}}});
+        state_.ltcManager().setSelectedDeviceId(1);
+        state_.ltcManager().startCapturing();
+        std::thread device([this] { deliver(); });
+        run(1.0);
+        measureShare("live screen, 64 channels captured (budget 5 %)");
+        stop_ = true;
+        device.join();
+        state_.ltcManager().stopCapturing();
+        reportLatencies();
+    }
+
+private:
+    void show(QObject& window) {
+        auto& shown = static_cast<QQuickWindow&>(window);
+        QObject::connect(&shown, &QQuickWindow::frameSwapped, [this] { ++framesDrawn_; });
+        shown.show();
+    }
+
+    static void run(double seconds) {
+        QEventLoop loop;  // ending the application's own would close the windows
+        QTimer::singleShot(static_cast<int>(seconds * 1000), &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+    void measureShare(const char* what) {
+        const double used = processorSeconds();
+        framesDrawn_ = 0;
+        run(seconds_);
+        std::printf("%-50s %6.2f %% of a core, %.1f frames drawn a second\n", what,
+                    100.0 * (processorSeconds() - used) / seconds_,
+                    static_cast<double>(framesDrawn_) / seconds_);
+    }
+
+    void deliver() {
+        std::vector<float> signal;
+        ltc::LtcEncoder encoder(frameRate, sampleRate);
+        ltc::Timecode timecode{10, 0, 0, 0};
+        for (int frame = 0; frame < 25 * (seconds_ + 3); ++frame) {
+            encoder.appendFrame(timecode, signal);
+            timecode = ltc::next(timecode, frameRate);
+        }
+        std::vector<std::vector<float>> block(channelCount, std::vector<float>(blockFrames, 0.1F));
+        const auto start = SteadyClock::now();
+        for (std::size_t position = 0; !stop_ && position + blockFrames <= signal.size();
+             position += blockFrames) {
+            std::copy_n(signal.begin() + static_cast<std::ptrdiff_t>(position), blockFrames,
+                        block[0].begin());
+            std::this_thread::sleep_until(
+                start +
+                std::chrono::microseconds((position + blockFrames) * 1'000'000 / sampleRate));
+            deliveredAt_ = SteadyClock::now().time_since_epoch().count();
+            rest_.audio.deliver(block);
+        }
+    }
+
+    void cursorMoved() {
+        const SteadyClock::duration delivered(deliveredAt_.load());
+        latencies_.push_back(SteadyClock::now().time_since_epoch() - delivered);
+    }
+
+    void reportLatencies() {
+        std::sort(latencies_.begin(), latencies_.end());
+        if (latencies_.empty()) {
+            std::printf("no song was triggered\n");
+            return;
+        }
+        const auto milliseconds = [](SteadyClock::duration duration) {
+            return std::chrono::duration<double, std::milli>(duration).count();
+        };
+        std::printf(
+            "block delivered to cursor moved, %zu moves (budget 2 ms): median %.3f ms, "
+            "longest %.3f ms; a block lasts %.1f ms\n",
+            latencies_.size(), milliseconds(latencies_[latencies_.size() / 2]),
+            milliseconds(latencies_.back()), 1000.0 * blockFrames / sampleRate);
+    }
+
+    int seconds_;
+    int framesDrawn_ = 0;
+    SystemClock clock_;
+    QtMainQueue mainQueue_;
+    SimulatedPlatform rest_;
+    AppState state_;
+    QQmlApplicationEngine engine_;
+    std::atomic<bool> stop_ = false;
+    std::atomic<SteadyClock::rep> deliveredAt_ = 0;
+    std::vector<SteadyClock::duration> latencies_;
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QGuiApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    const int seconds = argc > 1 ? std::atoi(argv[1]) : 20;
+    if (seconds < 1) {
+        std::fprintf(stderr, "usage: bench_screens [SECONDS]\n");
+        return 2;
+    }
+    Production production(seconds);
+    production.measureAtRest("stage display at rest (budget 1 %)",
+                             "qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml");
+    production.measureAtRest("live screen at rest", "qrc:/qt/qml/Tessivo/Ui/MainWindow.qml");
+    production.measureCapture();
+    return 0;
+}
