@@ -5,7 +5,9 @@ Shortcut {
     required property Window target
     property int visibilityBefore: Window.Windowed
 
+    // qmllint disable unqualified
     sequences: ["F11", StandardKey.FullScreen]
+    // qmllint enable unqualified
     onActivated: {
         if (target.visibility === Window.FullScreen) {
             target.visibility = visibilityBefore;

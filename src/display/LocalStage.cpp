@@ -26,7 +26,7 @@ void LocalStage::update(AppState::Field field) {
             break;
         case AppState::Field::currentSongStartedAt:
         case AppState::Field::nowTick:
-            presentRemaining(state_.currentSongRemainingSeconds());
+            content_.presentRemaining(state_.currentSongRemainingSeconds());
             break;
         default:
             break;
@@ -34,8 +34,8 @@ void LocalStage::update(AppState::Field field) {
 }
 
 void LocalStage::presentAll() {
-    presentShow(state_.showWithId(state_.activeDisplayShowId()), state_.activeSongIndex());
-    presentRemaining(state_.currentSongRemainingSeconds());
+    content_.presentShow(state_.showWithId(state_.activeDisplayShowId()), state_.activeSongIndex());
+    content_.presentRemaining(state_.currentSongRemainingSeconds());
 }
 
 }  // namespace tessivo

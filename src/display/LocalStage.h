@@ -11,21 +11,25 @@ namespace tessivo {
 
 /// The stage content of this computer's own display window: the show chosen for display under the
 /// live cursor. The time left is that of the active show, as on the live screen.
-class LocalStage final : public StageContent {
+class LocalStage final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    Q_PROPERTY(tessivo::StageContent* content READ content CONSTANT)
 
 public:
     static LocalStage* create(QQmlEngine* engine, QJSEngine*);
 
     explicit LocalStage(AppState& state);
 
+    StageContent* content() { return &content_; }
+
 private:
     void update(AppState::Field field);
     void presentAll();
 
     AppState& state_;
+    StageContent content_;
     Subscription subscription_;
 };
 

@@ -50,7 +50,7 @@ Rectangle {
         }
         PVText {
             visible: dot.visible
-            text: row.song.guests.map(guest => guest.stageLine).join("    ")
+            text: row.song.guestsOnOneLine
             size: 14
             color: Colors.pvPaperFaint
             width: Math.max(0, line.width - x)

@@ -33,4 +33,12 @@ QVariantList SongInfo::guestList() const {
     return list;
 }
 
+QString SongInfo::guestsOnOneLine() const {
+    QStringList lines;
+    for (const GuestInfo& guest : guests) {
+        lines.append(guest.stageLine);
+    }
+    return lines.join(QStringLiteral("    "));
+}
+
 }  // namespace tessivo

@@ -106,21 +106,25 @@ Rectangle {
                     Row {
                         spacing: 12
 
-                        Repeater {
-                            model: ["MIC " + guest.modelData.mic, "IEM " + guest.modelData.iem].concat(
-                                guest.modelData.volume === "" ? [] : ["VOL " + guest.modelData.volume])
-                            delegate: PVText {
-                                required property string modelData
-
-                                text: modelData
-                                size: 11
-                                weight: Font.DemiBold
-                                color: Colors.pvAmber
-                            }
+                        TechLabel {
+                            text: "MIC " + guest.modelData.mic
+                        }
+                        TechLabel {
+                            text: "IEM " + guest.modelData.iem
+                        }
+                        TechLabel {
+                            visible: guest.modelData.volume !== ""
+                            text: "VOL " + guest.modelData.volume
                         }
                     }
                 }
             }
         }
+    }
+
+    component TechLabel: PVText {
+        size: 11
+        weight: Font.DemiBold
+        color: Colors.pvAmber
     }
 }

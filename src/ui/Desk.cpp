@@ -1,6 +1,7 @@
 #include "ui/Desk.h"
 
 #include <QQmlEngine>
+#include <QTimer>
 
 #include "display/ApplicationState.h"
 #include "display/SongInfo.h"
@@ -34,6 +35,10 @@ QString Desk::activeShowId() const {
 QString Desk::activeShowName() const {
     const Show* show = state_.activeShow();
     return show ? toQString(show->name) : QString();
+}
+
+void Desk::onNextTurn(void (AppState::*command)()) {
+    QTimer::singleShot(0, this, [this, command] { (state_.*command)(); });
 }
 
 }  // namespace tessivo

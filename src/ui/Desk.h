@@ -34,9 +34,12 @@ public:
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
     void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }
 
-    Q_INVOKABLE void saveCurrentShow() { state_.saveCurrentShow(); }
-    Q_INVOKABLE void saveCurrentShowAs() { state_.saveCurrentShowAs(); }
-    Q_INVOKABLE void openShow() { state_.openShow(); }
+    // These may show a panel. It opens on the next turn, once the menu that asked for it has
+    // closed, or the menu would stay drawn and keep the keyboard.
+    Q_INVOKABLE void saveCurrentShow() { onNextTurn(&AppState::saveCurrentShow); }
+    Q_INVOKABLE void saveCurrentShowAs() { onNextTurn(&AppState::saveCurrentShowAs); }
+    Q_INVOKABLE void openShow() { onNextTurn(&AppState::openShow); }
+
     Q_INVOKABLE void goNext() { state_.goNext(); }
     Q_INVOKABLE void goPrev() { state_.goPrev(); }
     /// Chooses the active show for the stage display window.
@@ -48,6 +51,8 @@ Q_SIGNALS:
     void autoAdvanceEnabledChanged();
 
 private:
+    void onNextTurn(void (AppState::*command)());
+
     AppState& state_;
     Subscription subscription_;
 };

@@ -5,8 +5,7 @@ import QtQuick.Controls.Basic
 import Tessivo.Style
 import Tessivo.Ui
 
-/** The file commands, each with its shortcut beside it. A panel opens once the menu has closed, or
-    the menu would stay drawn and keep the keyboard. */
+/** The file commands, each with its shortcut beside it. */
 Menu {
     id: menu
 
@@ -16,15 +15,15 @@ Menu {
 
     Action {
         text: "Save"
-        shortcut: StandardKey.Save
+        shortcut: "Ctrl+S"
         enabled: Desk.activeShowId !== ""
-        onTriggered: Qt.callLater(Desk.saveCurrentShow)
+        onTriggered: Desk.saveCurrentShow()
     }
     Action {
         text: "Save As..."
         shortcut: "Ctrl+Shift+S"
         enabled: Desk.activeShowId !== ""
-        onTriggered: Qt.callLater(Desk.saveCurrentShowAs)
+        onTriggered: Desk.saveCurrentShowAs()
     }
     MenuSeparator {
         contentItem: Rectangle {
@@ -34,8 +33,8 @@ Menu {
     }
     Action {
         text: "Open..."
-        shortcut: StandardKey.Open
-        onTriggered: Qt.callLater(Desk.openShow)
+        shortcut: "Ctrl+O"
+        onTriggered: Desk.openShow()
     }
 
     background: Rectangle {
@@ -54,6 +53,13 @@ Menu {
             opacity: enabled ? 1 : 0.4
             Accessible.name: item.text
 
+            // Only spells the keys in the platform's way.
+            Shortcut {
+                id: nativeKeys
+                enabled: false
+                sequence: item.action?.shortcut ?? ""
+            }
+
             contentItem: Item {
                 PVText {
                     text: item.text
@@ -71,12 +77,6 @@ Menu {
                     anchors.right: parent.right
                     anchors.rightMargin: 6
                     Accessible.ignored: true
-                }
-                // Only spells the keys in the platform's way.
-                Shortcut {
-                    id: nativeKeys
-                    enabled: false
-                    sequence: item.action?.shortcut ?? ""
                 }
             }
             background: Rectangle {

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Tessivo.Display
@@ -14,7 +12,7 @@ T.AbstractButton {
     property bool announced: false
 
     focusPolicy: Qt.TabFocus
-    implicitHeight: content.implicitHeight + topPadding + bottomPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 14
     verticalPadding: 10
     hoverEnabled: true
@@ -26,73 +24,10 @@ T.AbstractButton {
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
-    contentItem: Item {
-        implicitHeight: Math.max(content.implicitHeight, 20)
-
-        Column {
-            id: content
-
-            width: parent.width - go.width - 16
-            spacing: 3
-
-            Row {
-                spacing: 12
-
-                PVText {
-                    id: title
-
-                    text: button.song.title
-                    size: button.announced ? 22 : 15
-                    weight: button.announced ? Font.Bold : Font.Medium
-                    color: button.announced ? Colors.pvAmber : Colors.pvPaper
-                    width: Math.min(implicitWidth, content.width - timecode.width - 12)
-                    elide: Text.ElideRight
-
-                    Behavior on size {
-                        NumberAnimation {
-                            duration: 300
-                            easing.type: Easing.InOutQuad
-                        }
-                    }
-                    Behavior on color {
-                        ColorAnimation {
-                            duration: 300
-                            easing.type: Easing.InOutQuad
-                        }
-                    }
-                }
-                PVText {
-                    id: timecode
-
-                    text: button.song.timecode
-                    size: 10
-                    digits: true
-                    color: Colors.pvAmber
-                    anchors.baseline: title.baseline
-                }
-            }
-            Repeater {
-                model: button.song.guests
-                delegate: PVText {
-                    required property guestInfo modelData
-
-                    text: modelData.operatorLine
-                    size: Fonts.smallCaption
-                    color: Colors.pvPaperFaint
-                    width: content.width
-                    elide: Text.ElideRight
-                }
-            }
-        }
-        PVText {
-            id: go
-
-            text: "Aller à ce morceau →"
-            size: Fonts.smallCaption
-            color: button.hovered || button.visualFocus ? Colors.pvPaperDim : Colors.pvPaperFaint
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-        }
+    contentItem: NextSongSummary {
+        song: button.song
+        announced: button.announced
+        lively: button.hovered || button.visualFocus
     }
 
     background: Rectangle {

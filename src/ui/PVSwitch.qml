@@ -7,8 +7,8 @@ T.Switch {
     id: control
 
     focusPolicy: Qt.TabFocus
-    implicitWidth: label.implicitWidth + 8 + indicator.width
-    implicitHeight: Math.max(label.implicitHeight, indicator.height)
+    implicitWidth: implicitContentWidth + 8 + indicator.width
+    implicitHeight: Math.max(implicitContentHeight, indicator.height)
     hoverEnabled: true
 
     Accessible.name: control.text
@@ -20,16 +20,12 @@ T.Switch {
         toggled();
     }
 
-    contentItem: Item {
-        PVText {
-            id: label
-
-            text: control.text
-            size: Fonts.caption
-            color: Colors.pvPaperDim
-            anchors.verticalCenter: parent.verticalCenter
-            Accessible.ignored: true
-        }
+    contentItem: PVText {
+        text: control.text
+        size: Fonts.caption
+        color: Colors.pvPaperDim
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
     }
 
     indicator: Rectangle {
