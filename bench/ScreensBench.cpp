@@ -68,7 +68,7 @@ public:
     explicit Production(int seconds)
         : seconds_(seconds),
           state_(Platform{clock_, mainQueue_, rest_.preferences, rest_.files, rest_.panels,
-                          rest_.audio, rest_.log}) {
+                          rest_.audio, rest_.updates, rest_.log}) {
         state_.importShow(showOfSeconds(seconds));
         state_.setActiveDisplayShowId(state_.activeShowId());
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));

@@ -14,6 +14,7 @@
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
 #include "platform/qt/FilePreferencesStore.h"
+#include "platform/qt/HttpUpdateFeed.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
 
@@ -74,8 +75,9 @@ int main(int argc, char* argv[]) {
     tessivo::PortAudioInput audio(
         (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio-devices"))
             .toStdString());
+    tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
     tessivo::AppState state(
-        tessivo::Platform{clock, mainQueue, preferences, files, panels, audio, std::cout});
+        tessivo::Platform{clock, mainQueue, preferences, files, panels, audio, updates, std::cout});
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));

@@ -14,7 +14,7 @@ AppState::AppState(const Platform& platform)
       ltcManager_(platform.clock, platform.mainQueue, platform.audio),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
-      updater_(platform.mainQueue) {
+      updater_(platform.updates) {
     load();
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
     ltcManager_.onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {

@@ -8,14 +8,16 @@
 
 namespace tessivo {
 
-class MainQueue;
+class UpdateFeed;
 
-/// Looks for a newer version of the program. The address of the feed is fixed when the program is
-/// built; builds that come from a package have none, since the system updates them, and then every
-/// check finds none.
+/// Whether `candidate` comes after `current`; both are numbers between dots, compared from the
+/// left, where a missing number counts as 0. Anything else is never newer.
+bool isNewerVersion(std::string_view candidate, std::string_view current);
+
+/// Looks for a newer version of the program.
 class UpdaterModel {
 public:
-    explicit UpdaterModel(MainQueue& mainQueue);
+    explicit UpdaterModel(UpdateFeed& feed);
 
     /// Called on the main thread after each check, with the display version of the update that was
     /// found, or with nothing.
@@ -25,7 +27,7 @@ public:
     void checkForUpdateInformation();
 
 private:
-    MainQueue& mainQueue_;
+    UpdateFeed& feed_;
     std::shared_ptr<UpdaterModel*> self_;  // pending checks hold this weakly
 };
 

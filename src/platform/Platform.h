@@ -10,6 +10,7 @@ class FilePanels;
 class FileStore;
 class MainQueue;
 class PreferencesStore;
+class UpdateFeed;
 
 /// The outside world as the core sees it. What it refers to outlives every object of the core.
 struct Platform {
@@ -19,6 +20,7 @@ struct Platform {
     FileStore& files;
     FilePanels& panels;
     AudioInputSystem& audio;
+    UpdateFeed& updates;
     std::ostream& log;  ///< standard output, one line per event worth telling
 };
 

@@ -178,16 +178,28 @@ TEST_CASE("a file that is no show changes nothing") {
     CHECK(state.shows() == before);
 }
 
-TEST_CASE("a check for updates without a feed finds none") {
-    SimulatedPlatform computer;
-    AppState state(computer);
-    bool told = false;
-    const auto subscription = state.didChange.subscribe(
-        [&](AppState::Field field) { told |= field == AppState::Field::latestUpdateVersion; });
-    state.updater().checkForUpdateInformation();
-    CHECK_FALSE(told);
-    computer.time.drain();
-    CHECK(told);
-    CHECK_FALSE(state.updateAvailable());
-    CHECK_FALSE(state.latestUpdateVersion().has_value());
+TEST_CASE("only a version newer than this one is an update") {
+    struct Row {
+        std::optional<std::string> published;
+        bool isUpdate;
+    };
+    const Row rows[] = {{std::nullopt, false}, {"0.70", false},  {"0.70.0", false},
+                        {"0.69.9", false},     {"0.70.1", true}, {"0.100", true},
+                        {"1", true},           {"", false},      {"v9", false},
+                        {"9.", false},         {"<html>", false}};
+    for (const Row& row : rows) {
+        CAPTURE(row.published.value_or("none"));
+        SimulatedPlatform computer;
+        computer.updates.latestVersion = row.published;
+        AppState state(computer);
+        bool told = false;
+        const auto subscription = state.didChange.subscribe(
+            [&](AppState::Field field) { told |= field == AppState::Field::latestUpdateVersion; });
+        state.updater().checkForUpdateInformation();
+        CHECK_FALSE(told);
+        computer.time.drain();
+        CHECK(told);
+        CHECK(state.updateAvailable() == row.isUpdate);
+        CHECK(state.latestUpdateVersion() == (row.isUpdate ? row.published : std::nullopt));
+    }
 }

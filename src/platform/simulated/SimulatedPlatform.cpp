@@ -58,4 +58,8 @@ std::optional<FileLocation> SimulatedPanels::nextAnswer() {
     return answer;
 }
 
+void SimulatedUpdateFeed::fetchLatestVersion(Answer answer) {
+    mainQueue_.post([this, answer = std::move(answer)] { answer(latestVersion); });
+}
+
 }  // namespace tessivo

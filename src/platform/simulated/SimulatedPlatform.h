@@ -4,6 +4,7 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/PreferencesStore.h"
+#include "platform/UpdateFeed.h"
 #include "platform/simulated/SimulatedAudioInput.h"
 #include "platform/simulated/SimulatedMainQueue.h"
 
@@ -54,6 +55,18 @@ private:
     std::optional<FileLocation> nextAnswer();
 };
 
+/// A feed that answers on the next turn with what a test sets.
+class SimulatedUpdateFeed final : public UpdateFeed {
+public:
+    explicit SimulatedUpdateFeed(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
+    void fetchLatestVersion(Answer answer) override;
+
+    std::optional<std::string> latestVersion;
+
+private:
+    MainQueue& mainQueue_;
+};
+
 /// A whole computer in one value, in virtual time.
 struct SimulatedPlatform {
     SimulatedMainQueue time;
@@ -61,9 +74,10 @@ struct SimulatedPlatform {
     SimulatedFiles files;
     SimulatedPanels panels;
     SimulatedAudioInput audio;
+    SimulatedUpdateFeed updates{time};
     std::ostringstream log;
 
-    operator Platform() { return {time, time, preferences, files, panels, audio, log}; }
+    operator Platform() { return {time, time, preferences, files, panels, audio, updates, log}; }
 };
 
 }  // namespace tessivo

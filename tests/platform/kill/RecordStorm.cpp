@@ -20,8 +20,8 @@ int main(int count, char** arguments) {
         return 2;
     }
     SimulatedPlatform rest;
-    AppState state(
-        Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio, rest.log});
+    AppState state(Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
+                            rest.updates, rest.log});
     std::int64_t number = test::lastStormOperation(state.shows(), state.activeSongIndex());
     for (;;) {
         test::runStormOperation(state, ++number);
