@@ -61,7 +61,6 @@ int main(int argc, char* argv[]) {
 #endif
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessivo"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessivo"));
     QCoreApplication::setApplicationVersion(QStringLiteral("Beta " TESSIVO_VERSION));
     QTranslator translator;
     dressStandardDialogs(application, translator);
