@@ -5,9 +5,9 @@ Shortcut {
     required property Window target
     property int visibilityBefore: Window.Windowed
 
-    // qmllint disable unqualified
-    sequences: ["F11", StandardKey.FullScreen]
-    // qmllint enable unqualified
+    // Spelled out: where the platform's standard key is F11 too, naming both makes it ambiguous, and
+    // then neither acts. The second is Control-Command-F.
+    sequences: ["F11", "Ctrl+Meta+F"]
     onActivated: {
         if (target.visibility === Window.FullScreen) {
             target.visibility = visibilityBefore;

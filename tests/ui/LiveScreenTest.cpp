@@ -109,6 +109,7 @@ private Q_SLOTS:
     void menuCommandsNeedAnActiveShow();
     void theStageWindowFollows();
     void aTickRebuildsNothing();
+    void f11TogglesFullScreen();
 };
 
 void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
@@ -283,6 +284,14 @@ void LiveScreenTest::aTickRebuildsNothing() {
     const QList<QQuickItem*> before = items();
     screen.computer.time.advance(5.0);
     QCOMPARE(items(), before);
+}
+
+void LiveScreenTest::f11TogglesFullScreen() {
+    Screen screen(concert());
+    QTest::keyClick(screen.window, Qt::Key_F11);
+    QTRY_COMPARE(screen.window->visibility(), QWindow::FullScreen);
+    QTest::keyClick(screen.window, Qt::Key_F11);
+    QTRY_COMPARE(screen.window->visibility(), QWindow::Windowed);
 }
 
 QTEST_MAIN(LiveScreenTest)
