@@ -12,6 +12,7 @@ from sound import Sound
 MAIN = "Tessivo"
 STAGE = "Tessivo — Affichage"
 INPUT = "Timecode LTC"
+UNREADABLE = b'{"shows": [\xff'
 TITLES = ["Ouverture", "Chœur d'été", "L'« Adieu »"]
 
 
@@ -32,13 +33,25 @@ class TimecodeRunsTheShow(EndToEndTest):
     @explained
     def test_from_the_show_file_to_the_last_song(self):
         sound = Sound(self.stage, [INPUT])
+        self.leave_unreadable_record()
         self.start_program()
         self.open_show_file()
+        self.expect_unreadable_record_kept()
         self.open_stage_display()
         self.start_listening()
         self.play_and_watch(sound)
         self.step_by_hand()
         self.survive_a_kill()
+
+    def leave_unreadable_record(self):
+        self.record_path().parent.mkdir(parents=True)
+        self.record_path().write_bytes(UNREADABLE)
+
+    def expect_unreadable_record_kept(self):
+        """The program has said nothing, and kept the bytes beside the record that it wrote."""
+        kept = self.record_path().with_name("pavona_data_v1.illisible-1")
+        self.assertEqual(kept.read_bytes(), UNREADABLE)
+        self.assertEqual(len(self.stored_record()["shows"]), 1)
 
     def open_show_file(self):
         path = self.stage.folder / "home" / "Concert.tessivo"
@@ -107,9 +120,11 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.screen.find(None, "Aucun show ouvert")
         self.assertEqual(self.stored_record(), before)
 
+    def record_path(self):
+        return self.stage.folder / "home" / ".config" / "tessivo" / "pavona_data_v1"
+
     def stored_record(self):
-        path = self.stage.folder / "home" / ".config" / "tessivo" / "pavona_data_v1"
-        return json.loads(path.read_text(encoding="utf-8"))
+        return json.loads(self.record_path().read_text(encoding="utf-8"))
 
     def expect_current(self, index):
         """Waits until the song is the current one on the live screen and on the stage."""
