@@ -54,6 +54,9 @@ struct Production::Admin {
         bool isBroadcasting() const {
             return broadcaster.status().kind == AdminNetworkStatus::Kind::broadcasting;
         }
+        bool isRefused() const {
+            return broadcaster.status().kind == AdminNetworkStatus::Kind::conflict;
+        }
 
         AppState state;
         AdminBroadcaster broadcaster;
@@ -113,10 +116,12 @@ Production::Production(std::uint64_t seed) : random_(seed) {
     for (std::size_t count = 1 + random_.below(2); count > 0; --count) {
         const std::string name = "Régie " + std::to_string(admins_.size());
         admins_.push_back(std::make_unique<Admin>(network_.addComputer(name)));
+        startProgram(*admins_.back());
     }
     for (std::size_t count = 1 + random_.below(5); count > 0; --count) {
         const std::string name = "Poste " + std::to_string(stations_.size());
         stations_.push_back(std::make_unique<Station>(network_.addComputer(name)));
+        startStation(*stations_.back());
     }
 }
 
@@ -127,7 +132,7 @@ const std::vector<Production::Action>& Production::actions() {
         {40, &Production::operate},      {6, &Production::changeActiveShow},
         {40, &Production::wait},         {20, &Production::disturbCable},
         {6, &Production::cutCable},      {6, &Production::truncate},
-        {4, &Production::toggleAdmin},   {6, &Production::toggleStation},
+        {3, &Production::endAdmin},      {6, &Production::toggleStation},
         {2, &Production::toggleNonsense}};
     return all;
 }
@@ -155,8 +160,9 @@ void Production::run(int count) {
 
 std::string Production::operate() {
     Admin& admin = anyOf(admins_);
-    if (!admin.program) {
-        return "nobody to operate";
+    if (!admin.program || admin.program->isRefused()) {
+        startProgram(admin);
+        return "start of " + admin.computer.name();
     }
     AppState& state = admin.program->state;
     switch (random_.below(4)) {
@@ -227,14 +233,10 @@ std::string Production::truncate() {
     return "truncated " + computer.name();
 }
 
-std::string Production::toggleAdmin() {
+std::string Production::endAdmin() {
     Admin& admin = anyOf(admins_);
-    if (admin.program) {
-        stopProgram(admin);
-        return "end of " + admin.computer.name();
-    }
-    startProgram(admin);
-    return "start of " + admin.computer.name();
+    stopProgram(admin);
+    return "end of " + admin.computer.name();
 }
 
 std::string Production::toggleStation() {
@@ -243,8 +245,7 @@ std::string Production::toggleStation() {
         station.client.reset();
         return "end of " + station.computer.name();
     }
-    station.client = std::make_unique<ReceiverClient>(station.computer);
-    station.client->start();
+    startStation(station);
     return "start of " + station.computer.name();
 }
 
@@ -257,15 +258,30 @@ std::string Production::toggleNonsense() {
     return "nonsense";
 }
 
+void Production::startStation(Station& station) {
+    station.client = std::make_unique<ReceiverClient>(station.computer);
+    station.client->start();
+}
+
 void Production::startProgram(Admin& admin) {
+    stopProgram(admin);
     SimulatedPlatform& disk = admin.disk;
     admin.program = std::make_unique<Admin::Program>(
         Platform{time_, time_, disk.preferences, disk.files, disk.panels, disk.audio, disk.log},
         admin.computer);
+    // Which show was active isn't kept: the operator opens one.
+    AppState& state = admin.program->state;
+    if (state.shows().empty()) {
+        state.importShow(random_.show());
+    }
+    state.setActiveShowId(state.shows().back().id);
 }
 
 /// Ends the program as a crash would, at any moment; what it had must all be kept.
 void Production::stopProgram(Admin& admin) {
+    if (!admin.program) {
+        return;
+    }
     const std::vector<Show> shows = admin.program->state.shows();
     const std::int64_t index = admin.program->state.activeSongIndex();
     admin.program.reset();
@@ -321,19 +337,18 @@ void Production::checkAlways() {
 void Production::calmDown() {
     nonsense_.reset();
     for (const auto& station : stations_) {
-        station->computer.setStalled(false);
-        station->computer.setLatency(0.001);
+        station->computer.repairCable();
     }
     for (const auto& admin : admins_) {
-        admin->computer.setStalled(false);
-        admin->computer.setLatency(0.001);
+        admin->computer.repairCable();
     }
     time_.advance(10.0);
     for (const auto& admin : admins_) {
-        if (admin->program && !admin->program->isBroadcasting()) {
-            stopProgram(*admin);  // the operator leaves the screen that tells the conflict
+        if (admin->program && admin->program->isRefused()) {
+            startProgram(*admin);  // the operator tries again
         }
     }
+    time_.advance(10.0);
     note("calm");
 }
 
@@ -343,7 +358,7 @@ void Production::checkCalm() {
     std::size_t served = 0;
     bool isAnyoneBroadcasting = false;
     for (const auto& admin : admins_) {
-        if (!admin->program) {
+        if (!admin->program || !admin->program->isBroadcasting()) {
             continue;
         }
         isAnyoneBroadcasting = true;

@@ -45,10 +45,11 @@ private:
     std::string disturbCable();
     std::string cutCable();
     std::string truncate();
-    std::string toggleAdmin();
+    std::string endAdmin();
     std::string toggleStation();
     std::string toggleNonsense();
 
+    void startStation(Station& station);
     void startProgram(Admin& admin);
     void stopProgram(Admin& admin);
     SimulatedComputer& anyComputer();

@@ -10,7 +10,7 @@ using tessivo::test::Production;
 
 namespace {
 
-constexpr int stepsPerSeed = 200;
+constexpr int stepsPerSeed = 120;
 
 std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
     const char* text = std::getenv(variable);

@@ -151,6 +151,11 @@ void SimulatedComputer::truncateAfter(std::size_t bytes) {
     forEachLink([bytes](SimulatedLink& link) { link.truncateAfter(bytes); });
 }
 
+void SimulatedComputer::repairCable() {
+    cable_ = {};
+    forEachLink([](SimulatedLink& link) { link.truncateAfter(std::nullopt); });
+}
+
 SimulatedComputer& SimulatedNetwork::addComputer(std::string name) {
     computers_.push_back(std::make_unique<SimulatedComputer>(*this, std::move(name)));
     return *computers_.back();

@@ -37,6 +37,8 @@ public:
     void cutConnections();
     /// Whoever accepted a connection closes it once `bytes` more bytes have set out from there.
     void truncateAfter(std::size_t bytes);
+    /// Takes back all that was done to the cable, but what has broken stays broken.
+    void repairCable();
 
     /// How often a browser here asked the network.
     int questionCount() const { return questionCount_; }

@@ -206,7 +206,7 @@ void SimulatedLink::cut() {
     end(Side::server, State::failed);
 }
 
-void SimulatedLink::truncateAfter(std::size_t bytes) {
+void SimulatedLink::truncateAfter(std::optional<std::size_t> bytes) {
     bytesUntilTruncated_ = bytes;
     pump();
 }

@@ -45,8 +45,8 @@ public:
     void pump();
     /// Both ends break, and what is on its way is lost.
     void cut();
-    /// The server's end closes once `bytes` more bytes have gone towards the client.
-    void truncateAfter(std::size_t bytes);
+    /// The server's end closes once `bytes` more bytes have gone towards the client, if any.
+    void truncateAfter(std::optional<std::size_t> bytes);
 
 private:
     class End;
