@@ -26,7 +26,7 @@ public:
     using Completion = std::function<void(std::optional<std::string> bytes)>;
 
     /// How many bytes are taken in beyond those asked for. More stay with the peer.
-    static constexpr std::size_t maximumUnreadBytes = 64 * 1024;
+    static constexpr std::size_t maximumUnreadBytes = 64U << 10U;
 
     /// Closes the connection at once; what waits to be sent is lost.
     virtual ~StreamConnection() = default;

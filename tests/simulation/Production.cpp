@@ -94,7 +94,7 @@ public:
 private:
     std::string nonsense() {
         const LiveState state{random_.show(), random_.integer(), {0.0}};
-        const std::string json = encodeJson(state);
+        std::string json = encodeJson(state);
         switch (random_.below(4)) {
             case 0:
                 return *NetworkFraming::frame(json.substr(0, random_.below(json.size())));

@@ -90,8 +90,8 @@ void SimulatedLink::call(Side side) {
 void SimulatedLink::open(Side side) {
     if (at(side).state == State::preparing) {
         at(side).state = State::ready;
-        pump();
         tell(side);
+        pump();
     }
 }
 
