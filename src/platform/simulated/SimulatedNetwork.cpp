@@ -1,0 +1,204 @@
+#include "platform/simulated/SimulatedNetwork.h"
+
+#include "platform/MainQueue.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tessivo {
+
+using Side = SimulatedLink::Side;
+
+class SimulatedComputer::Browser final : public ServiceBrowser {
+public:
+    Browser(SimulatedComputer& computer, std::string type)
+        : computer_(computer), type_(std::move(type)) {}
+    ~Browser() override { std::erase(computer_.browsers_, this); }
+
+    void start() override {
+        computer_.browsers_.push_back(this);
+        askAfter(SimulatedNetwork::discoveryDelay);
+    }
+
+    void servicesChanged() {
+        postAfter(SimulatedNetwork::discoveryDelay, [this] { report(false); });
+    }
+
+    void askAgain() {
+        if (!isAsking_) {
+            askAfter(SimulatedNetwork::askAgainDelay);
+        }
+    }
+
+private:
+    void askAfter(double seconds) {
+        isAsking_ = true;
+        postAfter(seconds, [this] {
+            isAsking_ = false;
+            ++computer_.questionCount_;
+            report(true);
+        });
+    }
+
+    void report(bool isAnswer) {
+        auto services = computer_.network_.servicesOfType(type_);
+        if (isAnswer || services != reported_) {
+            reported_ = services;
+            if (const auto handler = onResultsChanged) {
+                handler(services);
+            }
+        }
+    }
+
+    template <typename Task>
+    void postAfter(double seconds, Task task) {
+        computer_.network_.queue_.postAfter(seconds, [alive = std::weak_ptr(alive_), task] {
+            if (!alive.expired()) {
+                task();
+            }
+        });
+    }
+
+    SimulatedComputer& computer_;
+    std::string type_;
+    bool isAsking_ = false;
+    std::optional<std::vector<ServiceEndpoint>> reported_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>();
+};
+
+class SimulatedComputer::Listener final : public ServiceListener {
+public:
+    Listener(SimulatedComputer& computer, std::string type)
+        : computer_(computer), service_{{}, std::move(type), "local"} {}
+    ~Listener() override {
+        std::erase(computer_.network_.listeners_, this);
+        computer_.network_.servicesChanged();
+    }
+
+    void start() override {
+        service_.name = computer_.network_.freeName(computer_.name_, service_.type);
+        computer_.network_.listeners_.push_back(this);
+        computer_.network_.servicesChanged();
+    }
+
+    const ServiceEndpoint& service() const { return service_; }
+
+    void accept(const std::shared_ptr<SimulatedLink>& link) {
+        computer_.add(link);
+        link->answer(computer_.cable_);
+        computer_.network_.queue_.post([this, link, alive = std::weak_ptr(alive_)] {
+            auto connection = link->makeEnd(Side::server);
+            if (!alive.expired()) {
+                if (const auto handler = onNewConnection) {
+                    handler(std::move(connection));
+                }
+            }
+        });
+    }
+
+private:
+    SimulatedComputer& computer_;
+    ServiceEndpoint service_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>();
+};
+
+std::unique_ptr<ServiceBrowser> SimulatedComputer::makeBrowser(const std::string& type) {
+    return std::make_unique<Browser>(*this, type);
+}
+
+std::unique_ptr<ServiceListener> SimulatedComputer::makeListener(const std::string& type) {
+    return isOutOfPorts_ ? nullptr : std::make_unique<Listener>(*this, type);
+}
+
+std::unique_ptr<StreamConnection> SimulatedComputer::connect(const ServiceEndpoint& endpoint) {
+    const auto link = std::make_shared<SimulatedLink>(network_.queue_, cable_);
+    link->onOpening = [this, endpoint](const std::shared_ptr<SimulatedLink>& call) {
+        network_.open(endpoint, call);
+    };
+    link->onClientEnded = [this] {
+        for (Browser* browser : browsers_) {
+            browser->askAgain();
+        }
+    };
+    add(link);
+    return link->makeEnd(Side::client);
+}
+
+void SimulatedComputer::add(const std::shared_ptr<SimulatedLink>& link) {
+    std::erase_if(links_, [](const auto& known) { return known.expired(); });
+    links_.push_back(link);
+}
+
+template <typename Change>
+void SimulatedComputer::forEachLink(Change change) {
+    for (const auto& known : links_) {
+        if (const auto link = known.lock()) {
+            change(*link);
+        }
+    }
+}
+
+void SimulatedComputer::setStalled(bool isStalled) {
+    cable_.isStalled = isStalled;
+    forEachLink([](SimulatedLink& link) { link.pump(); });
+}
+
+void SimulatedComputer::cutConnections() {
+    forEachLink([](SimulatedLink& link) { link.cut(); });
+}
+
+void SimulatedComputer::truncateAfter(std::size_t bytes) {
+    forEachLink([bytes](SimulatedLink& link) { link.truncateAfter(bytes); });
+}
+
+void SimulatedComputer::repairCable() {
+    cable_ = {};
+    forEachLink([](SimulatedLink& link) { link.truncateAfter(std::nullopt); });
+}
+
+SimulatedComputer& SimulatedNetwork::addComputer(std::string name) {
+    computers_.push_back(std::make_unique<SimulatedComputer>(*this, std::move(name)));
+    return *computers_.back();
+}
+
+std::vector<ServiceEndpoint> SimulatedNetwork::servicesOfType(const std::string& type) const {
+    std::vector<ServiceEndpoint> services;
+    for (const auto* listener : listeners_) {
+        if (listener->service().type == type) {
+            services.push_back(listener->service());
+        }
+    }
+    return services;
+}
+
+/// A name that is taken gets a number, as responders do (RFC 6762, 9).
+std::string SimulatedNetwork::freeName(const std::string& wanted, const std::string& type) const {
+    const auto services = servicesOfType(type);
+    std::string name = wanted;
+    for (int number = 2;
+         std::ranges::find(services, name, &ServiceEndpoint::name) != services.end(); ++number) {
+        name = wanted + " #" + std::to_string(number);
+    }
+    return name;
+}
+
+void SimulatedNetwork::servicesChanged() {
+    for (const auto& computer : computers_) {
+        for (SimulatedComputer::Browser* browser : computer->browsers_) {
+            browser->servicesChanged();
+        }
+    }
+}
+
+void SimulatedNetwork::open(const ServiceEndpoint& endpoint,
+                            const std::shared_ptr<SimulatedLink>& link) {
+    const auto listener =
+        std::ranges::find(listeners_, endpoint, &SimulatedComputer::Listener::service);
+    if (listener == listeners_.end()) {
+        link->cut();
+    } else {
+        (*listener)->accept(link);
+    }
+}
+
+}  // namespace tessivo

@@ -1,0 +1,95 @@
+#include "sync/AdminBroadcaster.h"
+
+#include "platform/MainQueue.h"
+#include "sync/NetworkFraming.h"
+
+#include <utility>
+
+namespace tessivo {
+
+using Kind = AdminNetworkStatus::Kind;
+
+AdminBroadcaster::AdminBroadcaster(Network& network, MainQueue& mainQueue)
+    : network_(network), mainQueue_(mainQueue) {}
+
+void AdminBroadcaster::startChecking() {
+    if (listener_ || conflictBrowser_) {
+        return;
+    }
+    conflictBrowser_ = network_.makeBrowser(serviceType);
+    conflictBrowser_->onResultsChanged = [this](const std::vector<ServiceEndpoint>& services) {
+        if (!services.empty()) {
+            refuse(services.front());
+        }
+    };
+    conflictBrowser_->start();
+    // The browser goes with the decision and with the broadcaster, whichever is first.
+    mainQueue_.postAfter(checkDuration,
+                         [this, check = std::weak_ptr<ServiceBrowser>(conflictBrowser_)] {
+                             if (!check.expired()) {
+                                 conflictBrowser_.reset();
+                                 beginBroadcasting();
+                             }
+                         });
+    setStatus({Kind::checking, {}});
+}
+
+void AdminBroadcaster::update(LiveState state) {
+    latestState_ = std::move(state);
+    const auto frame = NetworkFraming::frame(encodeJson(*latestState_));
+    for (const auto& connection : connections_) {
+        connection->send(frame);
+    }
+}
+
+void AdminBroadcaster::setStatus(AdminNetworkStatus status) {
+    status_ = std::move(status);
+    didChange.emit(Field::status);
+}
+
+void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
+    // Copied before the browser goes, which owns the endpoint.
+    const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+    conflictBrowser_.reset();
+    setStatus({Kind::conflict, name});
+}
+
+void AdminBroadcaster::beginBroadcasting() {
+    listener_ = network_.makeListener(serviceType);
+    if (!listener_) {
+        setStatus({Kind::conflict, "erreur réseau — impossible d'ouvrir le service"});
+        return;
+    }
+    listener_->onNewConnection = [this](std::unique_ptr<StreamConnection> connection) {
+        accept(std::move(connection));
+    };
+    listener_->start();
+    setStatus({Kind::broadcasting, {}});
+}
+
+void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
+    StreamConnection& accepted = *connections_.emplace_back(std::move(connection));
+    accepted.onStateChange = [this, &accepted](StreamConnection::State state) {
+        handleState(accepted, state);
+    };
+    accepted.start();
+}
+
+void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnection::State state) {
+    switch (state) {
+        case StreamConnection::State::ready:
+            if (latestState_) {
+                NetworkFraming::send(encodeJson(*latestState_), connection);
+            }
+            break;
+        case StreamConnection::State::failed:
+        case StreamConnection::State::cancelled:
+            std::erase_if(connections_,
+                          [&](const auto& known) { return known.get() == &connection; });
+            break;
+        case StreamConnection::State::preparing:
+            break;
+    }
+}
+
+}  // namespace tessivo

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "platform/Network.h"
+#include "sync/LiveState.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessivo {
+
+class MainQueue;
+
+/// Whether this computer may tell its live state.
+struct AdminNetworkStatus {
+    enum class Kind { checking, broadcasting, conflict };
+
+    Kind kind = Kind::checking;
+    /// Of a conflict only: the name of the other admin computer, or why there is no listener.
+    std::string conflict;
+
+    friend bool operator==(const AdminNetworkStatus&, const AdminNetworkStatus&) = default;
+};
+
+/// Tells the live state to every display station on the local network, once it has made sure that
+/// no other computer does: two admins would take each other's stations. It broadcasts until it is
+/// destroyed, which withdraws the service and closes the connections. Main thread only.
+class AdminBroadcaster {
+public:
+    enum class Field { status };
+
+    static constexpr const char* serviceType = "_tessivo._tcp";
+    /// How long another admin has to show up, in seconds.
+    static constexpr double checkDuration = 1.5;
+
+    /// What is given here outlives the broadcaster.
+    AdminBroadcaster(Network& network, MainQueue& mainQueue);
+    AdminBroadcaster(const AdminBroadcaster&) = delete;
+    AdminBroadcaster& operator=(const AdminBroadcaster&) = delete;
+
+    /// Emitted after each assignment to a field, also when its value stays the same.
+    Signal<Field> didChange;
+
+    /// Looks for another admin; its name becomes a conflict at once, silence for `checkDuration`
+    /// opens the broadcast. Does nothing while a check or the broadcast runs. A check isn't
+    /// repeated: an admin that comes later is not noticed.
+    void startChecking();
+
+    /// Sends `state` to every station, those whose connection isn't ready yet included, and keeps
+    /// it for those to come.
+    void update(LiveState state);
+
+    const AdminNetworkStatus& status() const { return status_; }
+    const std::optional<LiveState>& latestState() const { return latestState_; }
+    /// Stations whose connection hasn't failed yet.
+    std::size_t connectionCount() const { return connections_.size(); }
+
+private:
+    void setStatus(AdminNetworkStatus status);
+    void refuse(const ServiceEndpoint& other);
+    void beginBroadcasting();
+    void accept(std::unique_ptr<StreamConnection> connection);
+    void handleState(StreamConnection& connection, StreamConnection::State state);
+
+    Network& network_;
+    MainQueue& mainQueue_;
+    AdminNetworkStatus status_;
+    /// In the order of their arrival, so that equal runs send in equal order.
+    std::vector<std::unique_ptr<StreamConnection>> connections_;
+    std::unique_ptr<ServiceListener> listener_;
+    /// Present while a check is undecided; the end of its time looks whether it still is.
+    std::shared_ptr<ServiceBrowser> conflictBrowser_;
+    std::optional<LiveState> latestState_;
+};
+
+}  // namespace tessivo

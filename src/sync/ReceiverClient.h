@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "platform/Network.h"
+#include "sync/LiveState.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tessivo {
+
+enum class ReceiverStatus {
+    searching,  ///< no usable connection
+    connected,  ///< the connection to an admin is open
+};
+
+/// A display station's side: finds an admin, connects to it and publishes the last live state that
+/// it told. Stays with its admin while the connection lasts, whatever else turns up, and sends
+/// nothing. Has no schedule of its own: after a loss, the next report of the browser connects
+/// again. Main thread only.
+class ReceiverClient {
+public:
+    enum class Field { status, liveState };
+
+    /// `network` outlives the client.
+    explicit ReceiverClient(Network& network);
+    ReceiverClient(const ReceiverClient&) = delete;
+    ReceiverClient& operator=(const ReceiverClient&) = delete;
+
+    /// Emitted after each assignment to a field, also when its value stays the same.
+    Signal<Field> didChange;
+
+    /// Starts looking for an admin; does nothing when it does already.
+    void start();
+    /// Leaves the admin and stops looking for one, as before `start`.
+    void stop();
+
+    ReceiverStatus status() const { return status_; }
+    /// The last state that could be read from the present connection. A message that is none
+    /// changes nothing. When the stream can't be read any further, the last state stays until the
+    /// connection is lost.
+    const std::optional<LiveState>& liveState() const { return liveState_; }
+
+private:
+    void setStatus(ReceiverStatus status);
+    void setLiveState(std::optional<LiveState> state);
+
+    void connect(const ServiceEndpoint& endpoint);
+    void handleState(StreamConnection::State state);
+    void receiveNext();
+    void handleMessage(std::string_view payload);
+
+    Network& network_;
+    ReceiverStatus status_ = ReceiverStatus::searching;
+    std::optional<LiveState> liveState_;
+    std::unique_ptr<StreamConnection> connection_;
+    std::unique_ptr<ServiceBrowser> browser_;
+};
+
+}  // namespace tessivo

@@ -1,0 +1,217 @@
+#include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedNetwork.h"
+#include "support/Shows.h"
+#include "sync/AdminBroadcaster.h"
+#include "sync/ReceiverClient.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace tessivo;
+using Kind = AdminNetworkStatus::Kind;
+
+namespace {
+
+/// An admin's computer and a station's, on one network in virtual time.
+struct Room {
+    SimulatedMainQueue queue;
+    SimulatedNetwork network{queue};
+    SimulatedComputer& computer = network.addComputer("Régie");
+    SimulatedComputer& other = network.addComputer("Plateau");
+    AdminBroadcaster broadcaster{computer, queue};
+
+    void broadcast() {
+        broadcaster.startChecking();
+        queue.advance(2.0);
+        REQUIRE(broadcaster.status().kind == Kind::broadcasting);
+    }
+    std::vector<std::string> servicesSeen() {
+        std::vector<std::string> names;
+        const auto browser = other.makeBrowser(AdminBroadcaster::serviceType);
+        browser->onResultsChanged = [&](const std::vector<ServiceEndpoint>& services) {
+            names.clear();
+            std::ranges::transform(services, std::back_inserter(names), &ServiceEndpoint::name);
+        };
+        browser->start();
+        queue.advance(1.0);
+        return names;
+    }
+};
+
+LiveState stateAt(std::int64_t index) {
+    return {showWithSongs(3), index, {800'000'000.25}};
+}
+
+}  // namespace
+
+TEST_CASE("an admin alone on the network broadcasts after a second and a half") {
+    Room room;
+    std::vector<Kind> told;
+    const auto subscription = room.broadcaster.didChange.subscribe(
+        [&](AdminBroadcaster::Field) { told.push_back(room.broadcaster.status().kind); });
+    CHECK(room.broadcaster.status().kind == Kind::checking);
+    room.queue.advance(5.0);
+    CHECK(room.broadcaster.status().kind == Kind::checking);  // nobody asked yet
+
+    room.broadcaster.startChecking();
+    room.broadcaster.startChecking();
+    room.queue.advance(1.49);
+    CHECK(room.broadcaster.status().kind == Kind::checking);
+    CHECK(room.servicesSeen().size() == 1);
+    CHECK(told == std::vector{Kind::checking, Kind::broadcasting});
+    CHECK(room.servicesSeen() == std::vector<std::string>{"Régie"});
+
+    room.broadcaster.startChecking();
+    CHECK(room.broadcaster.status().kind == Kind::broadcasting);
+}
+
+TEST_CASE("who else advertises during the check decides its outcome") {
+    struct Case {
+        const char* description;
+        double arrives;  // seconds after the check started
+        double leaves;
+        AdminNetworkStatus expected;
+    };
+    const Case cases[] = {
+        {"it was there before", 0.0, 10.0, {Kind::conflict, "Autre régie"}},
+        {"it shows up during the check", 1.0, 10.0, {Kind::conflict, "Autre régie"}},
+        {"it shows up and leaves again", 0.5, 1.0, {Kind::conflict, "Autre régie"}},
+        {"it shows up too late", 1.4, 10.0, {Kind::broadcasting, {}}},
+    };
+    for (const Case& row : cases) {
+        CAPTURE(row.description);
+        Room room;
+        auto& computer = room.network.addComputer("Autre régie");
+        auto listener = computer.makeListener(AdminBroadcaster::serviceType);
+        const auto printer = room.other.makeListener("_printer._tcp");
+        printer->start();
+        room.queue.postAfter(row.arrives, [&] { listener->start(); });
+        room.queue.postAfter(row.leaves, [&] { listener.reset(); });
+        room.broadcaster.startChecking();
+        room.queue.advance(9.0);
+        CHECK(room.broadcaster.status() == row.expected);
+        const auto seen = room.servicesSeen();
+        CHECK((std::ranges::count(seen, "Régie") == 1) ==
+              (row.expected.kind == Kind::broadcasting));
+    }
+}
+
+TEST_CASE("a check after a conflict runs its whole time, whatever is left of the one before") {
+    Room room;
+    auto listener = room.other.makeListener(AdminBroadcaster::serviceType);
+    listener->start();
+    room.broadcaster.startChecking();
+    room.queue.advance(0.5);
+    REQUIRE(room.broadcaster.status().kind == Kind::conflict);
+    listener.reset();
+    room.queue.advance(0.5);
+    room.broadcaster.startChecking();
+    room.queue.advance(1.4);
+    CHECK(room.broadcaster.status().kind == Kind::checking);
+    room.queue.advance(0.2);
+    CHECK(room.broadcaster.status().kind == Kind::broadcasting);
+}
+
+TEST_CASE("without a port there is no broadcast, and the operator is told why") {
+    Room room;
+    room.computer.setOutOfPorts(true);
+    room.broadcaster.startChecking();
+    room.queue.advance(2.0);
+    CHECK(room.broadcaster.status() ==
+          AdminNetworkStatus{Kind::conflict, "erreur réseau — impossible d'ouvrir le service"});
+}
+
+TEST_CASE("a broadcaster that goes during its check never broadcasts") {
+    Room room;
+    {
+        AdminBroadcaster brief(room.other, room.queue);
+        brief.startChecking();
+        room.queue.advance(1.0);
+    }
+    room.queue.advance(2.0);
+    CHECK(room.servicesSeen().empty());
+}
+
+TEST_CASE("a station has the latest state as soon as it is connected, then every later one") {
+    Room room;
+    room.broadcast();
+    ReceiverClient early(room.other);
+    early.start();
+    room.queue.advance(2.0);
+    CHECK(early.status() == ReceiverStatus::connected);
+    CHECK_FALSE(early.liveState());
+
+    std::vector<std::int64_t> told;
+    const auto subscription = early.didChange.subscribe([&](ReceiverClient::Field field) {
+        if (field == ReceiverClient::Field::liveState) {
+            told.push_back(early.liveState()->activeSongIndex);
+        }
+    });
+    for (const std::int64_t index : {0, 1, 1, -7}) {
+        room.broadcaster.update(stateAt(index));
+    }
+    room.queue.advance(1.0);
+    CHECK(told == std::vector<std::int64_t>{0, 1, 1, -7});
+
+    ReceiverClient late(room.network.addComputer("Retour"));
+    late.start();
+    room.queue.advance(1.0);
+    REQUIRE(late.liveState());
+    CHECK(late.liveState()->activeSongIndex == -7);
+    CHECK(late.liveState()->show == early.liveState()->show);
+    CHECK(late.liveState()->currentSongStartedAt == Instant{800'000'000.25});
+    CHECK(room.broadcaster.connectionCount() == 2);
+}
+
+TEST_CASE("a station that is lost is forgotten, and the others don't notice") {
+    Room room;
+    room.broadcast();
+    auto& lost = room.network.addComputer("Perdu");
+    auto leaving = std::make_unique<ReceiverClient>(lost);
+    ReceiverClient staying(room.other);
+    leaving->start();
+    staying.start();
+    room.queue.advance(1.0);
+    REQUIRE(room.broadcaster.connectionCount() == 2);
+
+    SUBCASE("it quits") {
+        leaving.reset();
+    }
+    SUBCASE("its cable is cut") {
+        leaving->stop();
+        lost.cutConnections();
+    }
+    room.queue.advance(0.5);
+    CHECK(room.broadcaster.connectionCount() == 1);
+    room.broadcaster.update(stateAt(2));
+    room.queue.advance(0.5);
+    REQUIRE(staying.liveState());
+    CHECK(staying.liveState()->activeSongIndex == 2);
+}
+
+TEST_CASE("a stalled station delays nobody, and has the newest state once it reads again") {
+    Room room;
+    room.broadcast();
+    auto& slow = room.network.addComputer("Lent");
+    ReceiverClient stalled(slow);
+    ReceiverClient reading(room.other);
+    stalled.start();
+    reading.start();
+    room.queue.advance(1.0);
+    slow.setStalled(true);
+    for (std::int64_t index = 0; index < 100; ++index) {
+        room.broadcaster.update(stateAt(index));
+        room.queue.advance(0.1);
+        REQUIRE(reading.liveState());
+        CHECK(reading.liveState()->activeSongIndex == index);
+    }
+    CHECK_FALSE(stalled.liveState());
+    slow.setStalled(false);
+    room.queue.advance(5.0);
+    REQUIRE(stalled.liveState());
+    CHECK(stalled.liveState()->activeSongIndex == 99);
+}

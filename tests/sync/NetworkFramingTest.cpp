@@ -1,0 +1,172 @@
+#include "sync/NetworkFraming.h"
+#include "sync/OutgoingMessages.h"
+#include "sync/Stream.h"
+
+#include <doctest/doctest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+using namespace tessivo;
+using State = StreamConnection::State;
+
+namespace {
+
+/// Four bytes of length.
+std::string header(std::uint32_t size) {
+    return {static_cast<char>(size >> 24U), static_cast<char>(size >> 16U & 0xFFU),
+            static_cast<char>(size >> 8U & 0xFFU), static_cast<char>(size & 0xFFU)};
+}
+
+/// What `receiveOne` made of the stream: every completion, in order.
+using Completions = std::vector<std::optional<std::string>>;
+
+void receiveInto(Completions& completions, StreamConnection& connection) {
+    NetworkFraming::receiveOne(connection, [&](std::optional<std::string> payload) {
+        completions.push_back(std::move(payload));
+    });
+}
+
+}  // namespace
+
+TEST_CASE("a frame is the length, most significant byte first, and the payload") {
+    const std::string payload(300, 'x');
+    CHECK(*NetworkFraming::frame(payload) == std::string("\0\0\1\x2C", 4) + payload);
+    CHECK(NetworkFraming::frame(std::string(0x010203, ' '))->substr(0, 4) ==
+          std::string("\0\1\2\3", 4));
+}
+
+TEST_CASE("frames are read one by one, however the network cuts them up") {
+    for (const std::size_t segmentSize : {1U, 3U, 4U, 5U, 1448U}) {
+        CAPTURE(segmentSize);
+        test::Stream stream(segmentSize);
+        const std::string binary("\0\xFF{", 3);
+        for (const std::string& payload : {std::string("first"), binary, std::string("third")}) {
+            NetworkFraming::send(payload, *stream.out);
+        }
+        Completions completions;
+        for (int i = 0; i < 3; ++i) {
+            receiveInto(completions, *stream.in);
+            stream.queue.advance(1.0);
+        }
+        CHECK(completions == Completions{"first", binary, "third"});
+    }
+}
+
+TEST_CASE("what is no frame gives nothing, and what ends early gives what came") {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        bool closes;
+        Completions expected;
+    };
+    const Case cases[] = {
+        {"no byte yet", "", false, {}},
+        {"no byte at all", "", true, {std::nullopt}},
+        {"one byte of a header", std::string(1, '\0'), true, {std::nullopt}},
+        {"three bytes of a header", std::string("\0\0\1", 3), true, {std::nullopt}},
+        {"three bytes of a header, and maybe more", std::string("\0\0\1", 3), false, {}},
+        {"an empty payload", header(0) + "x", false, {std::nullopt}},
+        {"the first length that is too long", header(20'000'000) + "x", false, {std::nullopt}},
+        {"the longest length that can be told", header(0xFFFF'FFFF), false, {std::nullopt}},
+        {"a length with the top bit set", header(0x8000'0001) + "x", false, {std::nullopt}},
+        {"bytes of another protocol", "GET / HTTP/1.1\r\n\r\n", false, {std::nullopt}},
+        {"the longest payload is waited for", header(19'999'999) + "x", false, {}},
+        {"a header without a payload", header(5), true, {std::nullopt}},
+        {"half a payload", header(5) + "abc", true, {"abc"}},
+        {"a whole payload before the end", header(3) + "abc", true, {"abc"}},
+        {"more than a payload", header(3) + "abcdef", true, {"abc"}},
+    };
+    for (const Case& row : cases) {
+        CAPTURE(row.name);
+        test::Stream stream;
+        Completions completions;
+        receiveInto(completions, *stream.in);
+        stream.write(row.bytes);
+        if (row.closes) {
+            stream.close();
+        }
+        CHECK(completions == row.expected);
+        CHECK(stream.states.back() == (row.closes ? State::failed : State::ready));
+    }
+}
+
+TEST_CASE("the longest payload is received whole") {
+    test::Stream stream(1U << 20U);
+    Completions completions;
+    receiveInto(completions, *stream.in);
+    NetworkFraming::send(std::string(NetworkFraming::maximumPayloadSize, 'x'), *stream.out);
+    stream.queue.advance(60.0);
+    REQUIRE(completions.size() == 1);
+    CHECK(completions[0]->size() == 19'999'999);
+}
+
+TEST_CASE("destroying a connection drops the frame that is being read") {
+    test::Stream stream;
+    Completions completions;
+    receiveInto(completions, *stream.in);
+    stream.write(header(10) + "abc");
+    stream.in.reset();
+    stream.queue.advance(1.0);
+    CHECK(completions.empty());
+}
+
+TEST_CASE("a reader that doesn't read costs bounded memory, and then sees the newest snapshot") {
+    test::Stream stream(64 * 1024);
+    const std::size_t size = 1U << 20U;
+    for (int i = 0; i < 100; ++i) {
+        NetworkFraming::send(std::string(size - 1, ' ') + static_cast<char>(i), *stream.out);
+        stream.queue.advance(0.1);
+    }
+    Completions completions;
+    for (;;) {
+        const std::size_t before = completions.size();
+        receiveInto(completions, *stream.in);
+        stream.queue.advance(1.0);
+        if (completions.size() == before) {
+            break;
+        }
+        REQUIRE(completions.back());
+        REQUIRE(completions.back()->size() == size);
+    }
+    // The one that had begun to leave, and at most what fits below the limit.
+    CHECK(completions.front()->back() == 0);
+    CHECK(completions.back()->back() == 99);
+    CHECK(completions.size() <= 1 + OutgoingMessages::limit / size);
+}
+
+TEST_CASE("outgoing messages keep their order, and make room for the newest past the limit") {
+    const auto message = [](std::size_t size, char content) {
+        return std::make_shared<const std::string>(size, content);
+    };
+    constexpr std::size_t half = OutgoingMessages::limit / 2;
+    OutgoingMessages outgoing;
+    outgoing.push(message(half, 'a'));
+    outgoing.push(message(half, 'b'));
+    CHECK(outgoing.size() == OutgoingMessages::limit);
+    CHECK(outgoing.next().substr(0, 1) == "a");
+
+    SUBCASE("none has begun") {
+        outgoing.push(message(1, 'c'));
+        CHECK(outgoing.size() == 1);
+        CHECK(outgoing.next() == "c");
+    }
+    SUBCASE("the first has begun, and must be finished") {
+        outgoing.advance(half - 1);
+        outgoing.push(message(half, 'c'));
+        CHECK(outgoing.size() == 1 + half);
+        CHECK(outgoing.next() == "a");
+        outgoing.advance(1);
+        CHECK(outgoing.next().substr(0, 1) == "c");
+    }
+    SUBCASE("one message longer than the limit") {
+        outgoing.advance(1);
+        outgoing.push(message(OutgoingMessages::limit + 1, 'c'));
+        CHECK(outgoing.size() == half - 1 + OutgoingMessages::limit + 1);
+        outgoing.advance(half - 1);
+        CHECK(outgoing.next().substr(0, 1) == "c");
+        outgoing.push(message(1, 'd'));
+        CHECK(outgoing.next() == "d");
+    }
+}

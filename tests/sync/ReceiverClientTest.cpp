@@ -1,0 +1,252 @@
+#include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedNetwork.h"
+#include "support/Shows.h"
+#include "sync/AdminBroadcaster.h"
+#include "sync/NetworkFraming.h"
+#include "sync/ReceiverClient.h"
+
+#include <doctest/doctest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+using namespace tessivo;
+
+namespace {
+
+using Cursor = std::optional<std::int64_t>;
+
+std::string jsonAt(std::int64_t index) {
+    return encodeJson(LiveState{showWithSongs(2), index, {1.0}});
+}
+
+/// A service that says what a test gives it, byte by byte.
+struct RawAdmin {
+    explicit RawAdmin(SimulatedComputer& computer)
+        : listener(computer.makeListener(AdminBroadcaster::serviceType)) {
+        listener->onNewConnection = [this](std::unique_ptr<StreamConnection> accepted) {
+            stations.push_back(std::move(accepted));
+            stations.back()->start();
+        };
+        listener->start();
+    }
+
+    void write(std::string bytes) {
+        stations.back()->send(std::make_shared<const std::string>(std::move(bytes)));
+    }
+    void say(std::string_view payload) { NetworkFraming::send(payload, *stations.back()); }
+
+    std::unique_ptr<ServiceListener> listener;
+    std::vector<std::unique_ptr<StreamConnection>> stations;
+};
+
+/// A station that knows what it showed.
+struct Room {
+    SimulatedMainQueue queue;
+    SimulatedNetwork network{queue};
+    SimulatedComputer& regie = network.addComputer("Régie");
+    SimulatedComputer& plateau = network.addComputer("Plateau");
+    ReceiverClient station{plateau};
+
+    bool isConnected() const { return station.status() == ReceiverStatus::connected; }
+    Cursor cursor() const {
+        return station.liveState() ? Cursor(station.liveState()->activeSongIndex) : std::nullopt;
+    }
+};
+
+}  // namespace
+
+TEST_CASE("a station waits for an admin, and follows it without being asked") {
+    Room room;
+    room.station.start();
+    room.queue.advance(1000.0);
+    CHECK_FALSE(room.isConnected());
+
+    RawAdmin admin(room.regie);
+    room.queue.advance(1.0);
+    CHECK(room.isConnected());
+    CHECK_FALSE(room.cursor());
+    admin.say(jsonAt(4));
+    room.queue.advance(1.0);
+    CHECK(room.cursor() == 4);
+}
+
+TEST_CASE("a second admin, and a second start, change nothing for a station that has one") {
+    Room room;
+    RawAdmin admin(room.regie);
+    room.station.start();
+    room.station.start();
+    room.queue.advance(1.0);
+    REQUIRE(room.isConnected());
+    CHECK(room.plateau.questionCount() == 1);
+
+    RawAdmin second(room.network.addComputer("Autre régie"));
+    room.queue.advance(5.0);
+    CHECK(second.stations.empty());
+    CHECK(admin.stations.size() == 1);
+}
+
+TEST_CASE("a message that is no state is passed over") {
+    const std::string good = jsonAt(1);
+    const std::string bad[] = {
+        "x",
+        "{}",
+        "null",
+        "\xFF\xFE",
+        good.substr(0, good.size() / 2),
+        good + good,
+        std::string(1000, '['),
+        R"({"show":[],"activeSongIndex":"1","currentSongStartedAt":{}})",
+        std::string(300'000, ' '),
+    };
+    Room room;
+    RawAdmin admin(room.regie);
+    room.station.start();
+    room.queue.advance(1.0);
+    std::int64_t index = 0;
+    for (const std::string& payload : bad) {
+        CAPTURE(payload.substr(0, 60));
+        admin.say(jsonAt(++index));
+        admin.say(payload);
+        room.queue.advance(5.0);
+        CHECK(room.cursor() == index);
+        CHECK(room.isConnected());
+    }
+    admin.say(jsonAt(++index));
+    room.queue.advance(1.0);
+    CHECK(room.cursor() == index);
+}
+
+TEST_CASE("a stream that can't be read keeps its last state until the connection is lost") {
+    for (const char* header : {"\0\0\0\0", "\x01\x31\x2D\x00", "\xFF\xFF\xFF\xFF"}) {
+        Room room;
+        RawAdmin admin(room.regie);
+        room.station.start();
+        room.queue.advance(1.0);
+        admin.say(jsonAt(1));
+        admin.write(std::string(header, 4));
+        for (int i = 0; i < 200; ++i) {
+            admin.say(jsonAt(2) + std::string(1000, ' '));
+        }
+        room.queue.advance(60.0);
+        CHECK(room.cursor() == 1);
+        CHECK(room.isConnected());
+
+        admin.stations.clear();
+        room.queue.advance(0.1);
+        CHECK_FALSE(room.cursor());
+        CHECK_FALSE(room.isConnected());
+    }
+}
+
+TEST_CASE("a station that loses its admin shows nothing, and finds it again") {
+    Room room;
+    auto admin = std::make_unique<RawAdmin>(room.regie);
+    room.station.start();
+    room.queue.advance(1.0);
+    admin->say(jsonAt(1));
+    room.queue.advance(1.0);
+    REQUIRE(room.cursor() == 1);
+
+    SUBCASE("the admin quits and comes back") {
+        admin.reset();
+        room.queue.advance(30.0);
+        CHECK_FALSE(room.isConnected());
+        admin = std::make_unique<RawAdmin>(room.regie);
+    }
+    SUBCASE("the cable is pulled, and the admin is advertised all the time") {
+        room.plateau.cutConnections();
+    }
+    SUBCASE("the connection closes in the middle of a message") {
+        room.plateau.truncateAfter(100);
+        admin->say(jsonAt(2));
+    }
+    SUBCASE("the admin goes while the cable is stalled") {
+        room.plateau.setStalled(true);
+        admin->say(jsonAt(2));
+        admin.reset();
+        room.queue.advance(0.5);
+        room.plateau.setStalled(false);
+        admin = std::make_unique<RawAdmin>(room.regie);
+    }
+    room.queue.advance(0.1);
+    CHECK_FALSE(room.isConnected());
+    CHECK_FALSE(room.cursor());
+    room.queue.advance(2.0);
+    CHECK(room.isConnected());
+    CHECK_FALSE(room.cursor());
+    admin->say(jsonAt(3));
+    room.queue.advance(1.0);
+    CHECK(room.cursor() == 3);
+}
+
+TEST_CASE("a station asks for an admin that refuses it once a second at most") {
+    Room room;
+    RawAdmin admin(room.regie);
+    int refused = 0;
+    admin.listener->onNewConnection = [&](std::unique_ptr<StreamConnection>) { ++refused; };
+    room.station.start();
+    room.queue.advance(60.0);
+    CHECK(refused > 30);
+    CHECK(refused <= 61);
+    CHECK(room.plateau.questionCount() <= 61);
+    CHECK_FALSE(room.isConnected());
+}
+
+TEST_CASE("stopping leaves the admin at once, and starting again finds it") {
+    Room room;
+    RawAdmin admin(room.regie);
+    int losses = 0;
+    admin.listener->onNewConnection = [&](std::unique_ptr<StreamConnection> accepted) {
+        accepted->onStateChange = [&](StreamConnection::State state) {
+            losses += state == StreamConnection::State::failed ? 1 : 0;
+        };
+        admin.stations.push_back(std::move(accepted));
+        admin.stations.back()->start();
+    };
+    room.station.start();
+    room.queue.advance(1.0);
+    admin.say(jsonAt(1));
+    room.queue.advance(1.0);
+    REQUIRE(room.cursor() == 1);
+
+    admin.say(jsonAt(2));  // on its way when the station stops
+    room.station.stop();
+    CHECK_FALSE(room.cursor());
+    CHECK_FALSE(room.isConnected());
+    room.queue.advance(10.0);
+    CHECK_FALSE(room.cursor());
+    CHECK(losses == 1);
+    CHECK(admin.stations.size() == 1);
+
+    room.station.start();
+    room.queue.advance(1.0);
+    CHECK(room.isConnected());
+    CHECK(admin.stations.size() == 2);
+}
+
+TEST_CASE("whoever watches a station may stop it at any change") {
+    for (const auto when : {ReceiverClient::Field::status, ReceiverClient::Field::liveState}) {
+        Room room;
+        RawAdmin admin(room.regie);
+        bool isStopping = false;
+        const auto subscription =
+            room.station.didChange.subscribe([&](ReceiverClient::Field field) {
+                if (field == when && !isStopping) {
+                    isStopping = true;
+                    room.station.stop();
+                }
+            });
+        room.station.start();
+        room.queue.advance(1.0);
+        if (!admin.stations.empty()) {
+            admin.say(jsonAt(1));
+        }
+        room.queue.advance(5.0);
+        CHECK(isStopping);
+        CHECK_FALSE(room.isConnected());
+        CHECK_FALSE(room.cursor());
+    }
+}
