@@ -38,7 +38,8 @@ std::string littleEndian(std::uint64_t value, std::size_t size) {
 
 std::string deflated(std::string_view bytes) {
     z_stream stream{};
-    if (deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
+    if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) !=
+        Z_OK) {
         throw std::runtime_error("no memory to deflate");
     }
     std::string output(deflateBound(&stream, static_cast<uLong>(bytes.size())), '\0');
