@@ -10,8 +10,9 @@ namespace tessivo {
 enum class ColumnRole { ignore, title, guests, duration, ltc };
 
 /// Every role in the order in which the operator is offered them.
-inline constexpr std::array columnRoles = {ColumnRole::ignore, ColumnRole::title, ColumnRole::guests,
-                                    ColumnRole::duration, ColumnRole::ltc};
+inline constexpr std::array columnRoles = {ColumnRole::ignore, ColumnRole::title,
+                                           ColumnRole::guests, ColumnRole::duration,
+                                           ColumnRole::ltc};
 
 /// The role's text, which is also its label on screen.
 std::string_view textOf(ColumnRole role);

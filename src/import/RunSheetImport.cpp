@@ -76,9 +76,9 @@ const XLSXWorkbook::Sheet* RunSheetImport::sheet() const {
     return &workbook_->sheets[static_cast<std::size_t>(selectedSheetIndex_)];
 }
 
-std::ranges::iota_view<std::int64_t, std::int64_t> RunSheetImport::usedColumns() const {
+std::int64_t RunSheetImport::usedColumns() const {
     const XLSXWorkbook::Sheet* current = sheet();
-    return {1, current ? current->maxCol + 1 : 1};
+    return current ? current->maxCol : 0;
 }
 
 std::string RunSheetImport::columnLabel(std::int64_t column) const {

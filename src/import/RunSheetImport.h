@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,9 +45,9 @@ public:
 
     /// The chosen sheet, or null; valid until another workbook is loaded.
     const XLSXWorkbook::Sheet* sheet() const;
-    /// Every column from 1 to the last one with a cell. A file may name any column, so there can be
-    /// far more than a screen can list.
-    std::ranges::iota_view<std::int64_t, std::int64_t> usedColumns() const;
+    /// The columns to be given a role are those from 1 to this one, the last with a cell; 0 without
+    /// any. A file may name any column, so there can be far more than a screen can list.
+    std::int64_t usedColumns() const;
     /// The column's heading; "(vide)" without one.
     std::string columnLabel(std::int64_t column) const;
     /// How many songs `createShow()` would make.

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <functional>
-#include <ranges>
+#include <iterator>
 #include <vector>
 
 namespace tessivo {
@@ -17,13 +17,15 @@ constexpr std::size_t maximumColumnLetters = 13;
 template <typename Item, typename Key>
 void sortKeepingLast(std::vector<Item>& items, std::size_t start, Key key) {
     const auto first = items.begin() + static_cast<std::ptrdiff_t>(start);
-    const std::ranges::subrange range(first, items.end());
-    if (std::ranges::adjacent_find(range, std::greater_equal{}, key) == items.end()) {
+    if (std::ranges::adjacent_find(first, items.end(), std::greater_equal{}, key) == items.end()) {
         return;  // as every usual writer leaves it
     }
-    std::ranges::stable_sort(range, {}, key);
-    const auto dropped = std::ranges::unique(range | std::views::reverse, {}, key);
-    items.erase(first, dropped.begin().base());
+    std::ranges::stable_sort(first, items.end(), {}, key);
+    const auto hasSameKey = [key](const Item& later, const Item& earlier) {
+        return std::invoke(key, later) == std::invoke(key, earlier);
+    };
+    const auto kept = std::unique(items.rbegin(), std::make_reverse_iterator(first), hasSameKey);
+    items.erase(first, kept.base());
 }
 
 }  // namespace

@@ -84,19 +84,19 @@ TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
 TEST_CASE_FIXTURE(Fixture, "columns are listed up to the last one in use, with their headings") {
     load({gala, ""});
     std::vector<std::string> labels;
-    for (const std::int64_t column : import.usedColumns()) {
+    for (std::int64_t column = 1; column <= import.usedColumns(); ++column) {
         labels.push_back(import.columnLabel(column));
     }
     CHECK(labels == std::vector<std::string>{"(vide)", "Titre", "Avec", "Durée", "(vide)", "TC"});
     import.headerRow = 5;
     CHECK(import.columnLabel(2) == "(vide)");
     import.selectSheet(1);
-    CHECK(import.usedColumns().empty());
+    CHECK(import.usedColumns() == 0);
     import.selectSheet(2);
-    CHECK(import.usedColumns().empty());
+    CHECK(import.usedColumns() == 0);
     CHECK(import.columnLabel(1).empty());
     load({row(1, cell("zzzzzzzzzzzzz1", "x"))});  // the greatest column that is read
-    CHECK(import.usedColumns().size() > 5'000'000'000'000'000'000U);
+    CHECK(import.usedColumns() > 5'000'000'000'000'000'000);
 }
 
 TEST_CASE_FIXTURE(Fixture, "choosing a sheet suggests its rows and takes the roles back") {

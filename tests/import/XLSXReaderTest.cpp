@@ -1,6 +1,7 @@
 #include "import/SheetParser.h"
 #include "import/XLSXReader.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "support/Golden.h"
 #include "support/WorkbookWriter.h"
 
 #include <doctest/doctest.h>
@@ -266,5 +267,17 @@ TEST_CASE("a workbook cut anywhere is an error or a part of itself") {
         cut.sheets[0].resize(size);
         const std::string cells = cellsOfOnlySheet(cut.file());
         CHECK(std::string("1,1=1;2,2=2;").starts_with(cells));
+    }
+}
+
+TEST_CASE("archives from an independent writer are read") {
+    for (const std::string name : {"zipfile-seekable.xlsx", "zipfile-streamed.xlsx"}) {
+        CAPTURE(name);
+        const XLSXWorkbook workbook =
+            readWorkbook(readFile(TESSIVO_SOURCE_DIR "/tests/fixtures/" + name));
+        REQUIRE(workbook.sheets.size() == 1);
+        CHECK(workbook.sheets[0].name == "Conducteur");
+        CHECK(cellsOf(workbook.sheets[0]) ==
+              "1,1=Titre;1,2=Avec;2,1=Chanson & danse;2,2=Anna + Léa;2,3=225;2,4=10:00:00:00;");
     }
 }
