@@ -1,27 +1,12 @@
 #include "live/StartTimecode.h"
 
+#include "base/Text.h"
+
 #include <array>
-#include <charconv>
 #include <cstddef>
 
 namespace tessivo {
 namespace {
-
-std::optional<std::int64_t> readInteger(std::string_view piece) {
-    if (piece.starts_with('+')) {
-        piece.remove_prefix(1);
-        if (piece.starts_with('-')) {
-            return std::nullopt;  // from_chars would take the second sign
-        }
-    }
-    std::int64_t value = 0;
-    const char* end = piece.data() + piece.size();
-    const auto [stop, error] = std::from_chars(piece.data(), end, value);
-    if (error != std::errc() || stop != end) {
-        return std::nullopt;
-    }
-    return value;
-}
 
 /// value × factor + addend, or none when that leaves the signed 64-bit range.
 std::optional<std::int64_t> multiplyAdd(std::optional<std::int64_t> value, std::int64_t factor,

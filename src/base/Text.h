@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace tessivo {
+
+/// Whether the bytes are well-formed UTF-8 (The Unicode Standard, table 3-7): no overlong forms, no
+/// surrogates, nothing above U+10FFFF.
+bool isValidUtf8(std::string_view bytes);
+
+/// The text without the spaces at its ends: the tab and every character of Unicode's category Zs,
+/// the no-break spaces of French typography included.
+std::string_view trimSpaces(std::string_view text);
+
+/// The text without the spaces and the line breaks at its ends.
+std::string_view trimSpacesAndLineBreaks(std::string_view text);
+
+/// Reads the whole text as a decimal integer: an optional sign, then ASCII digits. None for any
+/// other text and outside the signed 64-bit range.
+std::optional<std::int64_t> readInteger(std::string_view text);
+
+}  // namespace tessivo

@@ -1,0 +1,125 @@
+#include "import/XLSXReader.h"
+
+#include "import/SheetParser.h"
+#include "import/WorkbookParts.h"
+#include "import/XmlParser.h"
+#include "import/ZipArchive.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace tessivo {
+namespace {
+
+/// How many bytes the parts of an archive may come to. Members that share their data and sheets
+/// that share a part could ask for any number otherwise.
+std::size_t readingBudget(std::size_t archiveSize) {
+    constexpr std::size_t expansion = 16;
+    constexpr std::size_t minimum = std::size_t{64} * 1024 * 1024;
+    constexpr std::size_t maximum = std::size_t{1024} * 1024 * 1024;
+    return std::clamp(archiveSize * expansion, minimum, maximum);
+}
+
+/// Finds the parts of a workbook by name and parses them within one budget.
+class PartReader {
+public:
+    explicit PartReader(std::string_view archive)
+        : archive_(archive),
+          entries_(parseCentralDirectory(archive)),
+          budget_(readingBudget(archive.size())) {
+        for (const ZipEntry& entry : entries_) {
+            byName_.emplace(entry.name, &entry);  // the first of a name stays
+        }
+    }
+
+    bool isEmpty() const { return entries_.empty(); }
+
+    /// False when there is no such part or it can't be extracted; what `events` got is then void.
+    bool parse(std::string_view path, XmlEvents& events) {
+        const auto found = byName_.find(path);
+        if (found == byName_.end() || !spend(found->second->compressedSize)) {
+            return false;
+        }
+        XmlParser parser(events);
+        const bool extracted = extract(*found->second, archive_, [&](std::string_view piece) {
+            parser.feed(piece);
+            return spend(piece.size());
+        });
+        parser.finish();
+        return extracted;
+    }
+
+private:
+    bool spend(std::size_t bytes) {
+        const bool suffices = bytes <= budget_;
+        budget_ -= suffices ? bytes : budget_;
+        return suffices;
+    }
+
+    std::string_view archive_;
+    std::vector<ZipEntry> entries_;
+    std::unordered_map<std::string_view, const ZipEntry*> byName_;
+    std::size_t budget_;
+};
+
+/// The sheets of the workbook in its order, without their texts.
+std::vector<XLSXWorkbook::Sheet> readSheets(PartReader& parts, const WorkbookParser& workbook,
+                                            const RelsParser& relationships,
+                                            const SharedStringsParser& sharedStrings,
+                                            TextPool& pool) {
+    std::vector<XLSXWorkbook::Sheet> sheets;
+    for (const SheetRef& ref : workbook.refs) {
+        const auto target = relationships.targets.find(ref.relId);
+        SheetParser parser(sharedStrings, pool);
+        if (target != relationships.targets.end() && parts.parse("xl/" + target->second, parser)) {
+            sheets.push_back(std::move(parser).takeSheet());
+            sheets.back().name = ref.name;
+        }
+    }
+    return sheets;
+}
+
+}  // namespace
+
+XLSXReader::Result XLSXReader::read(FileStore& files, const FileLocation& location) {
+    const std::optional<std::string> archive = files.read(location, maximumFileSize);
+    return archive ? read(*archive) : Result(ReaderError::notAZip);
+}
+
+XLSXReader::Result XLSXReader::read(std::string_view archive) {
+    PartReader parts(archive);
+    if (parts.isEmpty()) {
+        return ReaderError::notAZip;
+    }
+    TextPool pool(readingBudget(archive.size()));
+    SharedStringsParser sharedStrings(pool);
+    if (!parts.parse("xl/sharedStrings.xml", sharedStrings)) {
+        sharedStrings.clear();
+    }
+    WorkbookParser workbookPart;
+    RelsParser relationships;
+    if (!parts.parse("xl/workbook.xml", workbookPart) ||
+        !parts.parse("xl/_rels/workbook.xml.rels", relationships)) {
+        return ReaderError::corrupt;
+    }
+    XLSXWorkbook workbook{readSheets(parts, workbookPart, relationships, sharedStrings, pool)};
+    const auto texts = std::make_shared<const std::string>(std::move(pool).takeBytes());
+    for (XLSXWorkbook::Sheet& sheet : workbook.sheets) {
+        sheet.texts = texts;
+    }
+    return workbook;
+}
+
+std::string XLSXReader::columnLetter(std::int64_t number) {
+    std::string letters;
+    for (; number >= 1; number = (number - 1) / 26) {
+        letters.insert(letters.begin(), static_cast<char>('A' + (number - 1) % 26));
+    }
+    return letters;
+}
+
+}  // namespace tessivo

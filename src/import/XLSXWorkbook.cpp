@@ -1,0 +1,28 @@
+#include "import/XLSXWorkbook.h"
+
+#include <algorithm>
+#include <span>
+
+namespace tessivo {
+
+std::optional<std::string_view> XLSXWorkbook::Sheet::text(const Row& row,
+                                                          std::int64_t column) const {
+    const auto inRow =
+        std::span(cells).subspan(row.firstCell, std::size_t{row.endCell} - row.firstCell);
+    const auto cell = std::ranges::lower_bound(inRow, column, {}, &Cell::column);
+    if (cell == inRow.end() || cell->column != column) {
+        return std::nullopt;
+    }
+    return std::string_view(*texts).substr(cell->textOffset, cell->textLength);
+}
+
+std::optional<std::string_view> XLSXWorkbook::Sheet::text(std::int64_t row,
+                                                          std::int64_t column) const {
+    const auto found = std::ranges::lower_bound(rows, row, {}, &Row::index);
+    if (found == rows.end() || found->index != row) {
+        return std::nullopt;
+    }
+    return text(*found, column);
+}
+
+}  // namespace tessivo

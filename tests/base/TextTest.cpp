@@ -1,0 +1,85 @@
+#include "base/Text.h"
+
+#include <doctest/doctest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+using namespace tessivo;
+
+TEST_CASE("UTF-8 is recognised at the ends of every range") {
+    const std::string_view good[] = {"",
+                                     "a",
+                                     std::string_view("\0", 1),
+                                     "\x7F",
+                                     "\xC2\x80",
+                                     "\xDF\xBF",
+                                     "\xE0\xA0\x80",
+                                     "\xED\x9F\xBF",
+                                     "\xEE\x80\x80",
+                                     "\xEF\xBF\xBF",
+                                     "é",
+                                     "\xF0\x90\x80\x80",
+                                     "\xF4\x8F\xBF\xBF"};
+    for (const std::string_view text : good) {
+        CAPTURE(text);
+        CHECK(isValidUtf8(text));
+    }
+    const std::string_view bad[] = {"\x80",
+                                    "\xC1\xBF",
+                                    "\xC2",
+                                    "\xC2\x7F",
+                                    "\xE0\x9F\xBF",
+                                    "\xED\xA0\x80",
+                                    "\xEF\xBF",
+                                    "\xE1\x80\xC0",
+                                    "\xF0\x8F\xBF\xBF",
+                                    "\xF4\x90\x80\x80",
+                                    "\xF5\x80\x80\x80",
+                                    "\xF1\x80\x80"};
+    for (const std::string_view text : bad) {
+        CAPTURE(text);
+        CHECK_FALSE(isValidUtf8(text));
+    }
+}
+
+TEST_CASE("trimming takes spaces of every width from the ends, and line breaks when asked") {
+    CHECK(trimSpaces(" \t\u00A0\u202Fa \u3000b\u2009 ") == "a \u3000b");
+    CHECK(trimSpaces(" \n a \r ") == "\n a \r");
+    CHECK(trimSpaces(" \u2003 ").empty());
+    CHECK(trimSpacesAndLineBreaks("\r\n \u2028 a\nb \u0085\v\f\u2029\n") == "a\nb");
+    CHECK(trimSpacesAndLineBreaks("\n\u00A0\n").empty());
+}
+
+TEST_CASE("integers are a sign and digits, nothing else") {
+    struct Row {
+        std::string_view text;
+        std::optional<std::int64_t> value;
+    };
+    const Row rows[] = {
+        {"0", 0},
+        {"007", 7},
+        {"+7", 7},
+        {"-7", -7},
+        {"", {}},
+        {"+", {}},
+        {"-", {}},
+        {"+-7", {}},
+        {"--7", {}},
+        {" 7", {}},
+        {"7 ", {}},
+        {"7.0", {}},
+        {"0x7", {}},
+        {"٧", {}},
+        {"7e1", {}},
+        {"9223372036854775807", INT64_MAX},
+        {"9223372036854775808", {}},
+        {"-9223372036854775808", INT64_MIN},
+        {"-9223372036854775809", {}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.text);
+        CHECK(readInteger(row.text) == row.value);
+    }
+}

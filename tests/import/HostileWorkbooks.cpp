@@ -1,0 +1,201 @@
+#include "import/HostileWorkbooks.h"
+
+#include "support/WorkbookWriter.h"
+#include "support/ZipWriter.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace tessivo::test {
+namespace {
+
+constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+/// More than is read of a small file.
+constexpr std::size_t overBudget = 66 * mebibyte;
+
+/// The text as often as fits into `size` bytes.
+std::string filled(std::size_t size, std::string_view text) {
+    std::string result;
+    result.reserve(size);
+    while (result.size() + text.size() <= size) {
+        result += text;
+    }
+    return result;
+}
+
+/// Numbered texts, `size` bytes of them.
+std::string numbered(std::size_t size, std::string_view before, std::string_view after) {
+    std::string result;
+    result.reserve(size + 100);
+    for (int i = 0; result.size() < size; ++i) {
+        result += before;
+        result += std::to_string(i);
+        result += after;
+    }
+    return result;
+}
+
+std::string withSheet(std::string xml) {
+    WorkbookWriter writer({""});
+    writer.sheets[0] = std::move(xml);
+    return writer.file();
+}
+
+std::string withStrings(std::string xml) {
+    WorkbookWriter writer({R"(<row r="1"><c r="A1"><v>1</v></c></row>)"});
+    writer.sharedStrings = std::move(xml);
+    return writer.file();
+}
+
+/// Nine levels of entities, each ten of the one below: 3 GB of text from 1 KB.
+std::string entityBomb() {
+    std::string declarations = "<!ENTITY e0 \"lol\">";
+    for (int level = 1; level <= 9; ++level) {
+        const std::string below = "&e" + std::to_string(level - 1) + ";";
+        declarations +=
+            "<!ENTITY e" + std::to_string(level) + " \"" + filled(below.size() * 10, below) + "\">";
+    }
+    return withSheet("<!DOCTYPE worksheet [" + declarations +
+                     R"(]><worksheet><row r="1"><c r="A1"><v>&e9;</v></c></row></worksheet>)");
+}
+
+std::string defaultAttributes() {
+    return withSheet("<!DOCTYPE a [<!ATTLIST c r CDATA \"" + std::string(60'000, '1') + "\">]><a>" +
+                     filled(8 * mebibyte, "<c/>") + "</a>");
+}
+
+/// Many members over one piece of data, and many sheets over those.
+std::string overlappingMembers() {
+    WorkbookWriter writer(std::vector<std::string>(5'000));
+    std::vector<ZipMember> members = writer.members();
+    for (ZipMember& member : members) {
+        if (member.name.starts_with("xl/worksheets/")) {
+            member.content.clear();
+        }
+    }
+    members[3].content = "<worksheet>" + std::string(8 * mebibyte, ' ');
+    std::string archive = zipOf(members);
+    std::size_t first = archive.find("PK\x01\x02", archive.rfind("PK\x03\x04"));
+    for (int i = 0; i < 3; ++i) {
+        first = archive.find("PK\x01\x02", first + 1);
+    }
+    const std::string sizes = archive.substr(first + 20, 8);
+    const std::string offset = archive.substr(first + 42, 4);
+    for (std::size_t record = first; record != std::string::npos;
+         record = archive.find("PK\x01\x02", record + 1)) {
+        archive.replace(record + 20, 8, sizes).replace(record + 42, 4, offset);
+    }
+    return archive;
+}
+
+std::string oneSheetManyTimes(std::string xml) {
+    WorkbookWriter writer({""});
+    writer.sheets[0] = std::move(xml);
+    writer.workbook = "<workbook>" + filled(mebibyte, R"(<sheet name="a" r:id="rId1"/>)");
+    return writer.file();
+}
+
+/// Nine mebibytes of blocks that give no byte, as often as there are sheets.
+std::string emptyDeflateBlocks() {
+    std::string stream = filled(9 * mebibyte, std::string("\x00\x00\x00\xFF\xFF", 5));
+    stream += std::string("\x03\x00", 2);
+    WorkbookWriter writer({""});
+    writer.workbook = "<workbook>" + filled(mebibyte, R"(<sheet name="a" r:id="rId1"/>)");
+    std::vector<ZipMember> members = writer.members();
+    members.back().content = stream;
+    members.back().method = 0;
+    std::string archive = zipOf(members);
+    archive.replace(archive.rfind("PK\x01\x02") + 10, 2, littleEndian(8, 2));
+    return archive;
+}
+
+}  // namespace
+
+const std::vector<HostileWorkbook>& hostileWorkbooks() {
+    static const std::vector<HostileWorkbook> workbooks = {
+        {"too much space in a sheet", [] { return withSheet(std::string(overBudget, ' ')); }},
+        {"too long a text in a cell",
+         [] {
+             return withSheet("<a><row r=\"1\"><c r=\"A1\"><v>" + std::string(overBudget, 'x') +
+                              "</v></c></row></a>");
+         }},
+        {"too long a shared text",
+         [] {
+             return withStrings("<sst><si><t>" + std::string(overBudget, 'x') + "</t></si></sst>");
+         }},
+        {"many cells in one place",
+         [] {
+             return withSheet("<a><row r=\"1\">" + filled(8 * mebibyte, "<c r=\"B\"><v>1</v></c>") +
+                              "</row></a>");
+         }},
+        {"cells in reverse order",
+         [] {
+             return withSheet(
+                 "<a><row r=\"1\">" +
+                 filled(8 * mebibyte, "<c r=\"Z\"><v>1</v></c><c r=\"A\"><v>1</v></c>") +
+                 "</row></a>");
+         }},
+        {"many rows",
+         [] {
+             return withSheet(
+                 "<a>" + numbered(8 * mebibyte, "<row r=\"", "\"><c r=\"A\"><v>1</v></c></row>") +
+                 "</a>");
+         }},
+        {"many empty shared strings",
+         [] { return withStrings("<sst>" + filled(8 * mebibyte, "<si/>")); }},
+        {"the last cell there is",
+         [] {
+             return withSheet("<a><row r=\"1048576\"><c r=\"XFD1048576\"><v>1</v></c></row></a>");
+         }},
+        {"one long text in many cells",
+         [] {
+             WorkbookWriter writer(
+                 {filled(8 * mebibyte, "<row><c r=\"A\" t=\"s\"><v>0</v></c></row>")},
+                 {"<t>" + std::string(mebibyte, 'x') + "</t>"});
+             return writer.file();
+         }},
+        {"elements within elements", [] { return withSheet(filled(8 * mebibyte, "<a>")); }},
+        {"cells within cells",
+         [] {
+             constexpr std::size_t depth = 50'000;
+             return withSheet("<row>" + filled(depth * 14, "<c r=\"A\">   ") + "<v>" +
+                              std::string(mebibyte, 'x') + "</v>" + filled(depth * 4, "</c>") +
+                              "</row>");
+         }},
+        {"strings within strings",
+         [] {
+             constexpr std::size_t depth = 50'000;
+             return withStrings(filled(depth * 4, "<si>") + "<t>" + std::string(mebibyte, 'x') +
+                                "</t>" + filled(depth * 5, "</si>"));
+         }},
+        {"element names without end",
+         [] { return withSheet("<a>" + numbered(8 * mebibyte, "<n", "/>")); }},
+        {"attributes without end",
+         [] { return withSheet("<a " + numbered(8 * mebibyte, "n", "=\"\" ") + "/>"); }},
+        {"long attributes",
+         [] {
+             return withSheet(
+                 "<a>" + filled(8 * mebibyte, "<c r=\"" + std::string(4 * mebibyte, '1') + "\"/>"));
+         }},
+        {"a comment without end", [] { return withSheet("<!--" + std::string(overBudget, '-')); }},
+        {"entities within entities", entityBomb},
+        {"long default attributes", defaultAttributes},
+        {"relationships without end",
+         [] {
+             WorkbookWriter writer({""});
+             writer.relationships =
+                 "<a>" +
+                 numbered(8 * mebibyte, "<Relationship Target=\"worksheets/\" Id=\"", "\"/>");
+             return writer.file();
+         }},
+        {"sheets without end", [] { return oneSheetManyTimes("<worksheet/>"); }},
+        {"a large sheet many times",
+         [] { return oneSheetManyTimes("<a>" + std::string(8 * mebibyte, ' ')); }},
+        {"members that share their data", overlappingMembers},
+        {"compressed data that gives nothing", emptyDeflateBlocks},
+    };
+    return workbooks;
+}
+
+}  // namespace tessivo::test

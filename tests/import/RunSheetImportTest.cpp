@@ -1,0 +1,207 @@
+#include "import/RunSheetImport.h"
+#include "support/WorkbookWriter.h"
+
+#include <doctest/doctest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace tessivo;
+using namespace tessivo::test;
+
+namespace {
+
+std::string cell(const std::string& reference, const std::string& text) {
+    return "<c r=\"" + reference + "\" t=\"inlineStr\"><is><t>" + text + "</t></is></c>";
+}
+
+std::string row(int number, const std::string& cells) {
+    return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
+}
+
+/// Headings in row 3, four songs between rows 4 and 9, and a remark below.
+const std::string gala =
+    row(3, cell("B3", " Titre\n") + cell("C3", "Avec") + cell("D3", "Durée") + cell("F3", "TC")) +
+    row(4, cell("B4", "\n Intro\nOuverture \n") + cell("C4", "Anna + Marc") + cell("D4", "3'45") +
+               cell("F4", "10:00:00:00\nnote")) +
+    row(5, cell("B5", " \n\t")) + row(6, cell("C6", "personne")) +
+    row(7, cell("B7", "Chanson") + cell("C7", "/") + cell("D7", "3 min") + cell("F7", "10:00")) +
+    row(8, cell("B8", "Reprise")) + row(9, cell("B9", "Final") + cell("D9", "1:00:00")) +
+    row(12, cell("A12", "fin"));
+
+struct Fixture {
+    RunSheetImport import;
+
+    void load(const std::vector<std::string>& sheets, const std::string& path = "/x/Gala 2.xlsx") {
+        import.load(path, XLSXReader::read(WorkbookWriter(sheets).file()));
+    }
+    void assignGala() {
+        import.setRole(2, ColumnRole::title);
+        import.setRole(3, ColumnRole::guests);
+        import.setRole(4, ColumnRole::duration);
+        import.setRole(6, ColumnRole::ltc);
+    }
+    /// Builds a show, which must agree with the announced number of songs.
+    std::optional<Show> create() {
+        const std::int64_t announced = import.songCount();
+        std::optional<Show> show = import.createShow();
+        CHECK(announced == (show ? std::ssize(show->songs) : 0));
+        return show;
+    }
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
+    load({gala});
+    CHECK(import.headerRow == 3);
+    CHECK(import.startRow == 4);
+    assignGala();
+    const std::optional<Show> show = create();
+    REQUIRE(show.has_value());
+    CHECK(show->name == "Gala 2");
+    CHECK(show->mics == Show().mics);
+    CHECK(show->iems == Show().iems);
+    REQUIRE(show->songs.size() == 4);
+    const Song& intro = show->songs[0];
+    CHECK(intro.title == "Intro / Ouverture");
+    CHECK(intro.duration == 225);
+    CHECK(intro.ltcTimecode == "10:00:00:00");
+    REQUIRE(intro.guests.size() == 2);
+    CHECK(intro.guests[1].name == "Marc");
+    const Song& song = show->songs[1];
+    CHECK(song.title == "Chanson");
+    CHECK(song == Song{song.id, "Chanson", {}, std::nullopt, std::nullopt});
+    CHECK(show->songs[2].title == "Reprise");
+    CHECK(show->songs[3].duration == 3600);
+    CHECK(import.createShow()->id != show->id);
+    CHECK_FALSE(import.errorMessage().has_value());
+}
+
+TEST_CASE_FIXTURE(Fixture, "columns are listed up to the last one in use, with their headings") {
+    load({gala, ""});
+    std::vector<std::string> labels;
+    for (std::int64_t column = 1; column <= import.usedColumns(); ++column) {
+        labels.push_back(import.columnLabel(column));
+    }
+    CHECK(labels == std::vector<std::string>{"(vide)", "Titre", "Avec", "Durée", "(vide)", "TC"});
+    import.headerRow = 5;
+    CHECK(import.columnLabel(2) == "(vide)");
+    import.selectSheet(1);
+    CHECK(import.usedColumns() == 0);
+    import.selectSheet(2);
+    CHECK(import.usedColumns() == 0);
+    CHECK(import.columnLabel(1).empty());
+    load({row(1, cell("zzzzzzzzzzzzz1", "x"))});  // the greatest column that is read
+    CHECK(import.usedColumns() > 5'000'000'000'000'000'000);
+}
+
+TEST_CASE_FIXTURE(Fixture, "choosing a sheet suggests its rows and takes the roles back") {
+    load({gala, "", "<row r=\"9223372036854775807\"><c r=\"A1\"><v>1</v></c></row>"});
+    assignGala();
+    import.selectSheet(1);
+    CHECK(import.role(2) == ColumnRole::ignore);
+    CHECK(import.headerRow == 1);
+    CHECK(import.startRow == 2);
+    import.selectSheet(0);
+    CHECK(import.headerRow == 3);
+    CHECK(import.startRow == 4);
+    for (const std::int64_t nowhere : {std::int64_t{-1}, std::int64_t{3}, INT64_MIN, INT64_MAX}) {
+        import.selectSheet(nowhere);
+        CHECK(import.sheet() == nullptr);
+        CHECK(import.headerRow == 3);  // stays
+        CHECK_FALSE(create().has_value());
+        CHECK_FALSE(import.errorMessage().has_value());
+    }
+    import.selectSheet(2);
+    CHECK(import.headerRow == INT64_MAX);
+}
+
+TEST_CASE_FIXTURE(Fixture, "the leftmost of the columns with one role counts") {
+    load({gala});
+    import.setRole(3, ColumnRole::title);
+    import.setRole(2, ColumnRole::title);
+    CHECK(create().value().songs.size() == 4);
+    import.setRole(2, ColumnRole::ignore);
+    CHECK(create().value().songs[1].title == "personne");
+}
+
+TEST_CASE_FIXTURE(Fixture, "the first row of songs may be any row") {
+    load({gala});
+    import.setRole(2, ColumnRole::title);
+    struct Row {
+        std::int64_t startRow;
+        std::int64_t songs;
+    };
+    const Row rows[] = {{INT64_MIN, 5}, {3, 5},  {4, 4},  {5, 3},        {9, 1},
+                        {10, 0},        {12, 0}, {13, 0}, {INT64_MAX, 0}};
+    for (const Row& row : rows) {
+        CAPTURE(row.startRow);
+        import.startRow = row.startRow;
+        CHECK(import.songCount() == row.songs);
+        CHECK(create().has_value() == (row.songs > 0));
+        if (row.songs == 0) {
+            CHECK(import.errorMessage() == (row.startRow > 12
+                                                ? "La ligne de départ dépasse la fin du tableau."
+                                                : "Aucun morceau trouvé avec ces réglages."));
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "the missing title is told before anything else, and stays told") {
+    load({gala});
+    import.startRow = 2000;
+    CHECK_FALSE(create().has_value());
+    const std::string message = "Choisis au moins une colonne pour le titre du morceau.";
+    CHECK(import.errorMessage() == message);
+    import.startRow = 4;
+    assignGala();
+    CHECK(create().has_value());
+    CHECK(import.errorMessage() == message);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a show takes the name typed, or else the file's") {
+    load({gala});
+    assignGala();
+    struct Row {
+        const char* typed;
+        const char* name;
+    };
+    const Row rows[] = {{"", "Gala 2"}, {" \t\u00A0", "Gala 2"}, {" Soirée ", " Soirée "}};
+    for (const Row& row : rows) {
+        import.showName = row.typed;
+        CHECK(create().value().name == row.name);
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "names come from the file even when it can't be read") {
+    struct Row {
+        const char* path;
+        const char* name;
+    };
+    const Row rows[] = {{"/x/Gala.xlsx", "Gala"},
+                        {"Gala.v2.xlsx", "Gala.v2"},
+                        {"/x.y/Gala", "Gala"},
+                        {"/x/.xlsx", ".xlsx"}};
+    for (const Row& row : rows) {
+        import.load(row.path, ReaderError::corrupt);
+        CHECK(import.fileName() == row.name);
+        CHECK(import.showName == row.name);
+    }
+    CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
+    CHECK_FALSE(import.workbook().has_value());
+}
+
+TEST_CASE_FIXTURE(Fixture, "a file that fails leaves the workbook before it in place") {
+    load({gala});
+    assignGala();
+    load({});
+    CHECK(import.errorMessage() == "Aucune feuille trouvée dans ce fichier.");
+    CHECK(import.role(2) == ColumnRole::title);
+    import.load("/other.xlsx", ReaderError::notAZip);
+    CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
+    CHECK(create().value().name == "other");
+}
