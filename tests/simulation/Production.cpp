@@ -266,9 +266,10 @@ void Production::startStation(Station& station) {
 void Production::startProgram(Admin& admin) {
     stopProgram(admin);
     SimulatedPlatform& disk = admin.disk;
-    admin.program = std::make_unique<Admin::Program>(
-        Platform{time_, time_, disk.preferences, disk.files, disk.panels, disk.audio, disk.log},
-        admin.computer);
+    admin.program =
+        std::make_unique<Admin::Program>(Platform{time_, time_, disk.preferences, disk.files,
+                                                  disk.panels, disk.audio, disk.updates, disk.log},
+                                         admin.computer);
     // Which show was active isn't kept: the operator opens one.
     AppState& state = admin.program->state;
     if (state.shows().empty()) {
