@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <set>
 #include <string>
@@ -176,6 +177,20 @@ TEST_CASE("a write that fails leaves the old value and nothing beside it") {
     CHECK(folder.names() == Names{"lock", key});
     store.setData(key, "new");
     CHECK(store.data(key) == "new");
+}
+
+TEST_CASE("a new value is never written over the present one") {
+    const TemporaryFolder folder;
+    FilePreferencesStore store(folder.path());
+    for (const char* value : {"first", "second", "third"}) {
+        std::ifstream present(folder.path(key));
+        const std::string before = store.data(key).value_or("");
+        store.setData(key, value);
+        std::string read;
+        std::getline(present, read);
+        CHECK(read == before);
+        CHECK(store.data(key) == value);
+    }
 }
 
 TEST_CASE("a half-written value of a killed run is never read") {
