@@ -147,7 +147,7 @@ TEST_CASE("a frame needs 80 bits since the last one, and a refused one takes non
     };
     const Row rows[] = {
         {good.substr(1), 0},
-        {"0" + good.substr(1), 1},
+        {std::string(1, '0') + good.substr(1), 1},
         {std::string(300, '0') + good, 1},
         {good + good, 2},
         {good + good.substr(1), 1},
