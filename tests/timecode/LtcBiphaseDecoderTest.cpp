@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 using tessivo::appendIntervals;
@@ -125,6 +126,19 @@ TEST_CASE("a frame is read from its 80 bits, within the ranges of its fields") {
     const Frame fifteen{.frames = 15};
     CHECK(decodeAll(signalOfBits(bitsOfFrame(fifteen, tessivo::Digits::unitsOnly))) ==
           std::vector{fifteen});
+}
+
+TEST_CASE("an interval of exactly three quarters of a cell is a whole one") {
+    const Frame frame{1, 2, 3, 20};  // begins with a zero
+    for (const auto& [first, isWhole] : {std::pair{15, true}, std::pair{14, false}}) {
+        std::vector<int> intervals = intervalsOfBits(bitsOfFrame(frame), 20);
+        intervals.front() = first;
+        intervals.push_back(1);
+        std::vector<float> samples;
+        appendIntervals(samples, std::vector<int>{19});
+        appendIntervals(samples, intervals);
+        CHECK(decodeAll(samples).size() == (isWhole ? 1 : 0));
+    }
 }
 
 TEST_CASE("user bits and flags don't change what a frame says") {
