@@ -54,21 +54,21 @@ struct Fixture {
 
 TEST_CASE("each step that fails gives its sentence, and the next stop releases what was opened") {
     struct Row {
-        Step step;
         const char* prefix;
+        Step step;
         bool formatKnown = false;
         bool unitOpen = true;
     };
     const Row rows[] = {
-        {Step::createUnit, "Échec de création de l'AUHAL (status ", false, false},
-        {Step::enableInput, "Échec activation entrée (status "},
-        {Step::disableOutput, "Échec désactivation sortie (status "},
-        {Step::setCurrentDevice, "Échec assignation du périphérique (status "},
-        {Step::readDeviceFormat, "Échec lecture du format (status "},
-        {Step::setClientFormat, "Échec configuration format client (status "},
-        {Step::setInputCallback, "Échec configuration du callback (status ", true},
-        {Step::initialize, "Échec AudioUnitInitialize (status ", true},
-        {Step::start, "Échec démarrage AUHAL (status ", true},
+        {"Échec de création de l'AUHAL (status ", Step::createUnit, false, false},
+        {"Échec activation entrée (status ", Step::enableInput},
+        {"Échec désactivation sortie (status ", Step::disableOutput},
+        {"Échec assignation du périphérique (status ", Step::setCurrentDevice},
+        {"Échec lecture du format (status ", Step::readDeviceFormat},
+        {"Échec configuration format client (status ", Step::setClientFormat},
+        {"Échec configuration du callback (status ", Step::setInputCallback, true},
+        {"Échec AudioUnitInitialize (status ", Step::initialize, true},
+        {"Échec démarrage AUHAL (status ", Step::start, true},
     };
     for (const Row& row : rows) {
         for (const tessivo::AudioStatus status : {-10'875, 7}) {

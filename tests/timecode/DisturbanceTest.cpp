@@ -26,7 +26,7 @@ namespace {
 
 constexpr int sampleRate = 48'000;
 constexpr int samplesPerFrame = sampleRate / 25;
-constexpr std::size_t frameCount = 60 * 25;
+constexpr std::size_t frameCount = 1500;  // a minute
 
 /// A frame that a decoder gave, and the sample that ended it.
 struct Found {
@@ -174,7 +174,7 @@ Disturbance gain(float factor) {
     };
 }
 
-Disturbance both(Disturbance first, Disturbance second) {
+Disturbance both(const Disturbance& first, const Disturbance& second) {
     return [=](Samples& samples) {
         first(samples);
         second(samples);

@@ -239,14 +239,14 @@ TEST_CASE("every way of feeding gives what the rules give") {
     }
     SUBCASE("timecode whose edges wobble, up to where it can't be read") {
         std::size_t frames = 0;
-        for (int wobble = 0; wobble < 7; ++wobble) {
+        for (std::size_t wobble = 0; wobble < 7; ++wobble) {
             std::vector<float> samples;
             for (int i = 0; i < 200; ++i) {
                 const auto seconds = static_cast<std::int64_t>(random.below(60));
                 std::vector<int> intervals = intervalsOfBits(bitsOfFrame({1, 2, seconds, 4}), 20);
                 for (int& interval : intervals) {
-                    const auto range = static_cast<std::size_t>(2 * wobble + 1);
-                    interval += static_cast<int>(random.below(range)) - wobble;
+                    const std::size_t drawn = random.below(2 * wobble + 1);
+                    interval += static_cast<int>(drawn) - static_cast<int>(wobble);
                 }
                 appendIntervals(samples, intervals);
             }
