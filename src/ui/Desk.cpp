@@ -6,6 +6,8 @@
 #include "display/ApplicationState.h"
 #include "display/SongInfo.h"
 
+#include <utility>
+
 namespace tessivo {
 
 Desk* Desk::create(QQmlEngine* engine, QJSEngine*) {
@@ -37,8 +39,8 @@ QString Desk::activeShowName() const {
     return show ? toQString(show->name) : QString();
 }
 
-void Desk::onNextTurn(void (AppState::*command)()) {
-    QTimer::singleShot(0, this, [this, command] { (state_.*command)(); });
+void Desk::onNextTurn(std::function<void()> command) {
+    QTimer::singleShot(0, this, std::move(command));
 }
 
 }  // namespace tessivo

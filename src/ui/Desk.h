@@ -7,6 +7,8 @@
 #include "base/Signal.h"
 #include "model/AppState.h"
 
+#include <functional>
+
 class QJSEngine;
 class QQmlEngine;
 
@@ -36,9 +38,15 @@ public:
 
     // These may show a panel. It opens on the next turn, once the menu that asked for it has
     // closed, or the menu would stay drawn and keep the keyboard.
-    Q_INVOKABLE void saveCurrentShow() { onNextTurn(&AppState::saveCurrentShow); }
-    Q_INVOKABLE void saveCurrentShowAs() { onNextTurn(&AppState::saveCurrentShowAs); }
-    Q_INVOKABLE void openShow() { onNextTurn(&AppState::openShow); }
+    Q_INVOKABLE void saveCurrentShow() {
+        onNextTurn([this] { state_.saveCurrentShow(); });
+    }
+    Q_INVOKABLE void saveCurrentShowAs() {
+        onNextTurn([this] { state_.saveCurrentShowAs(); });
+    }
+    Q_INVOKABLE void openShow() {
+        onNextTurn([this] { state_.openShow(); });
+    }
 
     Q_INVOKABLE void goNext() { state_.goNext(); }
     Q_INVOKABLE void goPrev() { state_.goPrev(); }
@@ -51,7 +59,7 @@ Q_SIGNALS:
     void autoAdvanceEnabledChanged();
 
 private:
-    void onNextTurn(void (AppState::*command)());
+    void onNextTurn(std::function<void()> command);
 
     AppState& state_;
     Subscription subscription_;

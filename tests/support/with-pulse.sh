@@ -1,9 +1,10 @@
 #!/bin/sh
 # with-pulse.sh COMMAND...: runs COMMAND beside a sound server of its own, with two null sinks whose
-# monitors ALSA names as the inputs "tessivo_stereo" (2 channels) and "tessivo_quad" (4 channels).
-# Everything lives in one scratch folder and is gone afterwards; servers of other programs are left
-# alone. The server may be restarted by the command: PULSE_START is the line that starts it, and
-# PULSE_PID_FILE holds the running one's process id.
+# monitors ALSA names as the inputs "tessivo_stereo" and "tessivo_quad". (ALSA offers 32 channels of
+# either, whatever the sink has: the server remixes.) Everything lives in one scratch folder and is
+# gone afterwards. Servers of other programs are left alone; should this script be killed outright,
+# its own ends by itself after a minute without a client. COMMAND may kill and restart the server:
+# PULSE_START is the line that starts it, PULSE_PID_FILE holds the running one's process id.
 set -u
 
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/tessivo-pulse.XXXXXX") || exit 1
@@ -24,6 +25,7 @@ stop_server() {
     kill -9 "$pid" 2>/dev/null
 }
 tear_down() {
+    [ -z "${command:-}" ] || kill "$command" 2>/dev/null
     stop_server
     rm -rf "$scratch"
 }
@@ -42,7 +44,7 @@ export ALSA_CONFIG_PATH="$scratch/asound.conf"
 # Answers once the server takes connections, or fails after ten seconds.
 cat >"$PULSE_START" <<START
 #!/bin/sh
-pulseaudio -n --exit-idle-time=-1 --daemonize=no --use-pid-file=no --log-target=stderr \\
+pulseaudio -n --exit-idle-time=60 --daemonize=no --use-pid-file=no --log-target=stderr \\
     -L "module-native-protocol-unix socket=$scratch/run/native" \\
     -L "module-null-sink sink_name=stereo rate=48000 channels=2" \\
     -L "module-null-sink sink_name=quad rate=48000 channels=4" \\
@@ -58,4 +60,7 @@ START
 chmod 700 "$PULSE_START"
 "$PULSE_START" || exit 1
 
-"$@"
+# In the background, so that a signal to this script takes effect at once.
+"$@" &
+command=$!
+wait "$command"

@@ -135,7 +135,22 @@ AudioStatus PortAudioUnit::stop() {
     if (stream_ == nullptr || Pa_IsStreamStopped(stream_) == 1) {
         return audioSuccess;
     }
+    if (isLostJackStream()) {
+        stream_ = nullptr;
+        static_cast<void>(session_.release());
+        return audioSuccess;
+    }
     return statusOf(Pa_AbortStream(stream_));
+}
+
+// When the JACK server goes away, the thread that called us ends with it, but PortAudio still waits
+// ten minutes for that thread in each of its functions that give the stream back. The stream and
+// the session are left to the process then: other devices can be captured as before, and JACK again
+// after the next start of the program.
+bool PortAudioUnit::isLostJackStream() const {
+    const PaDeviceInfo* info = Pa_GetDeviceInfo(index_);
+    return info != nullptr && Pa_GetHostApiInfo(info->hostApi)->type == paJACK &&
+           Pa_IsStreamActive(stream_) == 0;
 }
 
 AudioStatus PortAudioUnit::uninitialize() {
@@ -144,7 +159,8 @@ AudioStatus PortAudioUnit::uninitialize() {
     }
     stop();
     clientFormat_ = {};
-    return statusOf(Pa_CloseStream(std::exchange(stream_, nullptr)));
+    PaStream* stream = std::exchange(stream_, nullptr);
+    return stream != nullptr ? statusOf(Pa_CloseStream(stream)) : audioSuccess;
 }
 
 bool PortAudioUnit::isDelivering() const {

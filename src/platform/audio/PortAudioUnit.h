@@ -48,6 +48,7 @@ private:
                               void* unit);
     void deliver(const float* const* channels, unsigned long frames);
     AudioStatus open(PaDeviceIndex index, const PaDeviceInfo& info);
+    bool isLostJackStream() const;
 
     PortAudioInput& system_;
     std::unique_ptr<PortAudioSession> session_;

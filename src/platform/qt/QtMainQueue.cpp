@@ -1,9 +1,6 @@
 #include "platform/qt/QtMainQueue.h"
 
-#include <QMetaObject>
 #include <QTimer>
-
-#include "platform/qt/QtRealtimeTrigger.h"
 
 #include <algorithm>
 #include <chrono>
@@ -58,8 +55,24 @@ private:
 
 }  // namespace
 
+QtMainQueue::QtMainQueue() : wake_(context_, [this] { runFirst(); }) {}
+
+// Handed over here and not through Qt's event queue, whose lock is made of bare futexes: a thread
+// checker can't see that, and would take every posted task for a race.
 void QtMainQueue::post(Task task) {
-    QMetaObject::invokeMethod(&context_, std::move(task), Qt::QueuedConnection);
+    {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back(std::move(task));
+    }
+    wake_.fire();
+}
+
+void QtMainQueue::runFirst() {
+    std::unique_lock lock(mutex_);
+    const Task task = std::move(posted_.front());
+    posted_.pop_front();
+    lock.unlock();
+    task();
 }
 
 void QtMainQueue::postAfter(double seconds, Task task) {

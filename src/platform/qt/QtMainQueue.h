@@ -3,6 +3,10 @@
 #include <QObject>
 
 #include "platform/MainQueue.h"
+#include "platform/qt/QtRealtimeTrigger.h"
+
+#include <deque>
+#include <mutex>
 
 namespace tessivo {
 
@@ -10,6 +14,8 @@ namespace tessivo {
 /// object lives; what is still waiting when it is destroyed never runs.
 class QtMainQueue final : public MainQueue {
 public:
+    QtMainQueue();
+
     void post(Task task) override;
     /// Delays are whole milliseconds, rounded up, and at most 24 days.
     void postAfter(double seconds, Task task) override;
@@ -19,7 +25,12 @@ public:
     std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) override;
 
 private:
+    void runFirst();
+
     QObject context_;  // what runs belongs to it and ends with it
+    std::mutex mutex_;
+    std::deque<Task> posted_;
+    QtRealtimeTrigger wake_;  // one firing for each posted task
 };
 
 }  // namespace tessivo
