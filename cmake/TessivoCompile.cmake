@@ -30,7 +30,8 @@ endfunction()
 
 if(TESSIVO_SANITISE)
   # GCC 12 takes what the sanitizers add for reads of uninitialised memory.
-  add_compile_options(-fsanitize=${TESSIVO_SANITISE} -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+  add_compile_options(-fsanitize=${TESSIVO_SANITISE} -fno-omit-frame-pointer
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(-fsanitize=${TESSIVO_SANITISE})
   if(TESSIVO_SANITISE MATCHES "undefined")
     add_compile_options(-fno-sanitize-recover=all)
