@@ -164,7 +164,8 @@ TEST_CASE("a file that is no show changes nothing") {
         {"nested", std::string(1'000'000, '[')},
         {"huge", std::string((32U << 20U) + 1, ' ') + whole},
     };
-    for (const auto& [location, bytes] : computer.files.contents) {
+    for (const auto& file : computer.files.contents) {
+        const FileLocation& location = file.first;
         CAPTURE(location);
         computer.panels.answers = {location};
         state.openShow();
