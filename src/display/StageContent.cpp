@@ -50,7 +50,7 @@ void StageContent::presentShow(const Show* show, std::int64_t songIndex) {
 }
 
 void StageContent::presentRemaining(std::optional<std::int64_t> seconds) {
-    const QString countdown = seconds ? toQString(minutesAndSeconds(*seconds)) : QString();
+    const QString countdown = toQString(countdownText(seconds));
     if (countdown != countdown_) {
         countdown_ = countdown;
         Q_EMIT countdownChanged();

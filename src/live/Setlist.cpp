@@ -66,4 +66,8 @@ std::string minutesAndSeconds(std::int64_t seconds) {
     return text;
 }
 
+std::string countdownText(std::optional<std::int64_t> remaining) {
+    return remaining ? minutesAndSeconds(*remaining) : std::string();
+}
+
 }  // namespace tessivo

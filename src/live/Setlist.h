@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,5 +44,8 @@ std::string_view shownVolume(const Guest& guest);
 
 /// Minutes and seconds of a length or a countdown, M:SS; minutes aren't padded. `seconds` ≥ 0.
 std::string minutesAndSeconds(std::int64_t seconds);
+
+/// The time left as both screens show it: empty when there is none to show.
+std::string countdownText(std::optional<std::int64_t> remaining);
 
 }  // namespace tessivo

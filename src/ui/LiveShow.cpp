@@ -85,7 +85,7 @@ void LiveShow::updateContent() {
 
 void LiveShow::updateCountdown() {
     const auto seconds = state_->currentSongRemainingSeconds();
-    const QString countdown = seconds ? toQString(minutesAndSeconds(*seconds)) : QString();
+    const QString countdown = toQString(countdownText(seconds));
     const bool urgent = isUrgent(seconds);
     if (countdown != countdown_ || urgent != urgent_) {
         countdown_ = countdown;
