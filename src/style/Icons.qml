@@ -14,7 +14,6 @@ QtObject {
     readonly property string refresh: "\uf450"
     readonly property string screen: "\uf379"
     readonly property string folder: "\uf256"
-    readonly property string warning: "\uf026"
     readonly property string chevronDown: "\uf140"
     readonly property string setlist: "\uf411"
 }
