@@ -11,7 +11,7 @@
 #include <QQuickWindow>
 #include <QTimer>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "ltc/LtcEncoder.h"
 #include "model/AppState.h"
 #include "platform/qt/QtMainQueue.h"
@@ -65,14 +65,11 @@ double processorSeconds() {
 /// The whole program with an audio device of 64 channels, on the real event loop and clock.
 class Production {
 public:
-    explicit Production(int seconds)
-        : seconds_(seconds),
-          state_(Platform{clock_, mainQueue_, rest_.preferences, rest_.files, rest_.panels,
-                          rest_.audio, rest_.updates, rest_.log}) {
+    explicit Production(int seconds) : seconds_(seconds), state_(platform_) {
         state_.importShow(showOfSeconds(seconds));
         state_.setActiveDisplayShowId(state_.activeShowId());
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplicationState(engine_, state_);
+        setApplication(engine_, application_);
         // Windows come and go here without ending the program.
         QObject::connect(&engine_, &QQmlEngine::quit, [] {});
     }
@@ -178,7 +175,10 @@ private:
     SystemClock clock_;
     QtMainQueue mainQueue_;
     SimulatedPlatform rest_;
+    Platform platform_{clock_,       mainQueue_,  rest_.preferences, rest_.files,
+                       rest_.panels, rest_.audio, rest_.updates,     rest_.log};
     AppState state_;
+    Application application_{state_, platform_};
     QQmlApplicationEngine engine_;
     std::atomic<bool> stop_ = false;
     std::atomic<SteadyClock::rep> deliveredAt_ = 0;

@@ -8,7 +8,7 @@
 #include <QStyleFactory>
 #include <QTranslator>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "model/AppState.h"
 #include "platform/audio/PortAudioInput.h"
 #include "platform/qt/DialogFilePanels.h"
@@ -75,12 +75,14 @@ int main(int argc, char* argv[]) {
         (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio-devices"))
             .toStdString());
     tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
-    tessivo::AppState state(
-        tessivo::Platform{clock, mainQueue, preferences, files, panels, audio, updates, std::cout});
+    const tessivo::Platform platform{clock,  mainQueue, preferences, files,
+                                     panels, audio,     updates,     std::cout};
+    tessivo::AppState state(platform);
+    tessivo::Application screens{state, platform};
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    tessivo::setApplicationState(engine, state);
+    tessivo::setApplication(engine, screens);
     engine.setInitialProperties({{QStringLiteral("keepsShows"), preferences.isWritable()}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
     if (engine.rootObjects().isEmpty()) {

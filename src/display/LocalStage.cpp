@@ -2,12 +2,12 @@
 
 #include <QQmlEngine>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 
 namespace tessivo {
 
 LocalStage* LocalStage::create(QQmlEngine* engine, QJSEngine*) {
-    return new LocalStage(applicationState(*engine));
+    return new LocalStage(applicationOf(*engine).state);
 }
 
 LocalStage::LocalStage(AppState& state)

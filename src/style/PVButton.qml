@@ -2,51 +2,82 @@ import QtQuick
 import QtQuick.Templates as T
 import Tessivo.Style
 
-/** A quiet outlined button: an icon, a text or both. Reached with Tab; a click leaves the keyboard
-    where it was, and Return presses it. */
+/** A button: an icon, a text or both. Reached with Tab; a click leaves the keyboard where it was,
+    and Return presses it. An icon alone needs a `tip`, which is also its accessible name. */
 T.Button {
     id: button
 
+    enum Look {
+        Outlined,
+        Filled,
+        Plain
+    }
+
+    property int look: PVButton.Outlined
     property string glyph: ""
-    property color foreground: Colors.pvPaperDim
+    property int glyphSize: 16
+    property int textSize: Fonts.caption
+    property string tip: ""
+    property color fill: Colors.pvRed
+    property color foreground: look === PVButton.Filled ? "white" : Colors.pvPaperDim
 
     focusPolicy: Qt.TabFocus
+    hoverEnabled: true
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 12
-    verticalPadding: 7
+    horizontalPadding: look === PVButton.Plain ? 6 : look === PVButton.Filled ? 16 : 12
+    verticalPadding: look === PVButton.Plain ? 6 : look === PVButton.Filled ? 8 : 7
     opacity: enabled ? 1 : 0.4
 
     Accessible.role: Accessible.Button
-    Accessible.name: button.text
+    Accessible.name: button.text || button.tip
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
-    contentItem: Row {
-        spacing: 7
+    PVToolTip {
+        visible: button.hovered && button.tip !== ""
+        text: button.tip
+    }
 
-        Icon {
-            visible: button.glyph !== ""
-            text: button.glyph
-            color: button.foreground
-            anchors.verticalCenter: parent.verticalCenter
-        }
-        Text {
-            visible: text !== ""
-            text: button.text
-            color: button.foreground
-            font.family: Fonts.text
-            font.pixelSize: Fonts.caption
-            font.weight: Font.DemiBold
-            anchors.verticalCenter: parent.verticalCenter
+    contentItem: Item {
+        implicitWidth: content.implicitWidth
+        implicitHeight: content.implicitHeight
+
+        Row {
+            id: content
+
+            anchors.centerIn: parent
+            spacing: 7
+
+            Icon {
+                visible: button.glyph !== ""
+                text: button.glyph
+                size: button.glyphSize
+                color: button.foreground
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            Text {
+                visible: text !== ""
+                text: button.text
+                color: button.foreground
+                font.family: Fonts.text
+                font.pixelSize: button.textSize
+                font.weight: Font.DemiBold
+                anchors.verticalCenter: parent.verticalCenter
+            }
         }
     }
 
     background: Rectangle {
-        radius: 5
-        color: button.down ? Colors.pvLine : button.hovered ? Colors.pvBlack3 : "transparent"
-        border.width: 1
+        radius: button.look === PVButton.Filled ? 6 : 5
+        color: {
+            if (button.look === PVButton.Filled) {
+                return button.down ? Qt.darker(button.fill, 1.25) : button.hovered ? Qt.lighter(button.fill, 1.12) : button.fill;
+            }
+            return button.down ? Colors.pvLine : button.hovered ? Colors.pvBlack3 : "transparent";
+        }
+        border.width: button.look === PVButton.Outlined || button.visualFocus ? 1 : 0
         border.color: button.visualFocus ? Colors.pvAmber : Colors.pvLine
     }
 }

@@ -3,7 +3,7 @@
 #include <QQmlEngine>
 #include <QTimer>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "display/SongInfo.h"
 
 #include <utility>
@@ -11,7 +11,7 @@
 namespace tessivo {
 
 Desk* Desk::create(QQmlEngine* engine, QJSEngine*) {
-    return new Desk(applicationState(*engine));
+    return new Desk(applicationOf(*engine).state);
 }
 
 Desk::Desk(AppState& state)

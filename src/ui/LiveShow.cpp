@@ -2,7 +2,7 @@
 
 #include <QQmlEngine>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "live/Countdown.h"
 #include "live/Setlist.h"
 
@@ -14,7 +14,7 @@ namespace tessivo {
 LiveShow::LiveShow(QObject* parent) : QObject(parent) {}
 
 void LiveShow::componentComplete() {
-    state_ = &applicationState(*qmlEngine(this));
+    state_ = &applicationOf(*qmlEngine(this)).state;
     subscription_ = state_->didChange.subscribe([this](AppState::Field field) { update(field); });
     updateContent();
     updateCountdown();

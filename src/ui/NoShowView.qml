@@ -23,7 +23,7 @@ Item {
         }
         PVButton {
             text: "Ouvrir un show…"
-            glyph: Icons.folder
+            glyph: Icons.setlist
             anchors.horizontalCenter: parent.horizontalCenter
             onClicked: Desk.openShow()
         }

@@ -2,7 +2,7 @@
 
 #include <QQmlEngine>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "display/SongInfo.h"
 
 #include <algorithm>
@@ -22,7 +22,7 @@ constexpr float audibleLevel = 0.02F;
 }  // namespace
 
 Timecode* Timecode::create(QQmlEngine* engine, QJSEngine*) {
-    return new Timecode(applicationState(*engine).ltcManager());
+    return new Timecode(applicationOf(*engine).state.ltcManager());
 }
 
 Timecode::Timecode(LtcManager& manager)

@@ -7,7 +7,7 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
 
@@ -78,7 +78,7 @@ public:
     explicit Gallery(const QString& folder) : folder_(folder), state_(computer_) {
         QDir().mkpath(folder);
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplicationState(engine_, state_);
+        setApplication(engine_, application_);
         engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         QQmlComponent component(
@@ -165,6 +165,7 @@ private:
     QString folder_;
     SimulatedPlatform computer_;
     AppState state_;
+    Application application_{state_, computer_};
     QQmlApplicationEngine engine_;
     QQuickWindow* main_ = nullptr;
     QQuickWindow* stage_ = nullptr;

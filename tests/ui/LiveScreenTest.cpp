@@ -6,7 +6,7 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "display/ApplicationState.h"
+#include "display/Application.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "support/Shows.h"
@@ -21,7 +21,7 @@ public:
     explicit Screen(Show show) : state(computer) {
         state.importShow(std::move(show));
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplicationState(engine, state);
+        setApplication(engine, application);
         engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
         QVERIFY(window);
@@ -73,6 +73,7 @@ public:
 
     SimulatedPlatform computer;
     AppState state;
+    Application application{state, computer};
     QQmlApplicationEngine engine;
     QQuickWindow* window = nullptr;
 

@@ -1,0 +1,64 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+
+/** Chooses one entry of a list of texts, or of any model with a `delegate` of its own. */
+ComboBox {
+    id: chooser
+
+    property int popupWidth: width
+    property int size: 13
+
+    focusPolicy: Qt.TabFocus
+    implicitHeight: 30
+    leftPadding: 10
+    rightPadding: 30
+
+    Accessible.role: Accessible.ComboBox
+
+    contentItem: PVText {
+        text: chooser.displayText
+        size: chooser.size
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+    }
+    indicator: Icon {
+        text: Icons.chevronDown
+        x: chooser.width - width - 8
+        height: chooser.height
+    }
+    background: Rectangle {
+        radius: 5
+        color: chooser.down || chooser.hovered ? Colors.pvLine : Colors.pvBlack3
+        border.width: 1
+        border.color: chooser.visualFocus ? Colors.pvAmber : Colors.pvLine
+    }
+
+    delegate: PVComboEntry {
+        text: chooser.textAt(index)
+        current: index === chooser.currentIndex
+    }
+
+    popup: Popup {
+        y: chooser.height + 4
+        width: chooser.popupWidth
+        height: Math.min(contentItem.implicitHeight + 8, 400)
+        padding: 4
+        margins: 8
+
+        contentItem: ListView {
+            clip: true
+            implicitHeight: contentHeight
+            model: chooser.popup.visible ? chooser.delegateModel : null
+            currentIndex: chooser.highlightedIndex
+            ScrollIndicator.vertical: ScrollIndicator {}
+        }
+        background: Rectangle {
+            radius: 6
+            color: Colors.pvBlack3
+            border.color: Colors.pvLine
+        }
+    }
+}

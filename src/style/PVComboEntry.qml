@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+
+/** One entry of an open chooser. */
+ItemDelegate {
+    id: entry
+
+    required property int index
+    property bool current: false
+
+    width: ListView.view.width
+    height: 32
+    highlighted: ListView.isCurrentItem
+    Accessible.name: text
+
+    contentItem: PVText {
+        text: entry.text
+        size: 13
+        color: entry.current ? Colors.pvAmber : Colors.pvPaper
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    background: Rectangle {
+        radius: 4
+        color: entry.highlighted ? Colors.pvLine : "transparent"
+    }
+}

@@ -1,0 +1,90 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+
+/** Asks before something is done: a title, a message or a text field, "Annuler" and the action.
+    Return does it, Escape cancels. */
+Dialog {
+    id: dialog
+
+    required property string action
+    property string message: ""
+    /** A text to be asked for is edited in a field with this placeholder. */
+    property string placeholder: ""
+    property alias value: field.text
+
+    parent: Overlay.overlay
+    anchors.centerIn: parent
+    width: 360
+    modal: true
+    focus: true
+    padding: 20
+    topPadding: 12
+    closePolicy: Popup.CloseOnEscape
+
+    onAboutToShow: {
+        if (placeholder !== "") {
+            field.forceActiveFocus();
+            field.selectAll();
+        } else {
+            confirm.forceActiveFocus();
+        }
+    }
+
+    Overlay.modal: Rectangle {
+        color: Colors.withOpacity(Colors.pvBlack, 0.7)
+    }
+
+    background: Rectangle {
+        radius: 10
+        color: Colors.pvBlack2
+        border.color: Colors.pvLine
+    }
+
+    header: PVText {
+        text: dialog.title
+        size: 15
+        weight: Font.DemiBold
+        padding: 20
+        bottomPadding: 0
+        wrapMode: Text.Wrap
+    }
+
+    contentItem: Column {
+        spacing: 16
+
+        PVText {
+            visible: text !== ""
+            text: dialog.message
+            size: 13
+            color: Colors.pvPaperDim
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+        PVTextField {
+            id: field
+
+            visible: dialog.placeholder !== ""
+            placeholderText: dialog.placeholder
+            width: parent.width
+            onAccepted: dialog.accept()
+        }
+        Row {
+            anchors.right: parent.right
+            spacing: 8
+
+            PVButton {
+                text: "Annuler"
+                height: confirm.height
+                onClicked: dialog.reject()
+            }
+            PVButton {
+                id: confirm
+
+                text: dialog.action
+                look: PVButton.Filled
+                onClicked: dialog.accept()
+            }
+        }
+    }
+}
