@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tessivo.Style
 
@@ -40,32 +41,29 @@ T.Button {
         text: button.tip
     }
 
-    contentItem: Item {
-        implicitWidth: content.implicitWidth
-        implicitHeight: content.implicitHeight
+    contentItem: RowLayout {
+        spacing: 0
 
-        Row {
-            id: content
-
-            anchors.centerIn: parent
-            spacing: 7
-
-            Icon {
-                visible: button.glyph !== ""
-                text: button.glyph
-                size: button.glyphSize
-                color: button.foreground
-                anchors.verticalCenter: parent.verticalCenter
-            }
-            Text {
-                visible: text !== ""
-                text: button.text
-                color: button.foreground
-                font.family: Fonts.text
-                font.pixelSize: button.textSize
-                font.weight: Font.DemiBold
-                anchors.verticalCenter: parent.verticalCenter
-            }
+        Item {
+            Layout.fillWidth: true
+        }
+        Icon {
+            visible: button.glyph !== ""
+            text: button.glyph
+            size: button.glyphSize
+            color: button.foreground
+        }
+        Text {
+            visible: text !== ""
+            text: button.text
+            color: button.foreground
+            font.family: Fonts.text
+            font.pixelSize: button.textSize
+            font.weight: Font.DemiBold
+            Layout.leftMargin: button.glyph !== "" ? 7 : 0
+        }
+        Item {
+            Layout.fillWidth: true
         }
     }
 

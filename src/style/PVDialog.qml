@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Tessivo.Style
 
 /** Asks before something is done: a title, a message or a text field, "Annuler" and the action.
@@ -13,7 +14,7 @@ Dialog {
     property string placeholder: ""
     property alias value: field.text
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: 360
     modal: true
@@ -31,7 +32,7 @@ Dialog {
         }
     }
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: Colors.withOpacity(Colors.pvBlack, 0.7)
     }
 
@@ -50,7 +51,8 @@ Dialog {
         wrapMode: Text.Wrap
     }
 
-    contentItem: Column {
+    Column {
+        width: dialog.availableWidth
         spacing: 16
 
         PVText {
