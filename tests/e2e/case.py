@@ -11,7 +11,7 @@ from stage import Stage
 
 
 class EndToEndTest(unittest.TestCase):
-    """One story about the built program, told on a stage of its own.
+    """Stories about the built program, told one after the other on one stage.
 
     The paths of what was built come from the environment, which CTest sets.
     """
@@ -20,10 +20,13 @@ class EndToEndTest(unittest.TestCase):
     ltc_wav_path = Path(os.environ["TESSIVO_LTC_WAV"])
     pictures_folder = Path(os.environ["TESSIVO_PICTURES"])
 
-    def setUp(self):
-        self.stage = self.enterContext(Stage())
+    @classmethod
+    def setUpClass(cls):
+        cls.stage = cls.enterClassContext(Stage())
         from screen import Screen  # connects to the bus of the stage, so only now
-        self.screen = Screen(self.stage)
+        cls.screen = Screen(cls.stage)
+
+    def setUp(self):
         self.program = None
 
     def start_program(self):

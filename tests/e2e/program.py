@@ -9,20 +9,27 @@ import processes
 
 
 class Program:
-    """Started on a stage with an empty screen; ready once it has drawn something."""
+    """Started on a stage, or on one of several computers whose screens the stage holds.
 
-    def __init__(self, stage, executable, environment=None):
+    On a stage with an empty screen it is ready once it has drawn something.
+    """
+
+    def __init__(self, stage, executable, host=None):
         self._lines = []
         self._arrival = threading.Condition()
-        own = {**stage.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-               "QT_QUICK_BACKEND": "software", **(environment or {})}
-        processes.wait_until(stage.is_blank, "the windows of an earlier run to go")
+        own = {**(host or stage).environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+               "QT_QUICK_BACKEND": "software"}
+        if not host:
+            processes.wait_until(stage.is_blank, "the windows of an earlier run to go")
         begin = time.monotonic()
-        self._process = processes.start([str(executable)], stage.log("program"), own,
+        command = host.command(executable) if host else [str(executable)]
+        self._process = processes.start(command, stage.log("program"), own,
                                         stdout=subprocess.PIPE, text=True, encoding="utf-8",
                                         errors="replace")
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
+        if host:
+            return
         processes.wait_until(lambda: self._drew(stage), "the first drawn frame", 60, 0.001)
         #: From the start of the process to the first pixel on the screen.
         self.first_frame_seconds = time.monotonic() - begin
@@ -67,6 +74,9 @@ class Program:
         """Ends it as a power cut would."""
         self._process.kill()
         return self.stop()
+
+    def signal(self, number):
+        self._process.send_signal(number)
 
     def _drew(self, stage):
         status = self._process.poll()

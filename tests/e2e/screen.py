@@ -49,6 +49,12 @@ class Element:
         """The figure of a meter or slider."""
         return Atspi.Value.get_current_value(self._accessible)
 
+    def process(self):
+        try:
+            return self._accessible.get_process_id()
+        except GLib.Error:  # it has ended meanwhile
+            return None
+
     def states(self):
         """Names as in "showing", "checked", "focused", "enabled"."""
         return {state.value_nick for state in self._accessible.get_state_set().get_states()}
@@ -129,6 +135,13 @@ class Screen(Element):
         super().__init__(self, desktop)
         self.stage = stage
 
+    def program(self, pid):
+        """The program with that process id, among several."""
+        def look():
+            return next((child for child in self.children()
+                         if child.process() == pid and child.look()), None)
+        return processes.wait_until(look, f"the windows of process {pid}", 60)
+
     def window(self, title):
         """A window or dialog by its whole title."""
         return self.find(re.compile("frame|dialog|alert|window"), title)
@@ -141,6 +154,12 @@ class Screen(Element):
         self.stage.run("xdotool", "windowmove", self._x_window(title), str(x), str(y))
         window = self.window(title)
         processes.wait_until(lambda: window.extents()[:2] == (x, y), f"{title} at {x}, {y}")
+
+    def focus_program(self, pid, title):
+        """Brings a window of that program to the front and gives it the keyboard."""
+        found = self.stage.run("xdotool", "search", "--onlyvisible", "--all", "--pid", str(pid),
+                               "--name", f"^{re.escape(title)}$").split()[0]
+        self.stage.run("xdotool", "windowraise", found, "windowfocus", "--sync", found)
 
     def focus_window(self, title):
         """Gives the keyboard to a window."""

@@ -1,0 +1,223 @@
+"""Display stations find the admin on a real network, follow it, and come back by themselves."""
+
+import json
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+from pathlib import Path
+
+import processes
+import shows
+import wire
+from case import EndToEndTest, explained
+from hosts import Switch
+from program import Program
+
+HERE = Path(__file__).resolve().parent
+MAIN = "Tessivo"
+TITLES = [f"Chanson {number}" for number in range(1, 8)]
+SEARCHING = "Recherche d'un admin sur le réseau…"
+
+
+@unittest.skipUnless(os.geteuid() == 0, "only root can lay cables")
+class StationsFollow(EndToEndTest):
+    def setUp(self):
+        super().setUp()
+        self.switch = Switch(self.stage)
+        self.addCleanup(self.switch.remove)
+        self.desk = self.switch.add_host("regie")
+        self.path = shows.write(self.stage.folder / "Concert.tessivo",
+                                shows.show("Concert", TITLES))
+
+    @explained
+    def test_from_the_first_station_to_the_last_cut(self):
+        stages = [self.switch.add_host(name) for name in ("cour", "jardin")]
+        before = self.start(stages[0])
+        before.press("Affichage")
+        before.see(SEARCHING)
+        self.picture_of(before, "station-searching")
+        admin = self.start_admin()
+        before.see("Connecté à l'admin")
+        self.assertEqual({name for name, _, _ in stages[1].services()}, {"regie"})
+        admin.open_show(self.path)
+        after = self.start(stages[1])
+        after.press("Affichage")
+        self.expect_song(0, before, after)
+        self.picture_of(after, "station-following")
+        self.step(admin, 1, before, after)
+        self.check_the_bytes(stages[1])
+
+        with self.subTest("the cable of a station is pulled and put back"):
+            stages[0].plug(False)
+            before.see(SEARCHING)
+            self.step(admin, 2, after)
+            stages[0].plug(True)
+            self.expect_song(2, before)
+        with self.subTest("a station's computer sleeps"):
+            before.program.signal(signal.SIGSTOP)
+            self.step(admin, 3, after)
+            time.sleep(5)
+            self.step(admin, 4, after)
+            before.program.signal(signal.SIGCONT)
+            self.expect_song(4, before)
+        with self.subTest("the responder of the admin is restarted"):
+            self.desk.stop_responder()
+            self.desk.start_responder()
+            self.step(admin, 5, before, after)
+            processes.wait_until(stages[1].services, "the service to be back")
+        with self.subTest("the admin is killed and started again"):
+            admin.program.kill()
+            before.see(SEARCHING)
+            after.see(SEARCHING)
+            admin = self.start_admin()
+            admin.open_show(self.path)
+            self.expect_song(0, before, after)
+
+    @explained
+    def test_a_second_admin_is_refused(self):
+        other = self.switch.add_host("autre")
+        publisher = other.start("publish", "avahi-publish", "-s", "Console FOH", "_tessivo._tcp",
+                                "4242")
+        processes.wait_until(self.desk.services, "the other admin")
+        admin = self.start(self.desk)
+        for _ in range(2):
+            admin.press("Admin")
+            admin.see("Un admin est déjà actif sur ce réseau")
+            admin.see("Console FOH")
+            self.picture_of(admin, "admin-conflict")
+            admin.press("Changer de mode")
+        processes.stop(publisher)
+        processes.wait_until(lambda: not self.desk.services(), "the other admin to go")
+        # Whatever this computer was before, it meets no ghost of itself.
+        for _ in range(2):
+            admin.press("Affichage")
+            admin.see(SEARCHING)
+            admin.press("Changer de mode")
+        admin.press("Admin")
+        admin.see("Aucun show ouvert")
+
+    @explained
+    def test_a_station_outlives_whatever_is_sent(self):
+        port = 4242
+        self.desk.start("publish", "avahi-publish", "-s", "regie", "_tessivo._tcp", str(port))
+        peer = self.desk.start("peer", sys.executable, "-B", HERE / "pretend_admin.py", port,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        station = self.start(self.switch.add_host("plateau"))
+        station.press("Affichage")
+        show = shows.show("Concert", TITLES)
+
+        def send(*pieces):
+            peer.stdin.write("".join(piece.hex() + "\n" for piece in pieces))
+            peer.stdin.flush()
+
+        def next_connection():
+            peer.stdin.write("\n")
+            peer.stdin.flush()
+            self.assertEqual(peer.stdout.readline(), "accepted\n")
+
+        self.assertEqual(peer.stdout.readline(), "accepted\n")
+        station.see("Connecté à l'admin")
+        good = wire.live_state(show)
+        numbers = dict(json.loads(good), activeSongIndex="2")
+        for bad in (b"\xff\xfe", good[:-1], b"[" * 1000, json.dumps(numbers).encode(),
+                    b'{"show":1}'):
+            send(wire.frame(bad))
+        send(wire.frame(good))
+        self.expect_song(0, station)
+        for index, shown in ((7, "Merci !"), (2**63 - 1, "Merci !"),
+                             (-1, "En attente du premier morceau…"),
+                             (-2**63, "En attente du premier morceau…")):
+            with self.subTest(index=index):
+                send(wire.frame(wire.live_state(show, index)))
+                station.see(shown)
+        for started_at in (1.7e308, -1.7e308):
+            send(wire.frame(wire.live_state(show, 1, started_at)))
+            self.expect_song(1, station)
+            send(wire.frame(wire.live_state(show, 2, started_at)))
+            self.expect_song(2, station)
+        padded = wire.live_state(dict(show, name="x" * (19_999_999 - len(good) + 7)), 3)
+        send(wire.frame(padded))
+        self.expect_song(3, station)
+        self.note("resident after 20 MB", f"{station.program.resident_bytes() / 1e6:.0f} MB")
+        for broken in (bytes(4), b"\x01\x31\x2d\x00", b"\xff\xff\xff\xff", b"\x00\x00", b"\x00\x00\x00\x09{"):
+            with self.subTest(broken=broken):
+                send(broken)
+                next_connection()
+                send(wire.frame(good))
+                self.expect_song(0, station)
+
+    # The people in the stories
+
+    def start(self, host):
+        return Person(self, host)
+
+    def start_admin(self):
+        admin = self.start(self.desk)
+        begin = time.monotonic()
+        admin.press("Admin")
+        admin.see("Aucun show ouvert")
+        self.note("from choosing to broadcasting", f"{time.monotonic() - begin:.2f} s")
+        return admin
+
+    def step(self, admin, index, *stations):
+        admin.key("space")
+        self.expect_song(index, *stations)
+
+    def expect_song(self, index, *stations):
+        for station in stations:
+            station.see(TITLES[index], "heading")
+
+    def check_the_bytes(self, host):
+        """A plain client gets whole messages, at least one a second, each a whole live state."""
+        _, address, port = next(entry for entry in host.services() if "." in entry[1])
+        reader = host.start("reader", sys.executable, "-B", HERE / "read_live_states.py", address,
+                            port, stdout=subprocess.PIPE, text=True)
+        states = [json.loads(reader.stdout.readline()) for _ in range(3)]
+        processes.stop(reader)
+        for state in states:
+            self.assertEqual(set(state), {"show", "activeSongIndex", "currentSongStartedAt"})
+            self.assertEqual([song["title"] for song in state["show"]["songs"]], TITLES)
+            self.assertEqual(state["activeSongIndex"], 1)
+
+    def picture_of(self, person, name):
+        person.to_front()
+        person.screen().find(None, MAIN)
+        self.picture(MAIN, name)
+
+
+class Person:
+    """Someone at one of the computers."""
+
+    def __init__(self, test, host):
+        self._test = test
+        self.program = Program(test.stage, test.program_path, host)
+        test.addCleanup(self.program.stop)
+        self._screen = test.screen.program(self.program.pid)
+
+    def screen(self):
+        return self._screen
+
+    def see(self, text, role=None):
+        self._screen.find(role, text, 60)
+
+    def press(self, name):
+        self._screen.find("push button", name).press()
+
+    def to_front(self):
+        self._test.screen.focus_program(self.program.pid, MAIN)
+
+    def key(self, name):
+        self.to_front()
+        self._test.screen.key(name)
+
+    def open_show(self, path):
+        self.key("ctrl+o")
+        self._test.screen.answer_file_dialog("Ouvrir un show", path)
+        self.see(TITLES[0], "heading")
+
+
+if __name__ == "__main__":
+    unittest.main()
