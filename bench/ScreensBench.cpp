@@ -17,6 +17,7 @@
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "sync/AdminBroadcaster.h"
 
 #include <sys/resource.h>
 
@@ -34,6 +35,7 @@ using SteadyClock = std::chrono::steady_clock;
 
 namespace {
 
+constexpr int adminMode = 1;  // of RootView.LaunchMode
 constexpr std::size_t channelCount = 64;
 constexpr std::size_t blockFrames = 512;
 constexpr int sampleRate = 48000;
@@ -87,7 +89,9 @@ public:
         QQmlComponent component(&engine_,
                                 QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         const std::unique_ptr<QObject> window(component.create());
+        window->setProperty("launchMode", adminMode);
         show(*window);
+        run(AdminBroadcaster::checkDuration + 0.5);
         const auto subscription = state_.didChange.subscribe([this](AppState::Field field) {
             if (field == AppState::Field::activeSongIndex) {
                 cursorMoved();
@@ -175,8 +179,8 @@ private:
     SystemClock clock_;
     QtMainQueue mainQueue_;
     SimulatedPlatform rest_;
-    Platform platform_{clock_,       mainQueue_,  rest_.preferences, rest_.files,
-                       rest_.panels, rest_.audio, rest_.updates,     rest_.log};
+    Platform platform_{clock_,      mainQueue_,    rest_.preferences, rest_.files,     rest_.panels,
+                       rest_.audio, rest_.updates, rest_.computer,    rest_.stayAwake, rest_.log};
     AppState state_;
     Application application_{state_, platform_};
     QQmlApplicationEngine engine_;

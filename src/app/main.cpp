@@ -11,11 +11,13 @@
 #include "display/Application.h"
 #include "model/AppState.h"
 #include "platform/audio/PortAudioInput.h"
+#include "platform/dnssd/LocalNetwork.h"
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
 #include "platform/qt/FilePreferencesStore.h"
 #include "platform/qt/HttpUpdateFeed.h"
 #include "platform/qt/QtMainQueue.h"
+#include "platform/qt/SessionStayAwake.h"
 #include "platform/qt/SystemClock.h"
 
 #include <csignal>
@@ -75,8 +77,10 @@ int main(int argc, char* argv[]) {
         (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio-devices"))
             .toStdString());
     tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
-    const tessivo::Platform platform{clock,  mainQueue, preferences, files,
-                                     panels, audio,     updates,     std::cout};
+    tessivo::LocalNetwork network(mainQueue);
+    tessivo::SessionStayAwake stayAwake;
+    const tessivo::Platform platform{clock, mainQueue, preferences, files,     panels,
+                                     audio, updates,   network,     stayAwake, std::cout};
     tessivo::AppState state(platform);
     tessivo::Application screens{state, platform};
 

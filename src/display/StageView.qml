@@ -10,6 +10,8 @@ Rectangle {
     id: stage
 
     required property StageContent content
+    /** Where the content comes from, told in the footer; empty for this computer's own. */
+    property string source: ""
 
     readonly property int minimumWidth: 900
     readonly property int minimumHeight: 560
@@ -83,7 +85,7 @@ Rectangle {
             anchors.bottomMargin: 14
             size: 11
             color: Colors.pvPaperFaint
-            text: "Tessivo, la conduite des shows en direct · " + Qt.application.version
+            text: "Tessivo, la conduite des shows en direct · " + Qt.application.version + (stage.source ? " · " + stage.source : "")
         }
     }
 }

@@ -9,7 +9,9 @@ class Clock;
 class FilePanels;
 class FileStore;
 class MainQueue;
+class Network;
 class PreferencesStore;
+class StayAwake;
 class UpdateFeed;
 
 /// The outside world as the core sees it. What it refers to outlives every object of the core.
@@ -21,6 +23,8 @@ struct Platform {
     FilePanels& panels;
     AudioInputSystem& audio;
     UpdateFeed& updates;
+    Network& network;
+    StayAwake& stayAwake;
     std::ostream& log;  ///< standard output, one line per event worth telling
 };
 

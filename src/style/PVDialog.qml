@@ -13,6 +13,8 @@ Dialog {
     /** A text to be asked for is edited in a field with this placeholder. */
     property string placeholder: ""
     property alias value: field.text
+    /** False when there is nothing to cancel. */
+    property bool cancels: true
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -76,6 +78,7 @@ Dialog {
             spacing: 8
 
             PVButton {
+                visible: dialog.cancels
                 text: "Annuler"
                 height: confirm.height
                 onClicked: dialog.reject()

@@ -24,6 +24,10 @@ Desk::Desk(AppState& state)
               case AppState::Field::autoAdvanceEnabled:
                   Q_EMIT autoAdvanceEnabledChanged();
                   break;
+              case AppState::Field::updateAvailable:
+              case AppState::Field::latestUpdateVersion:
+                  Q_EMIT updateChanged();
+                  break;
               default:
                   break;
           }
@@ -37,6 +41,20 @@ QString Desk::activeShowId() const {
 QString Desk::activeShowName() const {
     const Show* show = state_.activeShow();
     return show ? toQString(show->name) : QString();
+}
+
+QString Desk::latestUpdateVersion() const {
+    return toQString(state_.latestUpdateVersion().value_or(std::string()));
+}
+
+void Desk::openDisplay() {
+    state_.setActiveDisplayShowId(state_.activeShowId());
+    Q_EMIT displayRequested();
+}
+
+void Desk::checkForUpdates() {
+    state_.updater().checkForUpdateInformation();
+    Q_EMIT updateRequested();
 }
 
 void Desk::onNextTurn(std::function<void()> command) {

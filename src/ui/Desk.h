@@ -23,6 +23,8 @@ class Desk final : public QObject {
     /// Empty when no show is active.
     Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
     Q_PROPERTY(QString activeShowName READ activeShowName NOTIFY activeShowChanged)
+    Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
+    Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
     Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
                    autoAdvanceEnabledChanged)
 
@@ -34,6 +36,8 @@ public:
     QString activeShowId() const;
     QString activeShowName() const;
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
+    bool updateAvailable() const { return state_.updateAvailable(); }
+    QString latestUpdateVersion() const;
     void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }
 
     // These may show a panel. It opens on the next turn, once the menu that asked for it has
@@ -50,13 +54,19 @@ public:
 
     Q_INVOKABLE void goNext() { state_.goNext(); }
     Q_INVOKABLE void goPrev() { state_.goPrev(); }
-    /// Chooses the active show for the stage display window.
-    Q_INVOKABLE void displayActiveShow() { state_.setActiveDisplayShowId(state_.activeShowId()); }
+    /// Shows the active show in the stage display window.
+    Q_INVOKABLE void openDisplay();
+    /// Looks for a newer version in the background.
     Q_INVOKABLE void checkForUpdateInformation() { state_.updater().checkForUpdateInformation(); }
+    /// Looks again and tells the operator about it.
+    Q_INVOKABLE void checkForUpdates();
 
 Q_SIGNALS:
     void activeShowChanged();
     void autoAdvanceEnabledChanged();
+    void updateChanged();
+    void displayRequested();
+    void updateRequested();
 
 private:
     void onNextTurn(std::function<void()> command);

@@ -5,13 +5,14 @@ import Tessivo.Display
 import Tessivo.Style
 import Tessivo.Ui
 
-/** The main window: the live screen of the active show, and the way to its stage display. */
+/** The main window: the choice of a launch mode and all that follows from it. */
 ApplicationWindow {
     id: window
 
     /** False when another running program holds the shows of this computer, or their folder can't
         be written. */
     property bool keepsShows: true
+    property alias launchMode: root.mode
 
     title: "Tessivo"
     width: 1180
@@ -37,6 +38,9 @@ ApplicationWindow {
 
     menuBar: MenuBar {
         id: bar
+
+        // A station on a wall shows the stage display and nothing else.
+        visible: root.mode !== RootView.Affichage || window.visibility !== Window.FullScreen
 
         background: Rectangle {
             color: Colors.pvBlack2
@@ -82,49 +86,11 @@ ApplicationWindow {
             }
         }
 
-        RowLayout {
-            visible: Desk.activeShowId !== ""
-            spacing: 12
-            Layout.fillWidth: true
-            Layout.margins: 16
-            Layout.bottomMargin: 0
+        RootView {
+            id: root
 
-            PVText {
-                text: Desk.activeShowName
-                size: 18
-                weight: Font.Bold
-                elide: Text.ElideRight
-                Layout.fillWidth: true
-            }
-            PVButton {
-                text: "Ouvrir l'affichage"
-                glyph: Icons.screen
-                onClicked: {
-                    Desk.displayActiveShow();
-                    displayWindow.active = true;
-                    (displayWindow.item as DisplayWindow).present();
-                }
-            }
-        }
-
-        Loader {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            sourceComponent: Desk.activeShowId === "" ? noShow : liveTab
-        }
-    }
-
-    Component {
-        id: noShow
-
-        NoShowView {}
-    }
-
-    Component {
-        id: liveTab
-
-        LiveTabView {
-            showId: Desk.activeShowId
         }
     }
 
@@ -133,6 +99,22 @@ ApplicationWindow {
 
         active: false
         sourceComponent: DisplayWindow {}
+    }
+
+    Connections {
+        target: Desk
+
+        function onDisplayRequested() {
+            displayWindow.active = true;
+            (displayWindow.item as DisplayWindow).present();
+        }
+        function onUpdateRequested() {
+            update.open();
+        }
+    }
+
+    UpdateDialog {
+        id: update
     }
 
     FullScreenShortcut {

@@ -40,9 +40,9 @@ std::string shownBy(const ReceiverClient& client) {
 struct Production::Admin {
     /// The program between its start and its end.
     struct Program {
-        Program(const Platform& platform, Network& network)
+        explicit Program(const Platform& platform)
             : state(platform),
-              broadcaster(network, platform.mainQueue),
+              broadcaster(platform.network, platform.mainQueue),
               bridge(platform.mainQueue) {
             attaching = broadcaster.didChange.subscribe([this](AdminBroadcaster::Field) {
                 if (isBroadcasting()) {
@@ -308,10 +308,9 @@ void Production::startStation(Station& station) {
 void Production::startProgram(Admin& admin) {
     stopProgram(admin);
     SimulatedPlatform& disk = admin.disk;
-    admin.program =
-        std::make_unique<Admin::Program>(Platform{time_, time_, disk.preferences, disk.files,
-                                                  disk.panels, disk.audio, disk.updates, disk.log},
-                                         admin.computer);
+    admin.program = std::make_unique<Admin::Program>(
+        Platform{time_, time_, disk.preferences, disk.files, disk.panels, disk.audio, disk.updates,
+                 admin.computer, disk.stayAwake, disk.log});
     // Which show was active isn't kept: the operator opens one.
     AppState& state = admin.program->state;
     if (state.shows().empty()) {

@@ -33,10 +33,9 @@ struct Production {
 
     SimulatedPlatform platform;
     AppState state{platform};
-    SimulatedNetwork network{platform.time};
-    AdminBroadcaster broadcaster{network.addComputer("Régie"), platform.time};
+    AdminBroadcaster broadcaster{platform.computer, platform.time};
     std::optional<AdminSyncBridge> bridge{std::in_place, platform.time};
-    ReceiverClient station{network.addComputer("Plateau")};
+    ReceiverClient station{platform.network.addComputer("Plateau")};
     int received = 0;
     Subscription counting = station.didChange.subscribe([this](ReceiverClient::Field field) {
         received += field == ReceiverClient::Field::liveState ? 1 : 0;

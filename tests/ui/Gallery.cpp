@@ -10,6 +10,7 @@
 #include "display/Application.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "sync/AdminBroadcaster.h"
 
 #include <cstdio>
 #include <string>
@@ -17,6 +18,8 @@
 using namespace tessivo;
 
 namespace {
+
+constexpr int adminMode = 1;  // of RootView.LaunchMode
 
 Guest guest(const char* name, const char* mic, const char* iem,
             std::optional<std::string> volume = std::nullopt) {
@@ -81,6 +84,8 @@ public:
         setApplication(engine_, application_);
         engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
+        main_->setProperty("launchMode", adminMode);
+        computer_.time.advance(AdminBroadcaster::checkDuration);
         QQmlComponent component(
             &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
         stage_ = qobject_cast<QQuickWindow*>(component.create());

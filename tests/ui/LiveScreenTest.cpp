@@ -19,7 +19,6 @@ namespace {
 class Screen {
 public:
     explicit Screen(Show show) : state(computer) {
-        state.importShow(std::move(show));
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         setApplication(engine, application);
         engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
@@ -27,6 +26,11 @@ public:
         QVERIFY(window);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window));
+        click(QStringLiteral("Admin"));
+        computer.time.advance(2.0);  // the check of the network, to a tick of the clock
+        state.importShow(std::move(show));
+        state.jumpTo(0);
+        window->grabWindow();  // lays out
     }
 
     /// Every visible text of a window, in drawing order.

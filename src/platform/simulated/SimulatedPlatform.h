@@ -4,9 +4,11 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/PreferencesStore.h"
+#include "platform/StayAwake.h"
 #include "platform/UpdateFeed.h"
 #include "platform/simulated/SimulatedAudioInput.h"
 #include "platform/simulated/SimulatedMainQueue.h"
+#include "platform/simulated/SimulatedNetwork.h"
 
 #include <map>
 #include <optional>
@@ -67,7 +69,15 @@ private:
     MainQueue& mainQueue_;
 };
 
-/// A whole computer in one value, in virtual time.
+/// Remembers whether the computer is to stay awake.
+class SimulatedStayAwake final : public StayAwake {
+public:
+    void set(bool awake) override { isAwake = awake; }
+
+    bool isAwake = false;
+};
+
+/// A whole computer in one value, in virtual time, alone on its network unless a test adds others.
 struct SimulatedPlatform {
     SimulatedMainQueue time;
     SimulatedPreferences preferences;
@@ -75,9 +85,14 @@ struct SimulatedPlatform {
     SimulatedPanels panels;
     SimulatedAudioInput audio;
     SimulatedUpdateFeed updates{time};
+    SimulatedNetwork network{time};
+    SimulatedComputer& computer = network.addComputer("Régie");
+    SimulatedStayAwake stayAwake;
     std::ostringstream log;
 
-    operator Platform() { return {time, time, preferences, files, panels, audio, updates, log}; }
+    operator Platform() {
+        return {time, time, preferences, files, panels, audio, updates, computer, stayAwake, log};
+    }
 };
 
 }  // namespace tessivo

@@ -1,0 +1,33 @@
+import QtQuick
+import Tessivo.Display
+import Tessivo.Style
+
+/** A display station: what it waits for, then the stage display of the admin that it follows. */
+Item {
+    id: root
+
+    readonly property bool searching: receiver.status === Receiver.Searching
+
+    signal changeMode
+
+    Receiver {
+        id: receiver
+    }
+
+    NetworkStatusView {
+        anchors.fill: parent
+        visible: receiver.status !== Receiver.Following
+        systemImage: root.searching ? Icons.wifi : Icons.check
+        text: root.searching ? "Recherche d'un admin sur le réseau…" : "Connecté à l'admin"
+        detail: root.searching ? "Assure-toi que ce poste est bien branché sur le même réseau que l'ordinateur Admin." : "En attente des infos du show…"
+        showsSpinner: true
+        canChangeMode: root.searching
+        onChangeMode: root.changeMode()
+    }
+
+    RemoteDisplayView {
+        anchors.fill: parent
+        visible: receiver.status === Receiver.Following
+        content: receiver.content
+    }
+}

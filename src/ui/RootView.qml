@@ -1,0 +1,46 @@
+import QtQuick
+import Tessivo.Display
+import Tessivo.Ui
+
+/** The main window's content: the choice of a launch mode, then the chosen one. A mode is made anew
+    each time it is chosen, and gone when it is left. */
+FocusScope {
+    id: root
+
+    enum LaunchMode {
+        None,
+        Admin,
+        Affichage
+    }
+
+    property int mode: RootView.None
+
+    function leaveMode() {
+        mode = RootView.None;
+    }
+
+    LaunchModeChoiceView {
+        anchors.fill: parent
+        visible: root.mode === RootView.None
+        focus: visible
+        onChoose: mode => root.mode = mode
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: root.mode === RootView.Admin
+        focus: active
+        sourceComponent: AdminRootView {
+            focus: true
+        }
+        onLoaded: (item as AdminRootView).changeMode.connect(root.leaveMode)
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: root.mode === RootView.Affichage
+        focus: active
+        sourceComponent: ReceiverRootView {}
+        onLoaded: (item as ReceiverRootView).changeMode.connect(root.leaveMode)
+    }
+}
