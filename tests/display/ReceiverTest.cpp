@@ -1,0 +1,127 @@
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QTest>
+
+#include "display/Application.h"
+#include "display/Receiver.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Shows.h"
+#include "sync/AdminBroadcaster.h"
+
+#include <memory>
+#include <optional>
+
+using namespace tessivo;
+
+namespace {
+
+/// A station, and an admin elsewhere on its network that tells what a test makes it.
+class Station {
+public:
+    Station() {
+        setApplication(engine_, application_);
+        QQmlComponent component(&engine_);
+        component.setData("import Tessivo.Display\nReceiver {}", QUrl());
+        receiver.reset(qobject_cast<Receiver*>(component.create()));
+        QVERIFY2(receiver, qPrintable(component.errorString()));
+    }
+
+    void startAdmin() {
+        admin.emplace(admin_, computer.time);
+        admin->startChecking();
+        computer.time.advance(AdminBroadcaster::checkDuration + 1.0);
+    }
+
+    void tell(const Show& show, std::int64_t index, Instant startedAt) {
+        admin->update({show, index, startedAt});
+        computer.time.advance(0.01);
+    }
+
+    SimulatedPlatform computer;
+    std::optional<AdminBroadcaster> admin;
+
+private:
+    SimulatedComputer& admin_ = computer.network.addComputer("Ailleurs");
+    AppState state_{computer};
+    Application application_{state_, computer};
+    QQmlEngine engine_;
+
+public:
+    std::unique_ptr<Receiver> receiver;  // ends before what it stands on
+};
+
+Show show() {
+    Show made = showWithSongs(3);
+    made.songs[0].duration = 240;
+    return made;
+}
+
+}  // namespace
+
+class ReceiverTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void followsAnAdminAndLosesIt();
+    void countsByItsOwnClockOnceASecond();
+    void survivesInstantsFarAway();
+};
+
+void ReceiverTest::followsAnAdminAndLosesIt() {
+    Station station;
+    Receiver& receiver = *station.receiver;
+    QCOMPARE(receiver.status(), Receiver::Searching);
+    for (int round = 0; round < 2; ++round) {
+        station.startAdmin();
+        QCOMPARE(receiver.status(), Receiver::Waiting);
+        QVERIFY(!station.computer.stayAwake.isAwake);
+        station.tell(show(), 1, station.computer.time.now());
+        QCOMPARE(receiver.status(), Receiver::Following);
+        QCOMPARE(receiver.content()->current().title, QStringLiteral("Morceau 2"));
+        QVERIFY(station.computer.stayAwake.isAwake);
+        station.admin.reset();
+        station.computer.time.advance(2.0);
+        QCOMPARE(receiver.status(), Receiver::Searching);
+        QVERIFY(!station.computer.stayAwake.isAwake);
+    }
+    station.startAdmin();
+    station.tell(show(), 0, station.computer.time.now());
+    QVERIFY(station.computer.stayAwake.isAwake);
+    station.receiver.reset();
+    QVERIFY(!station.computer.stayAwake.isAwake);
+}
+
+void ReceiverTest::countsByItsOwnClockOnceASecond() {
+    Station station;
+    station.startAdmin();
+    SimulatedMainQueue& time = station.computer.time;
+    const StageContent& content = *station.receiver->content();
+    station.tell(show(), 0, time.now() + -100.7);
+    QCOMPARE(content.countdown(), QStringLiteral("2:20"));
+    time.advance(0.9);
+    QCOMPARE(content.countdown(), QStringLiteral("2:20"));
+    time.advance(0.1);
+    QCOMPARE(content.countdown(), QStringLiteral("2:19"));
+    QVERIFY(!content.urgent());
+    station.tell(show(), 0, time.now() + -250.0);
+    QCOMPARE(content.countdown(), QStringLiteral("0:00"));
+    QVERIFY(content.urgent());
+    station.tell(show(), 1, time.now());
+    QCOMPARE(content.countdown(), QString());
+}
+
+void ReceiverTest::survivesInstantsFarAway() {
+    Station station;
+    station.startAdmin();
+    for (const double seconds : {1.7e308, -1.7e308}) {
+        station.tell(show(), 0, Instant{seconds});
+        QCOMPARE(station.receiver->status(), Receiver::Following);
+        QVERIFY(!station.receiver->content()->countdown().isEmpty());
+    }
+    station.tell(show(), INT64_MIN, Instant{});
+    QCOMPARE(station.receiver->content()->panel(), StageContent::NotStarted);
+}
+
+QTEST_MAIN(ReceiverTest)
+#include "ReceiverTest.moc"
