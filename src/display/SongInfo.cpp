@@ -2,27 +2,46 @@
 
 #include "live/Setlist.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace tessivo {
+namespace {
+
+constexpr qsizetype charactersShown = 300;
+/// Of one song, for the same reason.
+constexpr std::ptrdiff_t guestsShown = 60;
+
+}  // namespace
 
 QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString toShownText(std::string_view text) {
+    // No character takes more than four bytes of UTF-8; what is cut in two here goes below.
+    const QString start = toQString(text.substr(0, 4 * charactersShown + 4));
+    return start.size() > charactersShown ? start.left(charactersShown) + QStringLiteral("…")
+                                          : start;
+}
+
 GuestInfo::GuestInfo(const Guest& guest)
-    : name(toQString(guest.name)),
-      mic(toQString(guest.mic)),
-      iem(toQString(guest.iem)),
-      volume(toQString(shownVolume(guest))),
-      equipmentLine(toQString(guestEquipmentLine(guest))),
-      stageLine(toQString(guestLine(guest, "—"))),
-      operatorLine(toQString(guestLine(guest, "(sans nom)"))) {}
+    : name(toShownText(guest.name)),
+      mic(toShownText(guest.mic)),
+      iem(toShownText(guest.iem)),
+      volume(toShownText(shownVolume(guest))),
+      equipmentLine(toShownText(guestEquipmentLine(guest))),
+      stageLine(toShownText(guestLine(guest, "—"))),
+      operatorLine(toShownText(guestLine(guest, "(sans nom)"))) {}
 
 SongInfo::SongInfo(const Song& song, int songPosition)
     : id(song.id),
-      title(toQString(song.title)),
-      timecode(toQString(song.ltcTimecode.value_or(std::string()))),
+      title(toShownText(song.title)),
+      timecode(toShownText(song.ltcTimecode.value_or(std::string()))),
       position(songPosition),
-      guests(song.guests.begin(), song.guests.end()) {}
+      guests(song.guests.begin(),
+             song.guests.begin() +
+                 std::min(guestsShown, static_cast<std::ptrdiff_t>(song.guests.size()))) {}
 
 QVariantList SongInfo::guestList() const {
     QVariantList list;

@@ -33,7 +33,7 @@ void StageContent::presentShow(const Show* show, std::int64_t songIndex) {
     const Song* song = songAt(show, songIndex);
     if (song) {
         past_.present(*show, pastSongs(*show, songIndex));
-        next_.present(*show, nextSongs(*show, songIndex));
+        next_.present(*show, nextSongs(*show, songIndex, nextSongsOnStage));
         SongInfo current(*song, static_cast<int>(songIndex) + 1);
         if (current != current_) {
             current_ = std::move(current);
@@ -41,7 +41,7 @@ void StageContent::presentShow(const Show* show, std::int64_t songIndex) {
         }
     }
     const Panel panel = toPanel(stagePanel(show, songIndex));
-    const QString showName = show ? toQString(show->name) : QString();
+    const QString showName = show ? toShownText(show->name) : QString();
     if (panel != panel_ || showName != showName_) {
         panel_ = panel;
         showName_ = showName;

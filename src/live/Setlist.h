@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,16 +13,18 @@ namespace tessivo {
 
 /// How many played songs the screens keep in view.
 constexpr std::size_t pastSongsShown = 2;
-/// How many coming songs the live control screen lists; the stage display lists them all.
+/// How many coming songs the live control screen lists.
 constexpr std::size_t nextSongsOnLiveScreen = 4;
+/// The stage display lists all that a show can have; a message from the network may hold hundreds
+/// of thousands.
+constexpr std::size_t nextSongsOnStage = 500;
 
 /// The songs just before the cursor, oldest first: at most `pastSongsShown`, none when the cursor
 /// lies beyond the finished position or before the first song.
 std::span<const Song> pastSongs(const Show& show, std::int64_t songIndex);
 
 /// The songs after the cursor in setlist order, at most `limit`.
-std::span<const Song> nextSongs(const Show& show, std::int64_t songIndex,
-                                std::size_t limit = std::numeric_limits<std::size_t>::max());
+std::span<const Song> nextSongs(const Show& show, std::int64_t songIndex, std::size_t limit);
 
 /// Whether the cursor has moved past the last song.
 bool isFinished(const Show& show, std::int64_t songIndex);

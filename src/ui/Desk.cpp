@@ -40,7 +40,7 @@ QString Desk::activeShowId() const {
 
 QString Desk::activeShowName() const {
     const Show* show = state_.activeShow();
-    return show ? toQString(show->name) : QString();
+    return show ? toShownText(show->name) : QString();
 }
 
 QString Desk::latestUpdateVersion() const {

@@ -53,7 +53,11 @@ class EndToEndTest(unittest.TestCase):
               file=sys.stderr)
         self.stage.show_logs()
         self.stage.picture(self.pictures_folder / "failed.png")
-        print("--- controls", *self.screen.tree(), sep="\n", file=sys.stderr)
+        for program in self.screen.children():
+            try:
+                print("--- controls", *program.tree(), sep="\n", file=sys.stderr)
+            except Exception as error:  # a program that hangs or has ended can't say what it shows
+                print(f"--- no controls: {error}", file=sys.stderr)
 
 
 def explained(test):

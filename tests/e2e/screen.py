@@ -157,9 +157,12 @@ class Screen(Element):
 
     def focus_program(self, pid, title):
         """Brings a window of that program to the front and gives it the keyboard."""
-        found = self.stage.run("xdotool", "search", "--onlyvisible", "--all", "--pid", str(pid),
-                               "--name", f"^{re.escape(title)}$").split()[0]
+        found = self._x_window(title, "--pid", str(pid))
         self.stage.run("xdotool", "windowraise", found, "windowfocus", "--sync", found)
+
+    def move_program(self, pid, title, x, y):
+        self.stage.run("xdotool", "windowmove", self._x_window(title, "--pid", str(pid)),
+                       str(x), str(y))
 
     def focus_window(self, title):
         """Gives the keyboard to a window."""
@@ -195,11 +198,9 @@ class Screen(Element):
         self.key("Return")
         self.wait_gone(None, title)
 
-    def _x_window(self, title):
-        def search():
-            return self.stage.run("xdotool", "search", "--onlyvisible", "--all", "--name",
-                                  f"^{re.escape(title)}$").split()
-        return search()[0]
+    def _x_window(self, title, *conditions):
+        return self.stage.run("xdotool", "search", "--onlyvisible", "--all", *conditions, "--name",
+                              f"^{re.escape(title)}$").split()[0]
 
 
 def _matches(element, role, name):

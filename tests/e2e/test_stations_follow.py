@@ -50,31 +50,36 @@ class StationsFollow(EndToEndTest):
         self.step(admin, 1, before, after)
         self.check_the_bytes(stages[1])
 
-        with self.subTest("the cable of a station is pulled and put back"):
-            stages[0].plug(False)
-            before.see(SEARCHING)
-            self.step(admin, 2, after)
-            stages[0].plug(True)
-            self.expect_song(2, before)
-        with self.subTest("a station's computer sleeps"):
-            before.program.signal(signal.SIGSTOP)
-            self.step(admin, 3, after)
-            time.sleep(5)
-            self.step(admin, 4, after)
-            before.program.signal(signal.SIGCONT)
-            self.expect_song(4, before)
-        with self.subTest("the responder of the admin is restarted"):
-            self.desk.stop_responder()
-            self.desk.start_responder()
-            self.step(admin, 5, before, after)
-            processes.wait_until(stages[1].services, "the service to be back")
-        with self.subTest("the admin is killed and started again"):
-            admin.program.kill()
-            before.see(SEARCHING)
-            after.see(SEARCHING)
-            admin = self.start_admin()
-            admin.open_show(self.path)
-            self.expect_song(0, before, after)
+        self.chapter("the cable of a station is pulled and put back")
+        stages[0].plug(False)
+        before.see(SEARCHING)
+        self.step(admin, 2, after)
+        stages[0].plug(True)
+        self.expect_song(2, before)
+
+        self.chapter("a station's computer sleeps")
+        before.program.signal(signal.SIGSTOP)
+        self.step(admin, 3, after)
+        time.sleep(5)
+        self.step(admin, 4, after)
+        before.program.signal(signal.SIGCONT)
+        self.expect_song(4, before)
+
+        self.chapter("the responder of the admin is restarted")
+        self.desk.stop_responder()
+        self.desk.start_responder()
+        self.step(admin, 5, before, after)
+        processes.wait_until(stages[1].services, "the service to be back")
+
+        self.chapter("the admin is killed and started again")
+        admin.program.kill()
+        before.see(SEARCHING)
+        after.see(SEARCHING)
+        # The responder still tells of a service for a second after it has gone.
+        processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
+        admin = self.start_admin()
+        admin.open_show(self.path)
+        self.expect_song(0, before, after)
 
     @explained
     def test_a_second_admin_is_refused(self):
@@ -138,9 +143,15 @@ class StationsFollow(EndToEndTest):
             self.expect_song(1, station)
             send(wire.frame(wire.live_state(show, 2, started_at)))
             self.expect_song(2, station)
-        padded = wire.live_state(dict(show, name="x" * (19_999_999 - len(good) + 7)), 3)
-        send(wire.frame(padded))
-        self.expect_song(3, station)
+        room = 19_999_999 - len(good)
+        song = {"id": shows.new_id(), "title": "", "guests": []}
+        for what, huge in (("name", dict(show, name="x" * room)),
+                           ("setlist", dict(show, songs=show["songs"] + [song] * (room // 80)))):
+            self.chapter(f"a message of 20 MB, most of it {what}")
+            send(wire.frame(wire.live_state(huge, 3)))
+            self.expect_song(3, station)
+            send(wire.frame(good))
+            self.expect_song(0, station)
         self.note("resident after 20 MB", f"{station.program.resident_bytes() / 1e6:.0f} MB")
         for broken in (bytes(4), b"\x01\x31\x2d\x00", b"\xff\xff\xff\xff", b"\x00\x00", b"\x00\x00\x00\x09{"):
             with self.subTest(broken=broken):
@@ -148,6 +159,55 @@ class StationsFollow(EndToEndTest):
                 next_connection()
                 send(wire.frame(good))
                 self.expect_song(0, station)
+
+    @explained
+    def test_crowds_do_not_slow_the_picture(self):
+        """Plain stations beside a drawn one; figures from key press to the change of its picture."""
+        crowd = self.switch.add_host("foule")
+        admin = self.start_admin()
+        admin.open_show(self.path)
+        station = self.start(self.switch.add_host("plateau"))
+        station.press("Affichage")
+        self.expect_song(0, station)
+        self.screen.move_program(station.program.pid, MAIN, 1200, 0)
+        _, address, port = next(entry for entry in crowd.services() if "." in entry[1])
+
+        def join(count, *options):
+            stations = crowd.start("stations", sys.executable, "-B", HERE / "plain_stations.py",
+                                   address, port, count, *options, stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, text=True)
+            self.assertEqual(stations.stdout.readline(), "connected\n")
+
+        join(19)
+        self.note_key_to_picture("20 stations", admin, station)
+        resident = admin.program.resident_bytes()
+        join(80)
+        join(5, "--stall")
+        join(1, "--flood")
+        self.note_key_to_picture("106 stations, one flooding, five stalled", admin, station)
+        self.note("growth of the admin",
+                  f"{(admin.program.resident_bytes() - resident) / 1e6:.1f} MB")
+        self.assertLess(admin.program.resident_bytes() - resident, 200e6)
+
+    def note_key_to_picture(self, what, admin, station):
+        admin.to_front()
+        heading = station.screen().find("heading", TITLES[0])
+        processes.wait_until(lambda: heading.extents()[0] > 1200, "the station to be aside")
+        x, y, width, height = heading.extents()
+        delays = []
+        for index in range(1, 13):
+            shown = self.stage.screen_bytes(x, y + height // 2, width)
+            begin = time.monotonic()
+            self.screen.key("space" if index < len(TITLES) else "Left")
+            processes.wait_until(
+                lambda: self.stage.screen_bytes(x, y + height // 2, width) != shown,  # noqa: B023
+                "the picture to change", interval=0.0005)
+            delays.append(time.monotonic() - begin)
+            time.sleep(0.05)
+        delays.sort()
+        self.note(f"key to picture, {what}",
+                  f"median {delays[len(delays) // 2] * 1000:.0f} ms, longest {delays[-1] * 1000:.0f} ms"
+                  " (with the start of the program that presses the key)")
 
     # The people in the stories
 
@@ -161,6 +221,9 @@ class StationsFollow(EndToEndTest):
         admin.see("Aucun show ouvert")
         self.note("from choosing to broadcasting", f"{time.monotonic() - begin:.2f} s")
         return admin
+
+    def chapter(self, title):
+        self.note("now", title)
 
     def step(self, admin, index, *stations):
         admin.key("space")

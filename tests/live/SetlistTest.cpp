@@ -50,7 +50,7 @@ TEST_CASE("the screens show two past songs, the coming ones and the place in the
         CHECK(isFinished(show, row.index) == row.finished);
         CHECK(shownPosition(show, row.index) == row.position);
     }
-    CHECK(numbers(nextSongs(showWithSongs(8), 1)) == " 3 4 5 6 7 8");
+    CHECK(numbers(nextSongs(showWithSongs(8), 1, nextSongsOnStage)) == " 3 4 5 6 7 8");
 }
 
 TEST_CASE("a guest's line leaves out an empty volume and names the nameless") {
