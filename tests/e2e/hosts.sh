@@ -1,95 +1,102 @@
 #!/bin/sh
-# hosts.sh COUNT COMMAND...: runs COMMAND beside COUNT computers on one switch, each with a network,
-# a name (computer1, computer2, ...), a message bus and a DNS-SD responder of its own. COMMAND runs
-# programs on one of them with "$TESSIVO_ON" NUMBER PROGRAM..., and pulls its cable with
-# "ip link set cableNUMBER down". Everything is gone when COMMAND has ended; the machine's own
-# network, buses and responder are never touched. Needs the right to make namespaces.
-set -u
+# Several computers on one switch, each with a name, a network, a message bus and a DNS-SD responder
+# of its own. As root:
+#   hosts.sh start FOLDER COUNT      host1 to hostCOUNT; FOLDER is new and holds what belongs to them
+#   hosts.sh in FOLDER N COMMAND...  runs COMMAND on host N
+#   hosts.sh cable FOLDER N down|up  pulls the cable of host N out of the switch, or puts it in
+#   hosts.sh stop FOLDER             ends them, with all that still runs on their buses
+# They are namespaces that a sleeping process holds each: nothing of the machine's own changes.
+set -eu
 
-if [ -z "${TESSIVO_HOSTS:-}" ]; then
-    export TESSIVO_HOSTS=inside
-    # The end of a process namespace takes all its processes along.
-    separate="-m -n -p -f --mount-proc --kill-child"
-    for unshare in "unshare $separate" "unshare -r $separate"; do
-        $unshare true 2>/dev/null && exec $unshare "$0" "$@"
+action=$1
+folder=$2
+
+# hold NAME FLAG...: a process in namespaces of its own.
+hold() {
+    name=$1
+    shift
+    unshare "$@" sleep infinity >/dev/null 2>&1 &
+    echo $! >"$folder/$name.pid"
+    for _ in $(seq 100); do
+        [ "$(readlink "/proc/$!/ns/net")" = "$(readlink /proc/self/ns/net)" ] || return 0
+        sleep 0.05
     done
-    echo "This system doesn't let us make networks of our own." >&2
-    exit 77
-fi
+    return 1
+}
+on_switch() { nsenter -t "$(cat "$folder/switch.pid")" -n "$@"; }
+on_host() {
+    host=$1
+    shift
+    DBUS_SYSTEM_BUS_ADDRESS="unix:path=$folder/host$host.bus" \
+        nsenter -t "$(cat "$folder/host$host.pid")" -m -u -n "$@"
+}
+# await COMMAND...: until it succeeds, for at most ten seconds.
+await() {
+    for _ in $(seq 100); do
+        "$@" >/dev/null 2>&1 && return 0
+        sleep 0.1
+    done
+    return 1
+}
 
-count=$1
-shift
-scratch=$(mktemp -d "${TMPDIR:-/tmp}/tessivo-hosts.XXXXXX") || exit 1
-trap 'rm -rf "$scratch"' EXIT
-trap 'exit 129' HUP
-trap 'exit 130' INT
-trap 'exit 143' TERM
-
-cat >"$scratch/bus.conf" <<CONFIG
+start_host() {
+    hold "host$1" -m -u -n
+    on_switch ip link add "port$1" type veth peer name cable netns "$(cat "$folder/host$1.pid")"
+    on_switch ip link set "port$1" master switch up
+    on_host "$1" sh -eu -c "
+        hostname host$1
+        mount -t tmpfs tessivo-run /run
+        mkdir /run/avahi-daemon
+        ip link set lo up
+        ip address add 10.78.0.$1/24 dev cable
+        ip link set cable up"
+    cat >"$folder/host$1.conf" <<CONFIG
 <busconfig>
-  <type>system</type>
-  <listen>unix:path=/run/avahi-daemon/bus</listen>
+  <type>session</type>
+  <listen>unix:path=$folder/host$1.bus</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
-    <allow send_destination="*"/>
-    <allow receive_sender="*"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
     <allow own="*"/>
-    <allow user="*"/>
   </policy>
 </busconfig>
 CONFIG
-printf '[server]\nuse-ipv4=yes\nuse-ipv6=yes\n' >"$scratch/avahi.conf"
-
-# What one computer does from its start on, in namespaces of its own.
-cat >"$scratch/computer" <<COMPUTER
-#!/bin/sh
-echo \$\$ >"$scratch/pid\$1"
-hostname "computer\$1"
-mount -t tmpfs computer /run/avahi-daemon
-ip link set lo up
-ip address add "10.77.0.\$1/24" dev eth0
-ip link set eth0 up
-dbus-daemon --config-file="$scratch/bus.conf" --nofork --nopidfile &
-until [ -S /run/avahi-daemon/bus ]; do sleep 0.05; done
-avahi-daemon --no-drop-root --no-chroot --no-rlimits -f "$scratch/avahi.conf" &
-wait
-COMPUTER
-
-export TESSIVO_ON="$scratch/on"
-cat >"$TESSIVO_ON" <<ON
-#!/bin/sh
-number=\$1
-shift
-exec nsenter -t "\$(cat "$scratch/pid\$number")" -m -n -u -- "\$@"
-ON
-chmod 700 "$scratch/computer" "$TESSIVO_ON"
-export DBUS_SYSTEM_BUS_ADDRESS=unix:path=/run/avahi-daemon/bus
-
-mount -t tmpfs run /run && mkdir /run/avahi-daemon || exit 1
-ip link add switch type bridge && ip link set switch up || exit 1
-for number in $(seq "$count"); do
-    ip netns add "computer$number" &&
-        ip link add "cable$number" type veth peer name eth0 netns "computer$number" &&
-        ip link set "cable$number" master switch up || exit 1
-    ip netns exec "computer$number" unshare -m -u "$scratch/computer" "$number" \
-        >"$scratch/log$number" 2>&1 &
-done
-
-# A responder is ready in its state 2, AVAHI_SERVER_RUNNING.
-is_ready() {
-    [ -s "$scratch/pid$1" ] && "$TESSIVO_ON" "$1" dbus-send --system --print-reply=literal \
-        --reply-timeout=1000 --dest=org.freedesktop.Avahi / \
-        org.freedesktop.Avahi.Server.GetState 2>/dev/null | grep -q 'int32 2'
+    on_host "$1" dbus-daemon --config-file="$folder/host$1.conf" --nofork --nopidfile \
+        >"$folder/host$1.bus.log" 2>&1 &
+    echo $! >"$folder/host$1.bus.pid"
+    await [ -S "$folder/host$1.bus" ]
+    on_host "$1" avahi-daemon --no-drop-root --no-chroot --no-rlimits -f /dev/null \
+        >"$folder/host$1.avahi.log" 2>&1 &
+    echo $! >"$folder/host$1.avahi.pid"
+    await on_host "$1" avahi-browse -at
 }
-for number in $(seq "$count"); do
-    for _ in $(seq 200); do
-        is_ready "$number" && continue 2
-        sleep 0.1
-    done
-    cat "$scratch/log$number" >&2
-    exit 1
-done
 
-# In the background, so that a signal to this script takes effect at once.
-"$@" &
-wait $!
+stop() {
+    for file in "$folder"/*.avahi.pid "$folder"/*.bus.pid "$folder"/*.pid; do
+        kill "$(cat "$file")" 2>/dev/null || true
+    done
+    rm -rf "$folder"
+}
+
+case $action in
+start)
+    mkdir -m 755 "$folder"
+    folder=$(realpath "$folder")
+    trap '[ $? = 0 ] || stop' EXIT
+    hold switch -n
+    on_switch ip link add switch type bridge mcast_snooping 0
+    on_switch ip link set switch up
+    for host in $(seq "$3"); do
+        start_host "$host"
+    done
+    ;;
+in)
+    folder=$(realpath "$folder")
+    shift 2
+    on_host "$@"
+    ;;
+cable) on_switch ip link set "port$3" "$4" ;;
+stop) stop ;;
+*) exit 2 ;;
+esac
