@@ -5,28 +5,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 using namespace tessivo;
 using State = StreamConnection::State;
-using States = std::vector<State>;
-
-TEST_CASE("cancelling a connection ends what it waits for, tells it, and closes the other end") {
-    test::Stream stream;
-    States writer;
-    stream.out->onStateChange = [&](State state) { writer.push_back(state); };
-    std::string order;
-    stream.in->receive(10, 10, [&](const std::optional<std::string>& bytes) {
-        order += bytes.value_or("nothing") + " at " + std::to_string(stream.states.size());
-    });
-    stream.write("abc");
-    stream.in->cancel();
-    CHECK(order.empty());  // never from within the call
-    stream.queue.advance(1.0);
-    CHECK(order == "abc at 1");
-    CHECK(stream.states == States{State::ready, State::cancelled});
-    CHECK(writer == States{State::failed});
-}
 
 TEST_CASE("what nobody asked for stays with the writer, but for a bounded part") {
     test::Stream stream;
@@ -56,16 +37,4 @@ TEST_CASE("bytes stay in order, and before the end of the stream, when the cable
     stream.queue.advance(5.0);
     CHECK(received == std::string(3000, 'a') + "b");
     CHECK(stream.states.back() == State::failed);
-}
-
-TEST_CASE("a connection to a service that has gone fails") {
-    test::Stream stream;
-    stream.listener.reset();
-    States states;
-    const auto late = stream.reader.connect({"writer", "_test._tcp", "local"});
-    late->onStateChange = [&](State state) { states.push_back(state); };
-    late->start();
-    stream.queue.advance(1.0);
-    CHECK(states == States{State::failed});
-    CHECK(stream.states == States{State::ready});  // those that were given away stay
 }
