@@ -265,6 +265,18 @@ TEST_CASE("of what a killed run or a power cut left, the newest whole version is
     }
 }
 
+TEST_CASE("a version is never written over an older one, which a power cut could bring back") {
+    const TemporaryFolder folder;
+    RecentValue recent(folder.path(key));
+    REQUIRE(recent.write("first"));
+    std::filesystem::create_hard_link(folder.path(key + ".recent-1"), folder.path("held"));
+    const std::string first = folder.read("held");
+    REQUIRE(recent.write("second"));
+    REQUIRE(recent.write("third"));
+    CHECK(folder.read("held") == first);
+    CHECK(recent.read()->bytes == "third");
+}
+
 TEST_CASE("versions are forgotten up to the synced one, never a newer one") {
     const TemporaryFolder folder;
     RecentValue recent(folder.path(key));

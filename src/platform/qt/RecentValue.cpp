@@ -62,10 +62,12 @@ std::optional<RecentValue::Version> RecentValue::read() const {
 std::optional<std::uint64_t> RecentValue::write(std::string_view bytes) {
     const std::uint64_t number = newest_ + 1;
     const std::string path = pathOf(number);
+    // A new file, not new bytes for the one of two versions ago: those might be what a power cut
+    // brings back, whole, long after newer versions have been synced.
+    ::unlink(path.c_str());
     const FileDescriptor file(openToWrite(path));
     if (!file.isOpen() || !writeAll(file.value(), headerOf(number, bytes)) ||
-        !writeAll(file.value(), bytes) ||
-        ::ftruncate(file.value(), static_cast<off_t>(headerLength + bytes.size())) != 0) {
+        !writeAll(file.value(), bytes)) {
         ::unlink(path.c_str());
         return std::nullopt;
     }
