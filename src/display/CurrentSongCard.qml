@@ -12,6 +12,14 @@ Rectangle {
     property string countdown: ""
     property bool urgent: false
 
+    readonly property alias guestsOnOneLine: guests.onOneLine
+
+    /// Brings the height up to date at once rather than before the next frame.
+    function layOut() {
+        guests.forceLayout();
+        content.forceLayout();
+    }
+
     height: content.height + 40
     radius: 10
     color: Colors.withOpacity(Colors.pvRed, 0.06)

@@ -13,6 +13,40 @@ Flickable {
 
     readonly property int outerMargin: 28
 
+    /// What the current song's card can have above the start of the next song's row and the footer.
+    readonly property real room: height - outerMargin - currentSlot.y - column.spacing - 80 - footerHeight
+    readonly property int footerHeight: 40
+    property bool fitting: false
+
+    /// Draws the current song's card as large as it can be with all its guests in view. A smaller
+    /// card takes more of them on a line, so that its height has to be tried.
+    function fitCard() {
+        fitting = true;
+        card.scale = 1;
+        card.layOut();
+        while (card.height * card.scale > room && card.scale > 0.3) {
+            card.scale *= 0.95;
+            card.layOut();
+        }
+        fitting = false;
+    }
+
+    /// Not at once: a layout that is being made can't be made again.
+    function fitCardSoon() {
+        if (!fitting) {
+            refit.restart();
+        }
+    }
+
+    Timer {
+        id: refit
+
+        interval: 0
+        onTriggered: view.fitCard()
+    }
+
+    onRoomChanged: fitCardSoon()
+
     contentWidth: width
     contentHeight: column.height + 2 * outerMargin
     boundsBehavior: Flickable.StopAtBounds
@@ -32,6 +66,7 @@ Flickable {
         target: view.content
         function onCurrentChanged() {
             view.contentY = 0;
+            view.fitCardSoon();
         }
     }
 
@@ -50,11 +85,23 @@ Flickable {
             }
         }
 
-        CurrentSongCard {
+        Item {
+            id: currentSlot
+
             width: column.width
-            song: view.content.current
-            countdown: view.content.countdown
-            urgent: view.content.urgent
+            height: card.height * card.scale
+
+            CurrentSongCard {
+                id: card
+
+                width: currentSlot.width / scale
+                transformOrigin: Item.TopLeft
+                song: view.content.current
+                countdown: view.content.countdown
+                urgent: view.content.urgent
+                onHeightChanged: view.fitCardSoon()
+                onGuestsOnOneLineChanged: view.fitCardSoon()
+            }
         }
 
         Column {

@@ -8,11 +8,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <set>
 #include <string>
+#include <thread>
 
 using namespace tessivo;
 using test::TemporaryFolder;
@@ -21,6 +22,14 @@ namespace {
 
 const std::string key = "record";
 using Names = std::set<std::string>;
+
+/// Waits for the store's own thread to leave these files.
+void waitForNames(const TemporaryFolder& folder, const Names& names) {
+    for (int tries = 0; folder.names() != names && tries < 1000; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    CHECK(folder.names() == names);
+}
 
 /// Lets no file of this process grow past a size while it lives, as a full disk would.
 class FileSizeLimit {
@@ -91,7 +100,7 @@ TEST_CASE("a value comes back in the next run, whatever its bytes") {
     CHECK(store.isWritable());
     CHECK(store.data(key) == binary);
     CHECK(store.data("other") == "");
-    CHECK(folder.names() == Names{"lock", key, key + ".precedent", "other"});
+    CHECK(folder.names() == Names{"lock", key, "other"});
 }
 
 TEST_CASE("the folder is made, and its files are the user's only") {
@@ -100,12 +109,15 @@ TEST_CASE("the folder is made, and its files are the user's only") {
     const mode_t mask = ::umask(0);
     FilePreferencesStore store(folder);
     store.setData(key, "1");
+    CHECK(store.setAside(key));
+    store.setData(key, "2");
     ::umask(mask);
-    CHECK(store.data(key) == "1");
+    CHECK(store.data(key) == "2");
     using std::filesystem::perms;
     CHECK(std::filesystem::status(folder).permissions() == perms::owner_all);
-    CHECK(std::filesystem::status(folder + "/" + key).permissions() ==
-          (perms::owner_read | perms::owner_write));
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        CHECK(entry.status().permissions() == (perms::owner_read | perms::owner_write));
+    }
 }
 
 TEST_CASE("a folder that can't be made gives a store that keeps nothing and says so") {
@@ -136,15 +148,13 @@ TEST_CASE("values are set aside under names of their own, and none is lost") {
     CHECK(folder.read(key + ".illisible-4") == "fourth");
 }
 
-TEST_CASE("what can't be read gives empty bytes, isn't overwritten and can be set aside") {
+TEST_CASE("what can't be read gives empty bytes and can be set aside") {
     const TemporaryFolder folder;
     FilePreferencesStore store(folder.path());
     const std::string path = folder.path(key);
     SUBCASE("a folder") {
         std::filesystem::create_directory(path);
         std::filesystem::create_directory(path + "/inside");
-        CHECK(store.data(key) == "");
-        store.setData(key, "1");
         CHECK(store.data(key) == "");
         CHECK(store.setAside(key));
         CHECK(std::filesystem::exists(path + ".illisible-1/inside"));
@@ -154,54 +164,132 @@ TEST_CASE("what can't be read gives empty bytes, isn't overwritten and can be se
         CHECK(store.data(key) == "");
         CHECK(store.setAside(key));
     }
-    SUBCASE("a file without permission") {
-        store.setData(key, "0");
-        std::filesystem::permissions(path, std::filesystem::perms::none);
-        CHECK(store.data(key) == (::geteuid() == 0 ? "0" : ""));  // nothing is forbidden to root
-        CHECK(store.setAside(key));
-    }
     store.setData(key, "1");
     CHECK(store.data(key) == "1");
-    CHECK(folder.names() == Names{"lock", key, key + ".illisible-1"});
+    waitForNames(folder, {"lock", key, key + ".illisible-1"});
+    CHECK(folder.read(key) == "1");
 }
 
-TEST_CASE("a write that fails leaves the old value and nothing beside it") {
+TEST_CASE("a value reaches the disk while the store goes on, and nothing is left beside it") {
     const TemporaryFolder folder;
     FilePreferencesStore store(folder.path());
-    store.setData(key, "old");
-    {
-        const FileSizeLimit limit(1000);
-        store.setData(key, std::string(4000, 'x'));
-    }
-    CHECK(store.data(key) == "old");
-    CHECK(folder.names() == Names{"lock", key});
-    store.setData(key, "new");
-    CHECK(store.data(key) == "new");
-}
-
-TEST_CASE("a new value is never written over the present one") {
-    const TemporaryFolder folder;
-    FilePreferencesStore store(folder.path());
-    for (const char* value : {"first", "second", "third"}) {
-        std::ifstream present(folder.path(key));
-        const std::string before = store.data(key).value_or("");
+    for (const std::string value : {"first", "second"}) {
+        store.setData(key, "gone before it is synced");
         store.setData(key, value);
-        std::string read;
-        std::getline(present, read);
-        CHECK(read == before);
+        waitForNames(folder, {"lock", key});
+        CHECK(folder.read(key) == value);
         CHECK(store.data(key) == value);
     }
 }
 
-TEST_CASE("a half-written value of a killed run is never read") {
+TEST_CASE("a value that can't be put in its place is kept beside it") {
     const TemporaryFolder folder;
-    folder.write(key, "whole");
-    folder.write(key + ".precedent", "ha");
+    std::filesystem::create_directories(folder.path(key + "/inside"));
+    FilePreferencesStore(folder.path()).setData(key, "1");
     FilePreferencesStore store(folder.path());
-    CHECK(store.data(key) == "whole");
-    store.setData(key, "w");
-    CHECK(store.data(key) == "w");
-    CHECK(folder.names() == Names{"lock", key, key + ".precedent"});
+    CHECK(store.data(key) == "1");
+    CHECK_FALSE(store.setAside(key));
+    CHECK(store.data(key) == "1");
+}
+
+TEST_CASE("a write that fails leaves the old value") {
+    const TemporaryFolder folder;
+    std::optional<FilePreferencesStore> store(folder.path());
+    store->setData(key, "old");
+    {
+        const FileSizeLimit limit(1000);
+        store->setData(key, std::string(4000, 'x'));
+        CHECK(store->data(key) == "old");
+    }
+    store.reset();
+    CHECK(folder.names() == Names{"lock", key});
+    CHECK(folder.read(key) == "old");
+}
+
+TEST_CASE("of what a killed run or a power cut left, the newest whole version is read") {
+    const TemporaryFolder folder;
+    RecentValue recent(folder.path(key));
+    const std::string older(5000, 'o');
+    const std::string newer(6000, 'n');
+    REQUIRE(recent.write(older));
+    const std::string olderFile = folder.read(key + ".recent-1");
+    REQUIRE(recent.write(newer));
+    const std::string newerFile = folder.read(key + ".recent-0");
+    struct Remains {
+        const char* what;
+        std::optional<std::string> newerFile;
+        std::optional<std::string> olderFile;
+        std::string expected;
+    };
+    const std::string zeros(newerFile.size(), '\0');
+    const Remains table[] = {
+        {"both whole", newerFile, olderFile, newer},
+        {"the newer cut off", newerFile.substr(0, 4096), olderFile, older},
+        {"the newer too long", newerFile + "n", olderFile, older},
+        {"the newer empty", "", olderFile, older},
+        {"the newer zeros", zeros, olderFile, older},
+        {"the newer's start alone", newerFile.substr(0, 4096) + zeros.substr(4096), olderFile,
+         older},
+        {"the newer's end alone", zeros.substr(0, 4096) + newerFile.substr(4096), olderFile, older},
+        {"the newer over the start of another", newerFile.substr(0, 100) + olderFile.substr(100),
+         olderFile, older},
+        {"the newer half a header", newerFile.substr(0, 10), std::nullopt, "synced"},
+        {"the older being written over", newerFile, zeros + "o", newer},
+        {"both torn", zeros, olderFile.substr(0, 200), "synced"},
+        {"neither made yet", std::nullopt, std::nullopt, "synced"},
+    };
+    for (const Remains& remains : table) {
+        CAPTURE(remains.what);
+        const TemporaryFolder left;
+        left.write(key, "synced");
+        left.write(key + ".nouveau", "half a val");
+        if (remains.newerFile) {
+            left.write(key + ".recent-0", *remains.newerFile);
+        }
+        if (remains.olderFile) {
+            left.write(key + ".recent-1", *remains.olderFile);
+        }
+        {
+            FilePreferencesStore store(left.path());
+            CHECK(store.data(key) == remains.expected);
+        }
+        CHECK(left.read(key) == remains.expected);
+        {
+            FilePreferencesStore store(left.path());
+            CHECK(store.data(key) == remains.expected);
+            store.setData(key, "next");
+            CHECK(store.data(key) == "next");
+        }
+        CHECK(left.read(key) == "next");
+        CHECK(left.names() == Names{"lock", key});
+    }
+}
+
+TEST_CASE("a version is never written over an older one, which a power cut could bring back") {
+    const TemporaryFolder folder;
+    RecentValue recent(folder.path(key));
+    REQUIRE(recent.write("first"));
+    std::filesystem::create_hard_link(folder.path(key + ".recent-1"), folder.path("held"));
+    const std::string first = folder.read("held");
+    REQUIRE(recent.write("second"));
+    REQUIRE(recent.write("third"));
+    CHECK(folder.read("held") == first);
+    CHECK(recent.read()->bytes == "third");
+}
+
+TEST_CASE("versions are forgotten up to the synced one, never a newer one") {
+    const TemporaryFolder folder;
+    RecentValue recent(folder.path(key));
+    for (const std::string value : {"1", "2", "3"}) {
+        REQUIRE(recent.write(value));
+    }
+    recent.forget(1);
+    CHECK(folder.names().size() == 2);
+    recent.forget(2);
+    CHECK(recent.read()->bytes == "3");
+    CHECK(folder.names().size() == 1);
+    recent.forget(3);
+    CHECK(folder.names().empty());
 }
 
 TEST_CASE("a second store reads and never writes, even once the first is gone") {

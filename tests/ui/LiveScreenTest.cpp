@@ -6,10 +6,12 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "display/Application.h"
+#include "display//Application.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "support/Shows.h"
+
+#include <algorithm>
 
 using namespace tessivo;
 
@@ -138,6 +140,8 @@ private Q_SLOTS:
     void saysWhyACaptureFailed();
     void menuCommandsNeedAnActiveShow();
     void theStageWindowFollows();
+    void allGuestsOfACrowdedSongAreInView_data();
+    void allGuestsOfACrowdedSongAreInView();
     void aTickRebuildsNothing();
     void f11TogglesFullScreen();
 };
@@ -298,6 +302,53 @@ void LiveScreenTest::theStageWindowFollows() {
     QVERIFY(Screen::texts(stage).contains(QStringLiteral("Morceau 2")));
     screen.state.jumpTo(10);
     QTRY_VERIFY(Screen::texts(stage).contains(QStringLiteral("Merci !")));
+}
+
+void LiveScreenTest::allGuestsOfACrowdedSongAreInView_data() {
+    QTest::addColumn<int>("guests");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QString>("title");
+    const QString title = QStringLiteral("Symphonie interminable pour voix, chœurs et machines");
+    QTest::newRow("ten guests") << 10 << QSize(900, 560) << title;
+    QTest::newRow("ten guests, a short title") << 10 << QSize(900, 560) << QStringLiteral("Fin");
+    QTest::newRow("sixteen guests") << 16 << QSize(900, 560) << title;
+    QTest::newRow("ten guests, a wide window") << 10 << QSize(1280, 720) << title;
+}
+
+void LiveScreenTest::allGuestsOfACrowdedSongAreInView() {
+    QFETCH(int, guests);
+    QFETCH(QSize, size);
+    QFETCH(QString, title);
+    Show show = concert();
+    show.songs[2].title = title.toStdString();
+    for (int i = 0; i < guests; ++i) {
+        show.songs[2].guests.push_back({Uuid::random(), "Maximilienne-Apolline de La Roche",
+                                        "HF 12 (secours)", "Mix 12 stéréo", "-12 dB"});
+    }
+    Screen screen(show);
+    QQuickWindow* stage = screen.openStage();
+    QVERIFY(stage);
+    stage->resize(size);
+    screen.state.jumpTo(2);
+
+    const auto bottoms = [stage](const QString& type) {
+        QList<qreal> found;
+        for (const auto& item : Screen::items(stage->contentItem())) {
+            if (QString::fromLatin1(item->metaObject()->className()).startsWith(type)) {
+                found.append(item->mapToScene({0, item->height()}).y());
+            }
+        }
+        return found;
+    };
+    const auto lowestGuest = [&] {
+        const QList<qreal> found = bottoms(QStringLiteral("GuestCard"));
+        return found.size() == guests ? *std::ranges::max_element(found) : 1e9;
+    };
+    // Below the cards there is room for the start of the next song and the footer.
+    QTRY_VERIFY(lowestGuest() < size.height() - 100);
+    const QList<qreal> cards = bottoms(QStringLiteral("CurrentSongCard"));
+    QCOMPARE(cards.size(), 1);
+    QTRY_VERIFY(lowestGuest() < bottoms(QStringLiteral("CurrentSongCard")).first());
 }
 
 void LiveScreenTest::aTickRebuildsNothing() {

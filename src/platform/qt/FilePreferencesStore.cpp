@@ -7,8 +7,11 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -17,7 +20,8 @@
 namespace tessivo {
 namespace {
 
-constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+/// For how long changes gather before they are synced together.
+constexpr std::chrono::milliseconds gathering(300);
 
 void makeFolder(const std::string& folder) {
     std::error_code ignored;
@@ -38,39 +42,12 @@ FileDescriptor lockFile(const std::string& path) {
     return file;
 }
 
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
-/// Gives the file these bytes, over those that it has, and waits until they are on the disk.
+/// Gives the file these bytes, and waits until they are on the disk.
 bool writeSynced(const std::string& path, std::string_view bytes) {
-    const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, ownerOnly));
+    const FileDescriptor file(openToWrite(path));
     return file.isOpen() && writeAll(file.value(), bytes) &&
            ::ftruncate(file.value(), static_cast<off_t>(bytes.size())) == 0 &&
            ::fdatasync(file.value()) == 0;
-}
-
-bool isRegularFile(const std::string& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-/// Puts a file in the place of another, and the other in its, where there is one and the file
-/// system can do that in one step; else the other is gone.
-bool exchange(const std::string& from, const std::string& to) {
-    return (isRegularFile(to) &&
-            ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) ||
-           std::rename(from.c_str(), to.c_str()) == 0;
 }
 
 }  // namespace
@@ -78,6 +55,9 @@ bool exchange(const std::string& from, const std::string& to) {
 FilePreferencesStore::FilePreferencesStore(std::string folder) : folder_(std::move(folder)) {
     makeFolder(folder_);
     lock_ = lockFile(pathOf("lock"));
+    if (isWritable()) {
+        settler_ = std::jthread([this](const std::stop_token& stop) { settleUntil(stop); });
+    }
 }
 
 std::string FilePreferencesStore::defaultFolder() {
@@ -86,6 +66,11 @@ std::string FilePreferencesStore::defaultFolder() {
 }
 
 std::optional<std::string> FilePreferencesStore::data(std::string_view key) {
+    const std::lock_guard guard(mutex_);
+    Value& value = valueOf(key);
+    if (auto version = value.recent.read()) {
+        return std::move(version->bytes);
+    }
     std::string bytes;
     switch (readRegularFile(pathOf(key), SIZE_MAX, bytes)) {
         case FileReading::Done:
@@ -102,19 +87,22 @@ void FilePreferencesStore::setData(std::string_view key, std::string_view bytes)
     if (!isWritable()) {
         return;
     }
-    // Overwriting the value before the present one needs that no power cut can bring it back as the
-    // present one: the folder is synced each time.
-    const std::string path = pathOf(key);
-    const std::string previous = path + ".precedent";
-    if (!writeSynced(previous, bytes) || !exchange(previous, path)) {
-        ::unlink(previous.c_str());
-        return;
+    const std::lock_guard guard(mutex_);
+    Value& value = valueOf(key);
+    if (const auto number = value.recent.write(bytes)) {
+        value.unsettled = *number;
+        value.bytes.assign(bytes);
+        changed_.notify_one();
     }
-    syncFolder();
 }
 
 bool FilePreferencesStore::setAside(std::string_view key) {
     if (!isWritable()) {
+        return false;
+    }
+    settle();
+    const std::lock_guard guard(mutex_);
+    if (valueOf(key).recent.read()) {
         return false;
     }
     const std::string path = pathOf(key);
@@ -129,6 +117,60 @@ bool FilePreferencesStore::setAside(std::string_view key) {
     }
     syncFolder();
     return true;
+}
+
+/// The value under `key`; one that a killed run left unsynced is to be synced by this one.
+FilePreferencesStore::Value& FilePreferencesStore::valueOf(std::string_view key) {
+    const auto known = values_.find(key);
+    if (known != values_.end()) {
+        return known->second;
+    }
+    Value value{RecentValue(pathOf(key)), std::nullopt, std::string()};
+    if (auto version = value.recent.read()) {
+        value.unsettled = version->number;
+        value.bytes = std::move(version->bytes);
+        changed_.notify_one();
+    }
+    return values_.emplace(key, std::move(value)).first->second;
+}
+
+void FilePreferencesStore::settleUntil(const std::stop_token& stop) {
+    const auto isUnsettled = [](const auto& entry) { return entry.second.unsettled.has_value(); };
+    std::unique_lock lock(mutex_);
+    while (changed_.wait(lock, stop, [&] { return std::ranges::any_of(values_, isUnsettled); })) {
+        changed_.wait_for(lock, stop, gathering, [] { return false; });
+        lock.unlock();
+        settle();
+        lock.lock();
+    }
+}
+
+/// Brings what has changed to the disk. The main thread may go on changing it meanwhile: it writes
+/// other files, and waits for none of this.
+void FilePreferencesStore::settle() {
+    const std::lock_guard alone(settling_);
+    std::unique_lock lock(mutex_);
+    for (auto& [key, value] : values_) {
+        const auto number = std::exchange(value.unsettled, std::nullopt);
+        if (!number) {
+            continue;
+        }
+        std::swap(value.bytes, settlingBytes_);
+        lock.unlock();
+        const std::string path = pathOf(key);
+        const std::string beside = path + ".nouveau";
+        const bool isSettled =
+            writeSynced(beside, settlingBytes_) && std::rename(beside.c_str(), path.c_str()) == 0;
+        if (!isSettled) {
+            ::unlink(beside.c_str());
+        }
+        lock.lock();
+        if (isSettled) {
+            value.recent.forget(*number);
+        }
+    }
+    lock.unlock();
+    syncFolder();
 }
 
 std::string FilePreferencesStore::pathOf(std::string_view name) const {

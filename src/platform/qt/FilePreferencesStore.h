@@ -2,8 +2,18 @@
 
 #include "platform/PreferencesStore.h"
 #include "platform/qt/FileDescriptor.h"
+#include "platform/qt/RecentValue.h"
 
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <stop_token>
 #include <string>
+#include <string_view>
+#include <thread>
 
 namespace tessivo {
 
@@ -14,8 +24,9 @@ namespace tessivo {
 /// another store, in this or another process, then reads but writes nothing, even later, for what
 /// it read may be out of date.
 ///
-/// Beside a value stands the one before it, `key`.precedent, whose place the next one takes: files
-/// that are only ever exchanged and overwritten cost half as much as ones made and deleted.
+/// A value is written twice: at once as a `RecentValue`, which killing the process doesn't lose,
+/// and on a thread of the store's own, within a second, synced, to the file named after its key,
+/// which a power cut doesn't lose either. That file is whole at any time.
 class FilePreferencesStore : public PreferencesStore {
 public:
     /// Makes the folder if need be, and takes hold of it. `folder` is UTF-8.
@@ -34,11 +45,31 @@ public:
     bool setAside(std::string_view key) override;
 
 private:
+    struct Value {
+        RecentValue recent;
+        /// The version that isn't in the synced file yet, and its bytes.
+        std::optional<std::uint64_t> unsettled;
+        std::string bytes;
+    };
+
     std::string pathOf(std::string_view name) const;
+    Value& valueOf(std::string_view key);
+    void settleUntil(const std::stop_token& stop);
+    void settle();
     void syncFolder() const;
 
     std::string folder_;
     FileDescriptor lock_;
+
+    /// Held by whoever brings values to the disk, for as long as that takes; before `mutex_`.
+    std::mutex settling_;
+    std::string settlingBytes_;
+    /// Held for moments only, for the main thread waits for it. Guards what follows.
+    std::mutex mutex_;
+    std::condition_variable_any changed_;
+    std::map<std::string, Value, std::less<>> values_;
+    /// The last member: its end syncs what is left.
+    std::jthread settler_;
 };
 
 }  // namespace tessivo

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -45,6 +46,24 @@ FileReading readRegularFile(const std::string& path, std::size_t maximumBytes, s
     }
     bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), maximumBytes));
     return readToEnd(file.value(), maximumBytes, bytes) ? FileReading::Done : FileReading::Failed;
+}
+
+int openToWrite(const std::string& path) {
+    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, ownerOnly);
+}
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
 }
 
 }  // namespace tessivo
