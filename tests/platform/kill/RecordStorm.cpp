@@ -21,7 +21,7 @@ int main(int count, char** arguments) {
     }
     SimulatedPlatform rest;
     AppState state(Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
-                            rest.updates, rest.log});
+                            rest.updates, rest.computer, rest.stayAwake, rest.log});
     std::int64_t number = test::lastStormOperation(state.shows(), state.activeSongIndex());
     for (;;) {
         test::runStormOperation(state, ++number);
