@@ -124,6 +124,10 @@ class TimecodeRunsTheShow(EndToEndTest):
         return self.stage.folder / "home" / ".config" / "tessivo" / "pavona_data_v1"
 
     def stored_record(self):
+        """The record, once the store has brought the newest one to its place."""
+        deadline = time.monotonic() + 20
+        while list(self.record_path().parent.glob("*.recent-*")) and time.monotonic() < deadline:
+            time.sleep(0.05)
         return json.loads(self.record_path().read_text(encoding="utf-8"))
 
     def expect_current(self, index):
