@@ -117,4 +117,26 @@ std::optional<std::int64_t> readInteger(std::string_view text) {
     return value;
 }
 
+std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+    std::vector<std::string_view> pieces;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(separators), text.size());
+        if (end > 0) {
+            pieces.push_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+std::vector<std::int64_t> integersBetween(std::string_view text, std::string_view separators) {
+    std::vector<std::int64_t> numbers;
+    for (const std::string_view piece : split(text, separators)) {
+        if (const auto number = readInteger(piece)) {
+            numbers.push_back(*number);
+        }
+    }
+    return numbers;
+}
+
 }  // namespace tessivo

@@ -42,7 +42,8 @@ std::string guestEquipmentLine(const Guest& guest);
 /// The volume note, empty when there is none: an absent note and an empty one look the same.
 std::string_view shownVolume(const Guest& guest);
 
-/// Minutes and seconds of a length or a countdown, M:SS; minutes aren't padded. `seconds` ≥ 0.
+/// Minutes and seconds of a length or a countdown, M:SS; minutes aren't padded. A negative length
+/// has the sign on both parts: -1:-15.
 std::string minutesAndSeconds(std::int64_t seconds);
 
 /// The time left as both screens show it: empty when there is none to show.

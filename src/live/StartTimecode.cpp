@@ -1,25 +1,12 @@
 #include "live/StartTimecode.h"
 
+#include "base/CheckedArithmetic.h"
 #include "base/Text.h"
 
 #include <array>
 #include <cstddef>
 
 namespace tessivo {
-namespace {
-
-/// value × factor + addend, or none when that leaves the signed 64-bit range.
-std::optional<std::int64_t> multiplyAdd(std::optional<std::int64_t> value, std::int64_t factor,
-                                        std::int64_t addend) {
-    std::int64_t result = 0;
-    if (!value || __builtin_mul_overflow(*value, factor, &result) ||
-        __builtin_add_overflow(result, addend, &result)) {
-        return std::nullopt;
-    }
-    return result;
-}
-
-}  // namespace
 
 std::optional<std::int64_t> timecodeToFrames(std::string_view text, std::int64_t fps) {
     std::array<std::int64_t, 4> fields{};

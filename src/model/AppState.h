@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -93,6 +94,45 @@ public:
     /// that is no show changes nothing.
     void openShow();
 
+    /// Appends a show with the usual labels and makes it active; an empty name becomes "Nouveau
+    /// show".
+    void createShow(std::string name);
+    /// Removes every show with this id; the cursor stays.
+    void deleteShow(Uuid id);
+
+    // What follows edits the active show, and does nothing at all without one. Texts are kept as
+    // given. Ids stand for the first match; unknown ids and positions outside the list change
+    // nothing.
+
+    void renameActiveShow(std::string name);  ///< an empty name is refused
+
+    void addSong(std::string title);  ///< an empty title is refused
+    /// Keeps the cursor on its song, or on a song when it was past the last one.
+    void removeSong(Uuid id);
+    /// Moves the songs at these positions in front of the one at `toOffset`, in their order; the
+    /// number of songs means the end. Keeps the cursor on its song.
+    void moveSong(const std::set<std::int64_t>& fromOffsets, std::int64_t toOffset);
+    void updateSongTitle(Uuid id, std::string title);
+    void updateSongLtcTimecode(Uuid id, std::optional<std::string> value);
+    void updateSongDuration(Uuid id, std::optional<std::int64_t> seconds);
+
+    /// Appends a nameless guest on the first microphone and the first IEM of the show.
+    void addGuest(Uuid songId);
+    void removeGuest(Uuid songId, Uuid guestId);
+    /// Changes the fields that are given.
+    void updateGuest(Uuid songId, Uuid guestId, std::optional<std::string> name,
+                     std::optional<std::string> mic, std::optional<std::string> iem);
+    void updateGuestVolume(Uuid songId, Uuid guestId, std::optional<std::string> volume);
+
+    // A label is a text in a list of the show: guests that use it keep their own.
+
+    void addMic(std::string label);  ///< an empty label is refused
+    void removeMic(std::int64_t position);
+    void updateMic(std::int64_t position, std::string label);
+    void addIem(std::string label);  ///< an empty label is refused
+    void removeIem(std::int64_t position);
+    void updateIem(std::int64_t position, std::string label);
+
     /// Moves to the next song, from the last one to the finished position.
     void goNext();
     void goPrev();
@@ -120,6 +160,21 @@ private:
     void restartCountdown();
     void startCountdownTimer();
     void suspendAutoAdvance();
+    /// Applies `edit` to the active show and stores the record.
+    template <typename Edit>
+    void editActiveShow(Edit&& edit);
+    /// The same for a change that may move the cursor: observers never see the new songs under the
+    /// old cursor.
+    template <typename Edit>
+    void editSetlist(Edit&& edit);
+    template <typename Edit>
+    void editSong(Uuid id, Edit&& edit);
+    template <typename Edit>
+    void editGuest(Uuid songId, Uuid guestId, Edit&& edit);
+    void addLabel(std::vector<std::string> Show::*list, std::string label);
+    void removeLabel(std::vector<std::string> Show::*list, std::int64_t position);
+    void updateLabel(std::vector<std::string> Show::*list, std::int64_t position,
+                     std::string label);
     void writeShowFile(const FileLocation& location, const Show& show);
 
     Platform platform_;

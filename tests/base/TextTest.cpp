@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 using namespace tessivo;
 
@@ -82,4 +83,11 @@ TEST_CASE("integers are a sign and digits, nothing else") {
         CAPTURE(row.text);
         CHECK(readInteger(row.text) == row.value);
     }
+}
+
+TEST_CASE("pieces between separators are never empty, and integers are picked from them") {
+    CHECK(split("/a+b//\n c/", "/+\n") == std::vector<std::string_view>{"a", "b", " c"});
+    CHECK(split("::", ":").empty());
+    CHECK(split("", ":").empty());
+    CHECK(integersBetween(":1:x:-2:+3: 4:", ":") == std::vector<std::int64_t>{1, -2, 3});
 }

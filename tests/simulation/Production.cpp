@@ -1,5 +1,6 @@
 #include "simulation/Production.h"
 
+#include "live/Countdown.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "sync/AdminBroadcaster.h"
@@ -130,10 +131,10 @@ Production::~Production() = default;
 const std::vector<Production::Action>& Production::actions() {
     static const std::vector<Action> all = {
         {40, &Production::operate},      {6, &Production::changeActiveShow},
-        {40, &Production::wait},         {20, &Production::disturbCable},
-        {6, &Production::cutCable},      {6, &Production::truncate},
-        {3, &Production::endAdmin},      {6, &Production::toggleStation},
-        {2, &Production::toggleNonsense}};
+        {20, &Production::edit},         {40, &Production::wait},
+        {20, &Production::disturbCable}, {6, &Production::cutCable},
+        {6, &Production::truncate},      {3, &Production::endAdmin},
+        {6, &Production::toggleStation}, {2, &Production::toggleNonsense}};
     return all;
 }
 
@@ -195,6 +196,47 @@ std::string Production::changeActiveShow() {
     }
     state.setActiveShowId(shows[random_.below(shows.size())].id);
     return "another show";
+}
+
+/// Changes the setlist of the show that is on; whoever plays goes on playing.
+std::string Production::edit() {
+    Admin& admin = anyOf(admins_);
+    const Show* show = admin.program ? admin.program->state.activeShow() : nullptr;
+    if (show == nullptr || show->songs.empty()) {
+        return "nothing to edit";
+    }
+    AppState& state = admin.program->state;
+    const auto count = show->songs.size();
+    const Song chosen = show->songs[random_.below(count)];
+    const Song* playing = songAt(show, state.activeSongIndex());
+    const std::optional<Uuid> id = playing ? std::optional(playing->id) : std::nullopt;
+    std::string done;
+    switch (random_.below(4)) {
+        case 0:
+            state.moveSong({static_cast<std::int64_t>(random_.below(count))},
+                           static_cast<std::int64_t>(random_.below(count + 1)));
+            done = "moved a song";
+            break;
+        case 1:
+            if (id == chosen.id) {
+                return "kept the song that is on";
+            }
+            state.removeSong(chosen.id);
+            done = "removed a song";
+            break;
+        case 2:
+            state.updateSongTitle(chosen.id, random_.text());
+            done = "renamed a song";
+            break;
+        default:
+            state.addGuest(chosen.id);
+            done = "added a guest";
+    }
+    if (id) {
+        playing = songAt(state.activeShow(), state.activeSongIndex());
+        REQUIRE_MESSAGE((playing && playing->id == *id), history_);
+    }
+    return done;
 }
 
 std::string Production::wait() {

@@ -41,6 +41,7 @@ private:
 
     std::string operate();
     std::string changeActiveShow();
+    std::string edit();
     std::string wait();
     std::string disturbCable();
     std::string cutCable();

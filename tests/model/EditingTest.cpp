@@ -1,0 +1,331 @@
+#include "model/AppState.h"
+#include "model/ShowJson.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Shows.h"
+
+#include <doctest/doctest.h>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+using namespace tessivo;
+
+namespace {
+
+/// A show of songs with one letter each, under the cursor.
+class Desk {
+public:
+    explicit Desk(const std::string& letters, std::int64_t cursor = 0) : state(computer) {
+        Show show;
+        for (const char letter : letters) {
+            show.songs.emplace_back().title = letter;
+        }
+        state.importShow(std::move(show));
+        state.jumpTo(cursor);
+    }
+
+    const Show& show() const { return *state.activeShow(); }
+    Uuid song(std::size_t index) const { return show().songs[index].id; }
+    std::string letters() const {
+        std::string titles;
+        for (const Song& song : show().songs) {
+            titles += song.title;
+        }
+        return titles;
+    }
+    bool isStored() const {
+        const auto stored =
+            decodePersistedData(computer.preferences.values.find(AppState::storageKey)->second);
+        return stored && stored->shows == state.shows() &&
+               stored->activeShowId == state.activeShowId() &&
+               stored->activeSongIndex == state.activeSongIndex();
+    }
+
+    SimulatedPlatform computer;
+    AppState state;
+};
+
+const Uuid unknown = Uuid::random();
+
+using Operation = std::function<void(AppState&)>;
+
+/// Every operation on the active show, with arguments that it would accept.
+std::vector<Operation> operationsOn(Uuid song, Uuid guest) {
+    return {
+        [](AppState& state) { state.renameActiveShow("Autre"); },
+        [](AppState& state) { state.addSong("Autre"); },
+        [=](AppState& state) { state.removeSong(song); },
+        [](AppState& state) { state.moveSong({0}, 2); },
+        [=](AppState& state) { state.updateSongTitle(song, "Autre"); },
+        [=](AppState& state) { state.updateSongLtcTimecode(song, "10:00:00:00"); },
+        [=](AppState& state) { state.updateSongDuration(song, 60); },
+        [=](AppState& state) { state.addGuest(song); },
+        [=](AppState& state) { state.removeGuest(song, guest); },
+        [=](AppState& state) { state.updateGuest(song, guest, "Léa", "HF", "Mix"); },
+        [=](AppState& state) { state.updateGuestVolume(song, guest, "-3"); },
+        [](AppState& state) { state.addMic("HF 5"); },
+        [](AppState& state) { state.removeMic(0); },
+        [](AppState& state) { state.updateMic(0, "HF 1"); },
+        [](AppState& state) { state.addIem("Mix 3"); },
+        [](AppState& state) { state.removeIem(0); },
+        [](AppState& state) { state.updateIem(0, "Mix 1"); },
+    };
+}
+
+}  // namespace
+
+TEST_CASE("a new show goes last with the usual labels, active, under a cursor at its start") {
+    struct Row {
+        const char* given;
+        const char* name;
+    };
+    for (const Row& row : {Row{"", "Nouveau show"}, Row{" ", " "}, Row{"Olympia", "Olympia"}}) {
+        Desk desk("ABC", 2);
+        desk.state.createShow(row.given);
+        CHECK(desk.state.shows().size() == 2);
+        CHECK(desk.state.activeShowId() == desk.state.shows().back().id);
+        CHECK(desk.show().name == row.name);
+        CHECK(desk.show().mics.size() == 4);
+        CHECK(desk.show().iems.size() == 2);
+        CHECK(desk.show().songs.empty());
+        CHECK(desk.state.activeSongIndex() == 0);
+        CHECK(desk.isStored());
+    }
+}
+
+TEST_CASE("deleting shows leaves the cursor, and closes the show that was open") {
+    Desk desk("ABC", 2);
+    const Show first = desk.show();
+    desk.state.createShow("Deux");
+    const Uuid second = desk.show().id;
+    desk.state.importShow(first);  // a twin of the first
+    desk.state.jumpTo(2);
+    desk.state.deleteShow(unknown);
+    CHECK(desk.state.shows().size() == 3);
+    desk.state.deleteShow(second);
+    CHECK(desk.state.shows().size() == 2);
+    CHECK(desk.state.activeShowId() == first.id);
+    // The argument lies in what is deleted.
+    desk.state.deleteShow(desk.state.shows().front().id);
+    CHECK(desk.state.shows().empty());
+    CHECK_FALSE(desk.state.activeShowId().has_value());
+    CHECK(desk.state.activeSongIndex() == 2);
+    CHECK(desk.isStored());
+}
+
+TEST_CASE("removing a song keeps the cursor on its song, or on a song") {
+    struct Row {
+        const char* songs;
+        std::int64_t cursor;
+        std::size_t removed;
+        const char* left;
+        std::int64_t cursorAfter;
+    };
+    const Row rows[] = {
+        {"ABCDE", 3, 1, "ACDE", 2},  {"ABCDE", 3, 3, "ABCE", 3},   {"ABCDE", 3, 4, "ABCD", 3},
+        {"ABCDE", 4, 4, "ABCD", 3},  {"ABCDE", 5, 0, "BCDE", 3},   {"ABCDE", 5, 4, "ABCD", 3},
+        {"ABCDE", 42, 2, "ABDE", 3}, {"ABCDE", -1, 0, "BCDE", -1}, {"A", 0, 0, "", 0},
+        {"A", 1, 0, "", 0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.cursor);
+        CAPTURE(row.removed);
+        Desk desk(row.songs, row.cursor);
+        desk.state.removeSong(desk.song(row.removed));
+        CHECK(desk.letters() == row.left);
+        CHECK(desk.state.activeSongIndex() == row.cursorAfter);
+        CHECK(desk.isStored());
+    }
+}
+
+TEST_CASE("moving songs keeps their order and the cursor on its song") {
+    struct Row {
+        std::set<std::int64_t> from;
+        std::int64_t to;
+        std::int64_t cursor;
+        const char* after;
+        std::int64_t cursorAfter;
+    };
+    const Row rows[] = {
+        {{0}, 2, 0, "BACD", 1},        {{3}, 0, 0, "DABC", 1},    {{1}, 4, 0, "ACDB", 0},
+        {{2}, 0, 2, "CABD", 0},        {{0}, 4, 2, "BCDA", 1},    {{0, 2}, 4, 2, "BDAC", 3},
+        {{1, 3}, 2, 3, "ABDC", 2},     {{0, 3}, 0, 1, "ADBC", 2}, {{1}, 1, 1, "ABCD", 1},
+        {{1}, 2, 1, "ABCD", 1},        {{0}, 4, 4, "BCDA", 4},    {{0}, 4, 9, "BCDA", 9},
+        {{3}, 0, -1, "DABC", -1},      {{}, 0, 2, "ABCD", 2},     {{-1, 4}, 0, 2, "ABCD", 2},
+        {{-1, 4, 3}, 1, 0, "ADBC", 0}, {{0}, 5, 2, "ABCD", 2},    {{0}, -1, 2, "ABCD", 2},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.after);
+        CAPTURE(row.to);
+        Desk desk("ABCD", row.cursor);
+        desk.state.moveSong(row.from, row.to);
+        CHECK(desk.letters() == row.after);
+        CHECK(desk.state.activeSongIndex() == row.cursorAfter);
+        CHECK(desk.isStored());
+    }
+}
+
+TEST_CASE("nobody sees the moved songs under the cursor of before") {
+    Desk desk("ABCD", 2);
+    std::string seen;
+    const auto subscription = desk.state.didChange.subscribe([&](AppState::Field) {
+        seen += desk.show().songs[static_cast<std::size_t>(desk.state.activeSongIndex())].title;
+    });
+    desk.state.moveSong({2}, 0);
+    desk.state.removeSong(desk.song(1));
+    CHECK(seen == "CCCC");
+}
+
+TEST_CASE("a song's fields are kept as given, on the first song with the id") {
+    Desk desk("AB");
+    Show twins = desk.show();
+    twins.id = Uuid::random();
+    twins.songs[1].id = twins.songs[0].id;
+    desk.state.importShow(twins);
+    const Uuid id = desk.song(0);
+    desk.state.updateSongTitle(id, "");
+    desk.state.updateSongLtcTimecode(id, " n'importe quoi ");
+    desk.state.updateSongDuration(id, -5);
+    CHECK(desk.show().songs[0].title.empty());
+    CHECK(desk.show().songs[0].ltcTimecode == " n'importe quoi ");
+    CHECK(desk.show().songs[0].duration == -5);
+    CHECK(desk.show().songs[1] == twins.songs[1]);
+    desk.state.updateSongLtcTimecode(id, std::nullopt);
+    desk.state.updateSongDuration(id, std::nullopt);
+    CHECK_FALSE(desk.show().songs[0].ltcTimecode.has_value());
+    CHECK_FALSE(desk.show().songs[0].duration.has_value());
+    desk.state.addSong(" C ");
+    CHECK(desk.show().songs.back().title == " C ");
+    CHECK(desk.isStored());
+}
+
+TEST_CASE("a new guest gets the first labels; edits change what is given and nothing else") {
+    Desk desk("AB");
+    desk.state.updateMic(0, "HF 1");
+    desk.state.addGuest(desk.song(1));
+    REQUIRE(desk.show().songs[1].guests.size() == 1);
+    const Guest made = desk.show().songs[1].guests[0];
+    CHECK(made == Guest{made.id, "", "HF 1", "Générique", std::nullopt});
+
+    desk.state.updateGuest(desk.song(1), made.id, "Léa", std::nullopt, std::nullopt);
+    desk.state.updateGuest(desk.song(1), made.id, std::nullopt, "HF 9", std::nullopt);
+    desk.state.updateGuest(desk.song(1), made.id, std::nullopt, std::nullopt, "");
+    desk.state.updateGuestVolume(desk.song(1), made.id, "");
+    CHECK(desk.show().songs[1].guests[0] == Guest{made.id, "Léa", "HF 9", "", ""});
+    desk.state.updateGuestVolume(desk.song(1), made.id, std::nullopt);
+    CHECK_FALSE(desk.show().songs[1].guests[0].volume.has_value());
+
+    while (!desk.show().mics.empty()) {
+        desk.state.removeMic(0);
+    }
+    desk.state.removeIem(1);
+    desk.state.removeIem(0);
+    desk.state.addGuest(desk.song(1));
+    CHECK(desk.show().songs[1].guests[1].mic.empty());
+    CHECK(desk.show().songs[1].guests[1].iem.empty());
+
+    // The argument lies in what is removed.
+    desk.state.removeGuest(desk.song(1), desk.show().songs[1].guests[0].id);
+    REQUIRE(desk.show().songs[1].guests.size() == 1);
+    CHECK(desk.show().songs[1].guests[0].id != made.id);
+    CHECK(desk.isStored());
+}
+
+TEST_CASE("labels are edited by position, in their own list only, and guests keep theirs") {
+    struct Family {
+        std::vector<std::string> Show::*list;
+        std::vector<std::string> Show::*other;
+        void (AppState::*add)(std::string);
+        void (AppState::*remove)(std::int64_t);
+        void (AppState::*update)(std::int64_t, std::string);
+    };
+    const Family families[] = {
+        {&Show::mics, &Show::iems, &AppState::addMic, &AppState::removeMic, &AppState::updateMic},
+        {&Show::iems, &Show::mics, &AppState::addIem, &AppState::removeIem, &AppState::updateIem}};
+    for (const Family& family : families) {
+        Desk desk("A");
+        desk.state.addGuest(desk.song(0));
+        const Guest guest = desk.show().songs[0].guests[0];
+        std::vector<std::string> expected = desk.show().*family.list;
+        const std::vector<std::string> other = desk.show().*family.other;
+        (desk.state.*family.add)("  Double ");
+        (desk.state.*family.add)("  Double ");
+        (desk.state.*family.update)(0, "");
+        (desk.state.*family.remove)(1);
+        const auto size = static_cast<std::int64_t>(expected.size()) + 1;
+        for (const std::int64_t outside : {std::int64_t{-1}, size, INT64_MIN, INT64_MAX}) {
+            (desk.state.*family.update)(outside, "perdu");
+            (desk.state.*family.remove)(outside);
+        }
+        expected.insert(expected.end(), {"  Double ", "  Double "});
+        expected[0].clear();
+        expected.erase(expected.begin() + 1);
+        CHECK(desk.show().*family.list == expected);
+        CHECK(desk.show().*family.other == other);
+        CHECK(desk.show().songs[0].guests[0] == guest);
+        CHECK(desk.isStored());
+    }
+}
+
+TEST_CASE("every edit is stored at once, also one that finds nothing; none runs without a show") {
+    const auto count = operationsOn(unknown, unknown).size();
+    for (std::size_t i = 0; i < count; ++i) {
+        CAPTURE(i);
+        Desk desk("ABC");
+        desk.state.addGuest(desk.song(0));
+        const Uuid guest = desk.show().songs[0].guests[0].id;
+        const int& writes = desk.computer.preferences.writes;
+
+        std::vector<Show> before = desk.state.shows();
+        int writesBefore = writes;
+        operationsOn(desk.song(0), guest)[i](desk.state);
+        CHECK(desk.state.shows() != before);
+        CHECK(writes == writesBefore + 1);
+        CHECK(desk.isStored());
+
+        // The show is gone behind the editor.
+        desk.state.createShow("Autre");
+        desk.state.addSong("A");
+        desk.state.deleteShow(desk.show().id);
+        before = desk.state.shows();
+        writesBefore = writes;
+        operationsOn(before[0].songs[0].id, guest)[i](desk.state);
+        CHECK(desk.state.shows() == before);
+        CHECK(writes == writesBefore);
+    }
+}
+
+TEST_CASE("ids that nothing has change nothing, but are stored") {
+    Desk desk("ABC", 1);
+    desk.state.addGuest(desk.song(0));
+    const Uuid guest = desk.show().songs[0].guests[0].id;
+    const std::vector<Show> before = desk.state.shows();
+    const int writes = desk.computer.preferences.writes;
+    int done = 0;
+    for (const auto& [song, artist] : {std::pair{unknown, guest}, std::pair{desk.song(0), unknown},
+                                       std::pair{desk.song(1), guest}}) {
+        desk.state.removeGuest(song, artist);
+        desk.state.updateGuest(song, artist, "x", "x", "x");
+        desk.state.updateGuestVolume(song, artist, "x");
+        done += 3;
+    }
+    desk.state.removeSong(unknown);
+    desk.state.updateSongTitle(unknown, "x");
+    desk.state.updateSongLtcTimecode(unknown, "x");
+    desk.state.updateSongDuration(unknown, 1);
+    desk.state.addGuest(unknown);
+    done += 5;
+    CHECK(desk.state.shows() == before);
+    CHECK(desk.state.activeSongIndex() == 1);
+    CHECK(desk.computer.preferences.writes == writes + done);
+
+    // Refused before anything is looked up.
+    desk.state.renameActiveShow("");
+    desk.state.addSong("");
+    desk.state.addMic("");
+    desk.state.addIem("");
+    CHECK(desk.state.shows() == before);
+    CHECK(desk.computer.preferences.writes == writes + done);
+}
