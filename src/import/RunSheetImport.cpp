@@ -24,11 +24,14 @@ std::span<const XLSXWorkbook::Row> rowsFrom(const XLSXWorkbook::Sheet& sheet, st
     return {first, sheet.rows.end()};
 }
 
-/// The title of the row's song; empty when the row is no song.
-std::string_view titleOf(const XLSXWorkbook::Sheet& sheet, const XLSXWorkbook::Row& row,
-                         std::int64_t column) {
-    return trimSpacesAndLineBreaks(sheet.text(row, column).value_or(""));
-}
+/// The cells of one song. A missing column or cell is an empty text.
+struct SongCells {
+    std::int64_t row = 0;
+    std::string_view title;  ///< trimmed, never empty
+    std::string_view guests;
+    std::string_view duration;
+    std::string_view ltc;
+};
 
 std::string onOneLine(std::string_view title) {
     std::string line;
@@ -91,15 +94,51 @@ std::string RunSheetImport::columnLabel(std::int64_t column) const {
     return std::string(heading.empty() ? "(vide)" : heading);
 }
 
-std::int64_t RunSheetImport::songCount() const {
+template <typename Visit>
+void RunSheetImport::forEachSong(Visit&& visit) const {
     const XLSXWorkbook::Sheet* current = sheet();
     const auto titleColumn = columnWithRole(ColumnRole::title);
-    if (!current || !titleColumn || current->maxRow < startRow) {
-        return 0;
+    if (!current || !titleColumn) {
+        return;
     }
-    return std::ranges::count_if(rowsFrom(*current, startRow), [&](const XLSXWorkbook::Row& row) {
-        return !titleOf(*current, row, *titleColumn).empty();
+    const auto guestsColumn = columnWithRole(ColumnRole::guests);
+    const auto durationColumn = columnWithRole(ColumnRole::duration);
+    const auto ltcColumn = columnWithRole(ColumnRole::ltc);
+    for (const XLSXWorkbook::Row& row : rowsFrom(*current, startRow)) {
+        const auto cell = [&](std::optional<std::int64_t> column) {
+            return column ? current->text(row, *column).value_or("") : std::string_view();
+        };
+        const std::string_view title = trimSpacesAndLineBreaks(cell(titleColumn));
+        if (!title.empty()) {
+            visit(SongCells{row.index, title, cell(guestsColumn), cell(durationColumn),
+                            cell(ltcColumn)});
+        }
+    }
+}
+
+RunSheetImport::Preview RunSheetImport::preview() const {
+    Preview preview;
+    const auto durationColumn = columnWithRole(ColumnRole::duration).value_or(0);
+    const auto ltcColumn = columnWithRole(ColumnRole::ltc).value_or(0);
+    const auto tally = [&](bool isRead, std::int64_t& count, const SongCells& song,
+                           std::int64_t column, std::string_view text) {
+        const std::string_view shown = trimSpacesAndLineBreaks(text);
+        if (isRead) {
+            ++count;
+        } else if (!shown.empty()) {
+            ++preview.unread;
+            if (preview.firstUnread.size() < Preview::maximumListed) {
+                preview.firstUnread.push_back({song.row, column, std::string(shown)});
+            }
+        }
+    };
+    forEachSong([&](const SongCells& song) {
+        ++preview.songs;
+        tally(parseDuration(song.duration).has_value(), preview.durations, song, durationColumn,
+              song.duration);
+        tally(parseLtc(song.ltc).has_value(), preview.timecodes, song, ltcColumn, song.ltc);
     });
+    return preview;
 }
 
 std::optional<Show> RunSheetImport::createShow() {
@@ -107,8 +146,7 @@ std::optional<Show> RunSheetImport::createShow() {
     if (!current) {
         return std::nullopt;
     }
-    const auto titleColumn = columnWithRole(ColumnRole::title);
-    if (!titleColumn) {
+    if (!columnWithRole(ColumnRole::title)) {
         errorMessage_ = "Choisis au moins une colonne pour le titre du morceau.";
         return std::nullopt;
     }
@@ -117,7 +155,7 @@ std::optional<Show> RunSheetImport::createShow() {
         return std::nullopt;
     }
     Show show;
-    show.songs = makeSongs(*current, *titleColumn);
+    show.songs = makeSongs();
     if (show.songs.empty()) {
         errorMessage_ = "Aucun morceau trouvé avec ces réglages.";
         return std::nullopt;
@@ -140,27 +178,15 @@ std::optional<std::int64_t> RunSheetImport::columnWithRole(ColumnRole role) cons
     return found == columnRoles_.end() ? std::nullopt : std::optional(found->first);
 }
 
-std::vector<Song> RunSheetImport::makeSongs(const XLSXWorkbook::Sheet& sheet,
-                                            std::int64_t titleColumn) const {
-    const auto guestsColumn = columnWithRole(ColumnRole::guests);
-    const auto durationColumn = columnWithRole(ColumnRole::duration);
-    const auto ltcColumn = columnWithRole(ColumnRole::ltc);
+std::vector<Song> RunSheetImport::makeSongs() const {
     std::vector<Song> songs;
-    for (const XLSXWorkbook::Row& row : rowsFrom(sheet, startRow)) {
-        const std::string_view title = titleOf(sheet, row, titleColumn);
-        if (title.empty()) {
-            continue;
-        }
-        // A missing column or cell reads as an empty text, which gives no guests and no value.
-        const auto cell = [&](std::optional<std::int64_t> column) {
-            return column ? sheet.text(row, *column).value_or("") : std::string_view();
-        };
+    forEachSong([&](const SongCells& cells) {
         Song& song = songs.emplace_back();
-        song.title = onOneLine(title);
-        song.guests = splitGuests(cell(guestsColumn));
-        song.duration = parseDuration(cell(durationColumn));
-        song.ltcTimecode = parseLtc(cell(ltcColumn));
-    }
+        song.title = onOneLine(cells.title);
+        song.guests = splitGuests(cells.guests);
+        song.duration = parseDuration(cells.duration);
+        song.ltcTimecode = parseLtc(cells.ltc);
+    });
     return songs;
 }
 

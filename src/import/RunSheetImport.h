@@ -7,6 +7,7 @@
 #include "model/Song.h"
 #include "platform/FileStore.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -21,6 +22,24 @@ namespace tessivo {
 /// French, and leaves the choices for another try. Lives as long as the import screen is open.
 class RunSheetImport {
 public:
+    /// A cell whose text is no length or no timecode, so that its song gets none.
+    struct UnreadCell {
+        std::int64_t row = 0;
+        std::int64_t column = 0;
+        std::string text;
+    };
+
+    /// What `createShow()` would make of the cells.
+    struct Preview {
+        static constexpr std::size_t maximumListed = 200;
+
+        std::int64_t songs = 0;
+        std::int64_t durations = 0;
+        std::int64_t timecodes = 0;
+        std::int64_t unread = 0;
+        std::vector<UnreadCell> firstUnread;  ///< `maximumListed` of them at most, in row order
+    };
+
     /// Takes the names from the chosen file, then what reading it gave. A workbook without sheets
     /// or a file that couldn't be read leaves the workbook loaded before in place.
     void load(const FileLocation& location, XLSXReader::Result result);
@@ -50,15 +69,20 @@ public:
     std::int64_t usedColumns() const;
     /// The column's heading; "(vide)" without one.
     std::string columnLabel(std::int64_t column) const;
+    /// One pass over the rows, which can be a million: not for every keystroke.
+    Preview preview() const;
     /// How many songs `createShow()` would make.
-    std::int64_t songCount() const;
+    std::int64_t songCount() const { return preview().songs; }
     /// The show that the choices lead to, for the application state to import; none on failure.
     std::optional<Show> createShow();
 
 private:
     void resetRowGuesses();
     std::optional<std::int64_t> columnWithRole(ColumnRole role) const;
-    std::vector<Song> makeSongs(const XLSXWorkbook::Sheet& sheet, std::int64_t titleColumn) const;
+    /// Calls `visit(song)` with the row and the cells of each song, top down.
+    template <typename Visit>
+    void forEachSong(Visit&& visit) const;
+    std::vector<Song> makeSongs() const;
 
     std::optional<XLSXWorkbook> workbook_;
     std::string fileName_;

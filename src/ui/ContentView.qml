@@ -3,18 +3,20 @@ import QtQuick.Layouts
 import Tessivo.Style
 import Tessivo.Ui
 
-/** The active show, or what stands there without one. */
+/** The active show, or the list of all shows without one. */
 FocusScope {
     Loader {
         anchors.fill: parent
         focus: true
-        sourceComponent: Desk.activeShowId === "" ? noShow : show
+        sourceComponent: Desk.activeShowId === "" ? home : show
     }
 
     Component {
-        id: noShow
+        id: home
 
-        NoShowView {}
+        HomeView {
+            focus: true
+        }
     }
 
     Component {

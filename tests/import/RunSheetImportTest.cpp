@@ -81,6 +81,38 @@ TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
     CHECK_FALSE(import.errorMessage().has_value());
 }
 
+TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells won't") {
+    load({gala});
+    import.setRole(4, ColumnRole::duration);
+    CHECK(import.preview().unread == 0);  // without titles there are no songs
+    assignGala();
+    const RunSheetImport::Preview preview = import.preview();
+    CHECK(preview.songs == 4);
+    CHECK(preview.durations == 2);
+    CHECK(preview.timecodes == 1);
+    CHECK(preview.unread == 2);
+    REQUIRE(preview.firstUnread.size() == 2);
+    CHECK(preview.firstUnread[0].row == 7);
+    CHECK(preview.firstUnread[0].column == 4);
+    CHECK(preview.firstUnread[0].text == "3 min");
+    CHECK(preview.firstUnread[1].column == 6);
+    CHECK(preview.firstUnread[1].text == "10:00");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a preview lists a bounded number of cells and counts them all") {
+    std::string rows;
+    for (int number = 1; number <= 300; ++number) {
+        const std::string text = std::to_string(number);
+        rows += row(number, cell("A" + text, "Chanson") + cell("B" + text, "3 min"));
+    }
+    load({rows});
+    import.setRole(1, ColumnRole::title);
+    import.setRole(2, ColumnRole::duration);
+    const RunSheetImport::Preview preview = import.preview();
+    CHECK(preview.unread == 299);
+    CHECK(preview.firstUnread.size() == RunSheetImport::Preview::maximumListed);
+}
+
 TEST_CASE_FIXTURE(Fixture, "columns are listed up to the last one in use, with their headings") {
     load({gala, ""});
     std::vector<std::string> labels;

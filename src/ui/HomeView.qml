@@ -1,0 +1,136 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessivo.Style
+import Tessivo.Ui
+
+/** All shows, and the ways to make another. */
+Rectangle {
+    id: home
+
+    color: Colors.pvBlack
+    implicitWidth: 480
+    implicitHeight: 420
+
+    ColumnLayout {
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.topMargin: 24
+        anchors.bottomMargin: 16
+        width: Math.min(parent.width - 40, 460)
+        spacing: 16
+
+        AppHeader {
+            Layout.alignment: Qt.AlignHCenter
+        }
+
+        Item {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            ListView {
+                id: list
+
+                anchors.fill: parent
+                clip: true
+                spacing: 8
+                boundsBehavior: Flickable.StopAtBounds
+                model: ShowList
+                delegate: ShowCard {
+                    width: list.width
+                    onClicked: ShowList.open(show.id)
+                    onRemovalAsked: removal.ask(show.id)
+                }
+                ScrollBar.vertical: ScrollBar {}
+            }
+            PVText {
+                visible: list.count === 0
+                text: "Aucun show pour l'instant"
+                color: Colors.pvPaperFaint
+                anchors.centerIn: parent
+            }
+        }
+
+        RowLayout {
+            spacing: 12
+            Layout.alignment: Qt.AlignHCenter
+
+            PVButton {
+                text: "Nouveau show"
+                glyph: Icons.add
+                focus: true
+                onClicked: {
+                    naming.value = "";
+                    naming.open();
+                }
+            }
+            PVButton {
+                text: "Importer un conducteur"
+                glyph: Icons.importSheet
+                onClicked: importing.open()
+            }
+        }
+
+        AppFooter {
+            Layout.alignment: Qt.AlignHCenter
+        }
+    }
+
+    PVDialog {
+        id: naming
+
+        title: "Nom du show"
+        placeholder: "Nom du show"
+        action: "Créer"
+        onAccepted: ShowList.createShow(value)
+    }
+
+    PVDialog {
+        id: removal
+
+        property string showToDelete: ""
+
+        function ask(id: string) {
+            showToDelete = id;
+            open();
+        }
+
+        title: "Supprimer ce show ?"
+        message: "Cette action supprimera le show et toute sa setlist."
+        action: "Supprimer"
+        onAccepted: ShowList.deleteShow(showToDelete)
+    }
+
+    Popup {
+        id: importing
+
+        parent: Overlay.overlay
+        anchors.centerIn: parent
+        width: parent ? Math.min(parent.width - 24, 760) : 0
+        height: parent ? Math.min(parent.height - 24, 640) : 0
+        padding: 0
+        modal: true
+        focus: true
+        closePolicy: Popup.CloseOnEscape
+
+        Overlay.modal: Rectangle {
+            color: Colors.withOpacity(Colors.pvBlack, 0.7)
+        }
+        background: Rectangle {
+            radius: 10
+            color: Colors.pvBlack
+            border.color: Colors.pvLine
+        }
+        contentItem: Loader {
+            active: importing.visible
+            focus: true
+            sourceComponent: ShowImportView {
+                focus: true
+                onDone: importing.close()
+            }
+        }
+    }
+}

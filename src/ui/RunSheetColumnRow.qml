@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Layouts
+import Tessivo.Style
+
+/** One column of the run sheet, with the choice of what it means. */
+Rectangle {
+    id: row
+
+    required property int index
+    required property string letters
+    required property string heading
+    required property int meaning
+    required property list<string> roleLabels
+
+    signal roleChosen(int role)
+
+    implicitHeight: chooser.implicitHeight + 16
+    radius: 6
+    color: Colors.pvBlack2
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.margins: 8
+        spacing: 8
+
+        PVText {
+            text: row.letters
+            size: 11
+            weight: Font.DemiBold
+            color: Colors.pvPaperFaint
+            Layout.preferredWidth: 24
+        }
+        PVText {
+            text: row.heading.replace(/\s+/g, " ")
+            size: 13
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+        }
+        PVComboBox {
+            id: chooser
+
+            model: row.roleLabels
+            currentIndex: row.meaning
+            Accessible.name: "Colonne " + row.letters
+            Layout.preferredWidth: 190
+            onActivated: chosen => row.roleChosen(chosen)
+        }
+    }
+}

@@ -1,0 +1,55 @@
+#include "ui/RunSheetColumns.h"
+
+#include "display/SongInfo.h"
+#include "import/XLSXReader.h"
+
+#include <algorithm>
+
+namespace tessivo {
+
+int RunSheetColumns::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count_;
+}
+
+QVariant RunSheetColumns::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= count_) {
+        return {};
+    }
+    const std::int64_t column = index.row() + 1;
+    switch (role) {
+        case LettersRole:
+            return toQString(XLSXReader::columnLetter(column));
+        case HeadingRole:
+            return toQString(import_.columnLabel(column));
+        case MeaningRole:
+            return static_cast<int>(import_.role(column));
+        default:
+            return {};
+    }
+}
+
+QHash<int, QByteArray> RunSheetColumns::roleNames() const {
+    return {{LettersRole, "letters"}, {HeadingRole, "heading"}, {MeaningRole, "meaning"}};
+}
+
+void RunSheetColumns::showSheet() {
+    const int count = static_cast<int>(std::min(import_.usedColumns(), maximumListed));
+    if (count > count_) {
+        beginInsertRows({}, count_, count - 1);
+        count_ = count;
+        endInsertRows();
+    } else if (count < count_) {
+        beginRemoveRows({}, count, count_ - 1);
+        count_ = count;
+        endRemoveRows();
+    }
+    update();
+}
+
+void RunSheetColumns::update() {
+    if (count_ > 0) {
+        Q_EMIT dataChanged(index(0), index(count_ - 1));
+    }
+}
+
+}  // namespace tessivo

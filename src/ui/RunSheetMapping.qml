@@ -1,0 +1,101 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+import Tessivo.Ui
+
+/** Which sheet and rows of the workbook count, and what each column means. */
+ListView {
+    id: mapping
+
+    required property ShowImport sheetImport
+
+    clip: true
+    spacing: 6
+    boundsBehavior: Flickable.StopAtBounds
+    model: sheetImport.columns
+    ScrollBar.vertical: ScrollBar {}
+
+    delegate: RunSheetColumnRow {
+        width: mapping.width - 12
+        roleLabels: mapping.sheetImport.roleLabels
+        onRoleChosen: role => mapping.sheetImport.setRole(index, role)
+    }
+
+    header: Column {
+        width: mapping.width - 12
+        spacing: 18
+        bottomPadding: 8
+
+        Column {
+            visible: mapping.sheetImport.sheetNames.length > 1
+            width: parent.width
+            spacing: 6
+
+            PVText {
+                text: "Feuille"
+                size: Fonts.caption
+                color: Colors.pvPaperFaint
+            }
+            PVComboBox {
+                model: mapping.sheetImport.sheetNames
+                currentIndex: mapping.sheetImport.selectedSheetIndex
+                width: Math.min(parent.width, 320)
+                Accessible.name: "Feuille"
+                onActivated: chosen => mapping.sheetImport.selectedSheetIndex = chosen
+            }
+        }
+        Flow {
+            width: parent.width
+            spacing: 24
+
+            Column {
+                spacing: 6
+
+                PVText {
+                    text: "Ligne des titres de colonnes"
+                    size: Fonts.caption
+                    color: Colors.pvPaperFaint
+                }
+                PVStepper {
+                    label: "Ligne " + value
+                    value: mapping.sheetImport.headerRow
+                    to: 2000
+                    onMoved: row => mapping.sheetImport.headerRow = row
+                }
+            }
+            Column {
+                spacing: 6
+
+                PVText {
+                    text: "Première ligne de données"
+                    size: Fonts.caption
+                    color: Colors.pvPaperFaint
+                }
+                PVStepper {
+                    label: "Ligne " + value
+                    value: mapping.sheetImport.startRow
+                    to: 2000
+                    onMoved: row => mapping.sheetImport.startRow = row
+                }
+            }
+        }
+        PVText {
+            text: "À quoi correspond chaque colonne ?"
+            size: Fonts.caption
+            color: Colors.pvPaperFaint
+        }
+    }
+
+    footer: PVText {
+        visible: mapping.sheetImport.unlistedColumns > 0
+        height: visible ? implicitHeight : 0
+        topPadding: 8
+        text: "Les colonnes suivantes ne peuvent pas être choisies : un tableau n'en a pas plus de " + mapping.count + "."
+        size: Fonts.caption
+        color: Colors.pvPaperFaint
+        width: mapping.width - 12
+        wrapMode: Text.Wrap
+    }
+}

@@ -1,0 +1,114 @@
+#include "ui/ShowImport.h"
+
+#include <QQmlEngine>
+
+#include "display/Application.h"
+#include "display/SongInfo.h"
+#include "import/ColumnRole.h"
+#include "import/XLSXReader.h"
+#include "model/AppState.h"
+#include "platform/FilePanels.h"
+
+#include <optional>
+#include <utility>
+
+namespace tessivo {
+
+QStringList ShowImport::sheetNames() const {
+    QStringList names;
+    if (const auto& workbook = import_.workbook()) {
+        for (const XLSXWorkbook::Sheet& sheet : workbook->sheets) {
+            names.append(toQString(sheet.name));
+        }
+    }
+    return names;
+}
+
+QStringList ShowImport::roleLabels() const {
+    QStringList labels;
+    for (const ColumnRole role : columnRoles) {
+        labels.append(toQString(textOf(role)));
+    }
+    return labels;
+}
+
+QString ShowImport::showName() const {
+    return toQString(import_.showName);
+}
+
+QString ShowImport::errorMessage() const {
+    return toQString(import_.errorMessage().value_or(std::string()));
+}
+
+QStringList ShowImport::unreadCells() const {
+    QStringList lines;
+    for (const RunSheetImport::UnreadCell& cell : preview_.firstUnread) {
+        lines.append(QStringLiteral("Ligne %1, colonne %2 : %3")
+                         .arg(QString::number(cell.row),
+                              toQString(XLSXReader::columnLetter(cell.column)),
+                              toQString(cell.text).simplified()));
+    }
+    return lines;
+}
+
+void ShowImport::selectSheet(qint64 index) {
+    if (index == import_.selectedSheetIndex()) {
+        return;
+    }
+    import_.selectSheet(index);
+    columns_.showSheet();
+    updateSettings();
+}
+
+void ShowImport::setHeaderRow(qint64 row) {
+    import_.headerRow = row;
+    columns_.update();
+    Q_EMIT settingsChanged();
+}
+
+void ShowImport::setStartRow(qint64 row) {
+    import_.startRow = row;
+    updateSettings();
+}
+
+void ShowImport::setShowName(const QString& name) {
+    import_.showName = name.toStdString();
+    Q_EMIT showNameChanged();
+}
+
+void ShowImport::setRole(int row, int role) {
+    import_.setRole(row + 1, columnRoles.at(static_cast<std::size_t>(role)));
+    columns_.update();
+    updateSettings();
+}
+
+void ShowImport::pickFile() {
+    const Platform& platform = applicationOf(*qmlEngine(this)).platform;
+    const auto location = platform.panels.chooseFileToOpen({"Importer un conducteur", "xlsx"});
+    if (!location) {
+        return;
+    }
+    import_.load(*location, XLSXReader::read(platform.files, *location));
+    columns_.showSheet();
+    updateSettings();
+    Q_EMIT workbookChanged();
+    Q_EMIT showNameChanged();
+    Q_EMIT errorMessageChanged();
+}
+
+void ShowImport::createShow() {
+    std::optional<Show> show = import_.createShow();
+    if (!show) {
+        Q_EMIT errorMessageChanged();
+        return;
+    }
+    applicationOf(*qmlEngine(this)).state.importShow(std::move(*show));
+    Q_EMIT imported();
+}
+
+void ShowImport::updateSettings() {
+    preview_ = import_.preview();
+    Q_EMIT settingsChanged();
+}
+
+}  // namespace tessivo
