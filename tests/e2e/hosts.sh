@@ -24,16 +24,17 @@ hold() {
     return 1
 }
 on_switch() { nsenter -t "$(cat "$folder/switch.pid")" -n "$@"; }
-on_host() {
+# Becomes the command, so that whoever ends this process ends the command and not a shell before it.
+become_on_host() {
     host=$1
     shift
-    DBUS_SYSTEM_BUS_ADDRESS="unix:path=$folder/host$host.bus" \
-        nsenter -t "$(cat "$folder/host$host.pid")" -m -u -n "$@"
+    export DBUS_SYSTEM_BUS_ADDRESS="unix:path=$folder/host$host.bus"
+    exec nsenter -t "$(cat "$folder/host$host.pid")" -m -u -n "$@"
 }
 # await COMMAND...: until it succeeds, for at most ten seconds.
 await() {
     for _ in $(seq 100); do
-        "$@" >/dev/null 2>&1 && return 0
+        ("$@") >/dev/null 2>&1 && return 0
         sleep 0.1
     done
     return 1
@@ -43,13 +44,13 @@ start_host() {
     hold "host$1" -m -u -n
     on_switch ip link add "port$1" type veth peer name cable netns "$(cat "$folder/host$1.pid")"
     on_switch ip link set "port$1" master switch up
-    on_host "$1" sh -eu -c "
+    (become_on_host "$1" sh -eu -c "
         hostname host$1
         mount -t tmpfs tessivo-run /run
         mkdir /run/avahi-daemon
         ip link set lo up
         ip address add 10.78.0.$1/24 dev cable
-        ip link set cable up"
+        ip link set cable up")
     cat >"$folder/host$1.conf" <<CONFIG
 <busconfig>
   <type>session</type>
@@ -62,14 +63,14 @@ start_host() {
   </policy>
 </busconfig>
 CONFIG
-    on_host "$1" dbus-daemon --config-file="$folder/host$1.conf" --nofork --nopidfile \
+    become_on_host "$1" dbus-daemon --config-file="$folder/host$1.conf" --nofork --nopidfile \
         >"$folder/host$1.bus.log" 2>&1 &
     echo $! >"$folder/host$1.bus.pid"
     await [ -S "$folder/host$1.bus" ]
-    on_host "$1" avahi-daemon --no-drop-root --no-chroot --no-rlimits -f /dev/null \
+    become_on_host "$1" avahi-daemon --no-drop-root --no-chroot --no-rlimits -f /dev/null \
         >"$folder/host$1.avahi.log" 2>&1 &
     echo $! >"$folder/host$1.avahi.pid"
-    await on_host "$1" avahi-browse -at
+    await become_on_host "$1" avahi-browse -at
 }
 
 stop() {
@@ -94,7 +95,7 @@ start)
 in)
     folder=$(realpath "$folder")
     shift 2
-    on_host "$@"
+    become_on_host "$@"
     ;;
 cable) on_switch ip link set "port$3" "$4" ;;
 stop) stop ;;
