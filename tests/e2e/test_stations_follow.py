@@ -52,7 +52,9 @@ class StationsFollow(EndToEndTest):
 
         self.chapter("the cable of a station is pulled and put back")
         stages[0].plug(False)
+        begin = time.monotonic()
         before.see(SEARCHING)
+        self.note("from the pulled cable to the search", f"{time.monotonic() - begin:.1f} s")
         self.step(admin, 2, after)
         stages[0].plug(True)
         self.expect_song(2, before)

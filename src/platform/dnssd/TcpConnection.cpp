@@ -14,9 +14,10 @@
 namespace tessivo {
 namespace {
 
-/// From the last word of a peer to the end of the connection. The probes of a silent connection
-/// look at it too (tcp(7), TCP_USER_TIMEOUT).
-constexpr int userTimeoutMilliseconds = 7000;
+/// How long the peer may leave anything without an answer: bytes, or the probes of a connection on
+/// which nothing is sent (tcp(7), TCP_USER_TIMEOUT). The two may follow one another, when the first
+/// bytes are sent just before the probes would give up at 5 s.
+constexpr int userTimeoutMilliseconds = 4500;
 constexpr int secondsToFirstProbe = 3;
 constexpr int secondsBetweenProbes = 1;
 

@@ -15,8 +15,8 @@ class ServiceDialer;
 /// A connection over the system's TCP, on its sockets directly: nothing is taken in that nobody
 /// asked for and nothing waits but in `OutgoingMessages`, so both bounds are kept without a copy.
 ///
-/// A pulled cable fails it after 7 to 9 seconds. So does a peer that lives but takes nothing in for
-/// that long, once the system's own buffers are full: TCP can't tell the two apart.
+/// A pulled cable fails it after 5 to 9.5 seconds. So does a peer that lives but takes nothing in
+/// for 4.5 seconds, once the system's own buffers are full: TCP can't tell the two apart.
 class TcpConnection final : public StreamConnection, private SocketEvents::Handler {
 public:
     /// One that came in.
