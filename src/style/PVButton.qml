@@ -60,6 +60,9 @@ T.Button {
             font.family: Fonts.text
             font.pixelSize: button.textSize
             font.weight: Font.DemiBold
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
             Layout.leftMargin: button.glyph !== "" ? 7 : 0
         }
         Item {

@@ -52,6 +52,9 @@ public:
         onNextTurn([this] { state_.openShow(); });
     }
 
+    /// Returns to where a show is chosen.
+    Q_INVOKABLE void closeShow() { state_.setActiveShowId(std::nullopt); }
+
     Q_INVOKABLE void goNext() { state_.goNext(); }
     Q_INVOKABLE void goPrev() { state_.goPrev(); }
     /// Shows the active show in the stage display window.

@@ -1,8 +1,5 @@
 #include "ui/LiveShow.h"
 
-#include <QQmlEngine>
-
-#include "display/Application.h"
 #include "live/Countdown.h"
 #include "live/Setlist.h"
 
@@ -10,26 +7,6 @@
 #include <utility>
 
 namespace tessivo {
-
-LiveShow::LiveShow(QObject* parent) : QObject(parent) {}
-
-void LiveShow::componentComplete() {
-    state_ = &applicationOf(*qmlEngine(this)).state;
-    subscription_ = state_->didChange.subscribe([this](AppState::Field field) { update(field); });
-    updateContent();
-    updateCountdown();
-}
-
-void LiveShow::setShowId(const QString& showId) {
-    if (showId == showId_) {
-        return;
-    }
-    showId_ = showId;
-    Q_EMIT showIdChanged();
-    if (state_) {
-        updateContent();
-    }
-}
 
 void LiveShow::jumpToNext(int row) {
     const auto& rows = next_.rows();
@@ -41,7 +18,7 @@ void LiveShow::jumpToNext(int row) {
     const auto found = std::find_if(songs.begin(), songs.end(), [&](const Song& song) {
         return song.id == rows[static_cast<std::size_t>(row)].id;
     });
-    state_->jumpTo(found == songs.end() ? 0 : found - songs.begin());
+    state().jumpTo(found == songs.end() ? 0 : found - songs.begin());
 }
 
 void LiveShow::update(AppState::Field field) {
@@ -49,8 +26,7 @@ void LiveShow::update(AppState::Field field) {
         case AppState::Field::shows:
         case AppState::Field::activeShowId:
         case AppState::Field::activeSongIndex:
-            updateContent();
-            updateCountdown();
+            present();
             break;
         case AppState::Field::currentSongStartedAt:
         case AppState::Field::nowTick:
@@ -61,9 +37,14 @@ void LiveShow::update(AppState::Field field) {
     }
 }
 
+void LiveShow::present() {
+    updateContent();
+    updateCountdown();
+}
+
 void LiveShow::updateContent() {
     const Show& shown = show();
-    const std::int64_t index = state_->activeSongIndex();
+    const std::int64_t index = state().activeSongIndex();
     past_.present(shown, pastSongs(shown, index));
     next_.present(shown, nextSongs(shown, index, nextSongsOnLiveScreen));
 
@@ -84,7 +65,7 @@ void LiveShow::updateContent() {
 }
 
 void LiveShow::updateCountdown() {
-    const auto seconds = state_->currentSongRemainingSeconds();
+    const auto seconds = state().currentSongRemainingSeconds();
     const QString countdown = toQString(countdownText(seconds));
     const bool urgent = isUrgent(seconds);
     if (countdown != countdown_ || urgent != urgent_) {
@@ -92,12 +73,6 @@ void LiveShow::updateCountdown() {
         urgent_ = urgent;
         Q_EMIT countdownChanged();
     }
-}
-
-const Show& LiveShow::show() const {
-    static const Show placeholder;
-    const Show* found = state_->showWithId(Uuid::fromText(showId_.toStdString()));
-    return found ? *found : placeholder;
 }
 
 }  // namespace tessivo

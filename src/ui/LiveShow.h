@@ -1,24 +1,19 @@
 #pragma once
 
-#include <QObject>
-#include <QQmlParserStatus>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include "base/Signal.h"
 #include "display/SongListModel.h"
-#include "model/AppState.h"
+#include "ui/ShowObserver.h"
 
 #include <optional>
 
 namespace tessivo {
 
 /// One show under the live cursor, as the live control screen reads it.
-class LiveShow : public QObject, public QQmlParserStatus {
+class LiveShow : public tessivo::ShowObserver {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(QString showId READ showId WRITE setShowId NOTIFY showIdChanged)
     Q_PROPERTY(tessivo::SongListModel* past READ past CONSTANT)
     Q_PROPERTY(tessivo::SongListModel* next READ next CONSTANT)
     Q_PROPERTY(bool hasCurrent READ hasCurrent NOTIFY contentChanged)
@@ -33,12 +28,8 @@ class LiveShow : public QObject, public QQmlParserStatus {
     Q_PROPERTY(bool urgent READ urgent NOTIFY countdownChanged)
 
 public:
-    explicit LiveShow(QObject* parent = nullptr);
-    void classBegin() override {}
-    void componentComplete() override;
+    explicit LiveShow(QObject* parent = nullptr) : ShowObserver(parent) {}
 
-    QString showId() const { return showId_; }
-    void setShowId(const QString& showId);
     SongListModel* past() { return &past_; }
     SongListModel* next() { return &next_; }
     bool hasCurrent() const { return content_.current.has_value(); }
@@ -54,9 +45,12 @@ public:
     Q_INVOKABLE void jumpToNext(int row);
 
 Q_SIGNALS:
-    void showIdChanged();
     void contentChanged();
     void countdownChanged();
+
+protected:
+    void update(AppState::Field field) override;
+    void present() override;
 
 private:
     struct Content {
@@ -69,15 +63,9 @@ private:
         friend bool operator==(const Content&, const Content&) = default;
     };
 
-    void update(AppState::Field field);
     void updateContent();
     void updateCountdown();
-    /// The show with `showId`, or a placeholder without songs.
-    const Show& show() const;
 
-    AppState* state_ = nullptr;  // from componentComplete on
-    Subscription subscription_;
-    QString showId_;
     SongListModel past_;
     SongListModel next_;
     Content content_;

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
+#include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTest>
@@ -12,6 +13,7 @@
 #include "platform/simulated/SimulatedPlatform.h"
 #include "sync/AdminBroadcaster.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -20,6 +22,10 @@ using namespace tessivo;
 namespace {
 
 constexpr int adminMode = 1;  // of RootView.LaunchMode
+// Of EditorView.EditorTab.
+constexpr int setlistTab = 0;
+constexpr int configTab = 1;
+constexpr int liveTab = 2;
 
 Guest guest(const char* name, const char* mic, const char* iem,
             std::optional<std::string> volume = std::nullopt) {
@@ -94,6 +100,7 @@ public:
 
     bool takeAll() {
         takeStageStates();
+        takeEditorStates();
         takeLiveStates();
         return complete_;
     }
@@ -124,10 +131,49 @@ private:
         take(*stage_, "stage-crowded-narrow", {900, 560});
     }
 
+    void takeEditorStates() {
+        present(Show(), 0);
+        take(*main_, "editor-empty", {1180, 820});
+        const Show show = typicalShow();
+        present(show, 0);
+        take(*main_, "editor-typical", {1180, 820});
+        set("expandedSongId", QString::fromStdString(show.songs[2].id.toText()));
+        take(*main_, "editor-open-song", {1180, 820});
+        take(*main_, "editor-open-song-narrow", {700, 500});
+        set("draggingSongId", QString::fromStdString(show.songs[1].id.toText()));
+        take(*main_, "editor-dragging", {1180, 820});
+        set("draggingSongId", QString());
+        set("selectedTab", configTab);
+        take(*main_, "editor-labels", {1180, 820});
+        take(*main_, "editor-labels-narrow", {700, 500});
+        set("selectedTab", setlistTab);
+        const Show crowded = crowdedShow();
+        present(crowded, 0);
+        take(*main_, "editor-crowded", {1180, 820});
+        set("expandedSongId", QString::fromStdString(crowded.songs[0].id.toText()));
+        take(*main_, "editor-crowded-open-song", {1180, 820});
+        take(*main_, "editor-crowded-narrow", {700, 500});
+    }
+
+    /// Sets a property of whatever shown item has it.
+    void set(const char* property, const QVariant& value) const {
+        if (!set(main_->contentItem(), property, value)) {
+            std::fprintf(stderr, "gallery: nothing has %s\n", property);
+        }
+    }
+    static bool set(QQuickItem* item, const char* property, const QVariant& value) {
+        return item->property(property).isValid()
+                   ? item->setProperty(property, value)
+                   : std::ranges::any_of(item->childItems(), [&](QQuickItem* child) {
+                         return set(child, property, value);
+                     });
+    }
+
     void takeLiveStates() {
         state_.setActiveShowId(std::nullopt);
         take(*main_, "live-no-show", {1180, 820});
         present(typicalShow(), 0);
+        set("selectedTab", liveTab);
         take(*main_, "live-first-song", {1180, 820});
         state_.jumpTo(2);
         computer_.time.advance(42.0);
