@@ -104,33 +104,9 @@ Rectangle {
         onAccepted: ShowList.deleteShow(showToDelete)
     }
 
-    Popup {
+    ImportSheet {
         id: importing
 
-        parent: Overlay.overlay
-        anchors.centerIn: parent
-        width: parent ? Math.min(parent.width - 24, 760) : 0
-        height: parent ? Math.min(parent.height - 24, 640) : 0
-        padding: 0
-        modal: true
-        focus: true
-        closePolicy: Popup.CloseOnEscape
-
-        Overlay.modal: Rectangle {
-            color: Colors.withOpacity(Colors.pvBlack, 0.7)
-        }
-        background: Rectangle {
-            radius: 10
-            color: Colors.pvBlack
-            border.color: Colors.pvLine
-        }
-        contentItem: Loader {
-            active: importing.visible
-            focus: true
-            sourceComponent: ShowImportView {
-                focus: true
-                onDone: importing.close()
-            }
-        }
+        objectName: "importing"
     }
 }

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessivo.Style
@@ -71,7 +69,7 @@ Column {
             readonly property real others: preview.sheetImport.unreadCount - cells.count
 
             visible: others > 0
-            height: visible ? implicitHeight : 0
+            height: visible ? 18 : 0
             leftPadding: 21
             text: "et " + preview.counted(others, "autre")
             size: Fonts.smallCaption

@@ -10,7 +10,7 @@ Rectangle {
     required property string letters
     required property string heading
     required property int meaning
-    required property list<string> roleLabels
+    required property var roleLabels
 
     signal roleChosen(int role)
 

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessivo.Style
@@ -90,7 +88,7 @@ ListView {
 
     footer: PVText {
         visible: mapping.sheetImport.unlistedColumns > 0
-        height: visible ? implicitHeight : 0
+        height: visible ? 44 : 0
         topPadding: 8
         text: "Les colonnes suivantes ne peuvent pas être choisies : un tableau n'en a pas plus de " + mapping.count + "."
         size: Fonts.caption

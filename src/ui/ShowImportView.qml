@@ -67,6 +67,7 @@ FocusScope {
         }
 
         ImportPreview {
+            objectName: "importPreview"
             visible: sheetImport.hasWorkbook
             sheetImport: sheetImport
             Layout.topMargin: 10

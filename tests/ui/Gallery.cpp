@@ -9,9 +9,12 @@
 #include <QTest>
 
 #include "display/Application.h"
+#include "import/XLSXReader.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "support/WorkbookWriter.h"
 #include "sync/AdminBroadcaster.h"
+#include "ui/ShowImport.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -82,6 +85,31 @@ Show crowdedShow() {
     return show;
 }
 
+/// Headings over ten songs, some of whose lengths can't be read.
+std::string runSheet(int columns) {
+    std::string rows;
+    for (int row = 1; row <= 11; ++row) {
+        std::string cells;
+        for (int column = 1; column <= columns; ++column) {
+            const std::string number = std::to_string(row - 1);
+            const std::string texts[] = {"Morceau " + number, "Inès + Malik",
+                                         row % 3 ? "0:03:45" : "3 min environ",
+                                         "10:0" + number + ":00:00"};
+            const char* headings[] = {
+                "Titre", "Avec qui sur scène, et sur quel micro si on le sait", "Durée", "TC"};
+            const std::size_t kind = static_cast<std::size_t>(column - 1) % 4;
+            if (column > 4 && column % 5 == 0) {
+                continue;
+            }
+            cells += "<c r=\"" + XLSXReader::columnLetter(column) + std::to_string(row) +
+                     "\" t=\"inlineStr\"><is><t>" + (row == 1 ? headings[kind] : texts[kind]) +
+                     "</t></is></c>";
+        }
+        rows += "<row r=\"" + std::to_string(row) + "\">" + cells + "</row>";
+    }
+    return rows;
+}
+
 class Gallery {
 public:
     explicit Gallery(const QString& folder) : folder_(folder), state_(computer_) {
@@ -99,6 +127,8 @@ public:
     }
 
     bool takeAll() {
+        takeListStates();
+        takeImportStates();
         takeStageStates();
         takeEditorStates();
         takeLiveStates();
@@ -106,6 +136,59 @@ public:
     }
 
 private:
+    void takeListStates() {
+        take(*main_, "list-empty", {1180, 820});
+        present(typicalShow(), 0);
+        present(crowdedShow(), 0);
+        Show empty;
+        empty.mics.clear();
+        present(std::move(empty), 0);
+        state_.setActiveShowId(std::nullopt);
+        take(*main_, "list-typical", {1180, 820});
+        for (int i = 0; i < 30; ++i) {
+            Show more = crowdedShow();
+            more.id = Uuid::random();
+            more.name += " " + std::to_string(i);
+            present(std::move(more), 0);
+        }
+        computer_.updates.latestVersion = "9.9";
+        state_.updater().checkForUpdateInformation();
+        computer_.time.advance(1.0);
+        state_.setActiveShowId(std::nullopt);
+        take(*main_, "list-crowded", {1180, 820});
+        take(*main_, "list-narrow", {480, 420});
+    }
+
+    void takeImportStates() {
+        computer_.files.contents["/tableau.xlsx"] = "aucun";
+        computer_.files.contents["/Festival.xlsx"] =
+            test::WorkbookWriter({runSheet(4), runSheet(30)}).file();
+        QObject* popup = main_->findChild<QObject*>(QStringLiteral("importing"));
+        QMetaObject::invokeMethod(popup, "open");
+        take(*main_, "import-no-file", {1180, 820});
+        pickFile("/tableau.xlsx");
+        take(*main_, "import-error", {1180, 820});
+        pickFile("/Festival.xlsx");
+        auto* import = main_->findChild<ShowImport*>();
+        take(*main_, "import-untouched", {1180, 820});
+        for (int column = 0; column < 4; ++column) {
+            import->setRole(column, column + 1);
+        }
+        take(*main_, "import-typical", {1180, 820});
+        main_->findChild<QQuickItem*>(QStringLiteral("importPreview"))
+            ->setProperty("expanded", true);
+        take(*main_, "import-unread", {1180, 820});
+        take(*main_, "import-narrow", {720, 480});
+        import->selectSheet(1);
+        take(*main_, "import-many-columns", {1180, 820});
+        QMetaObject::invokeMethod(popup, "close");
+    }
+
+    void pickFile(const char* location) {
+        computer_.panels.answers = {location};
+        main_->findChild<ShowImport*>()->pickFile();
+    }
+
     void takeStageStates() {
         take(*stage_, "stage-waiting", {900, 560});
         Show empty;
@@ -171,7 +254,6 @@ private:
 
     void takeLiveStates() {
         state_.setActiveShowId(std::nullopt);
-        take(*main_, "live-no-show", {1180, 820});
         present(typicalShow(), 0);
         set("selectedTab", liveTab);
         take(*main_, "live-first-song", {1180, 820});

@@ -190,7 +190,7 @@ void LiveScreenTest::menuCommandsNeedAnActiveShow() {
     screen.state.setActiveShowId(std::nullopt);
     QTest::keyClick(screen.window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     QTRY_COMPARE(screen.computer.panels.saveRequests.size(), 1U);
-    QVERIFY(screen.texts().contains(QStringLiteral("Aucun show ouvert")));
+    QVERIFY(screen.texts().contains(QStringLiteral("Importer un conducteur")));
 
     screen.computer.panels.answers = {"/concert.tessivo"};
     QTest::keyClick(screen.window, Qt::Key_O, Qt::ControlModifier);

@@ -1,0 +1,38 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Templates as T
+import Tessivo.Style
+import Tessivo.Ui
+
+/** The import screen as a sheet over the window, made anew each time it opens. */
+Popup {
+    id: sheet
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: parent ? Math.min(parent.width - 24, 760) : 0
+    height: parent ? Math.min(parent.height - 24, 640) : 0
+    padding: 0
+    modal: true
+    focus: true
+    closePolicy: Popup.CloseOnEscape
+
+    T.Overlay.modal: Rectangle {
+        color: Colors.withOpacity(Colors.pvBlack, 0.7)
+    }
+    background: Rectangle {
+        radius: 10
+        color: Colors.pvBlack
+        border.color: Colors.pvLine
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: sheet.visible
+        focus: true
+        sourceComponent: ShowImportView {
+            focus: true
+        }
+        onLoaded: (item as ShowImportView).done.connect(sheet.close)
+    }
+}

@@ -1,0 +1,252 @@
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTest>
+
+#include "display/Application.h"
+#include "import/XLSXReader.h"
+#include "model/AppState.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Shows.h"
+#include "support/WorkbookWriter.h"
+#include "ui/ShowImport.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace tessivo;
+using namespace tessivo::test;
+
+namespace {
+
+std::string row(int number, const std::vector<std::string>& texts) {
+    std::string cells;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        cells += "<c r=\"" + XLSXReader::columnLetter(static_cast<std::int64_t>(i) + 1) +
+                 std::to_string(number) + "\" t=\"inlineStr\"><is><t>" + texts[i] + "</t></is></c>";
+    }
+    return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
+}
+
+/// The whole screen of an admin without an active show, in a window that draws and takes keys.
+class Screen {
+public:
+    explicit Screen(std::vector<Show> shows = {}) : state(computer) {
+        for (Show& show : shows) {
+            state.importShow(std::move(show));
+        }
+        state.setActiveShowId(std::nullopt);
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        setApplication(engine, application);
+        engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
+        QVERIFY(window);
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        click("Admin");
+        computer.time.advance(2.0);
+        window->grabWindow();  // lays out
+    }
+
+    /// Every visible item that shows or is called `text`.
+    QList<QQuickItem*> items(const char* text) const {
+        QList<QQuickItem*> found;
+        collect(window->contentItem(), QString::fromUtf8(text), found);
+        return found;
+    }
+    bool shows(const char* text) const { return !items(text).isEmpty(); }
+
+    /// Clicks on the last of these drawn, which lies on top.
+    void click(const char* text) const {
+        const QList<QQuickItem*> found = items(text);
+        QVERIFY2(!found.isEmpty(), text);
+        const QQuickItem* target = found.last();
+        const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
+        QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
+        window->grabWindow();
+    }
+    void type(const char* text) const {
+        for (const char* letter = text; *letter; ++letter) {
+            QTest::keyClick(window, *letter);
+        }
+    }
+    void pickFile(const std::string& content) {
+        computer.files.contents["/Gala.xlsx"] = content;
+        computer.panels.answers = {"/Gala.xlsx"};
+        click("Choisir un fichier…");
+    }
+    ShowImport* sheetImport() const { return window->findChild<ShowImport*>(); }
+
+    SimulatedPlatform computer;
+    AppState state;
+    Application application{state, computer};
+    QQmlApplicationEngine engine;
+    QQuickWindow* window = nullptr;
+
+private:
+    static void collect(QQuickItem* item, const QString& text, QList<QQuickItem*>& found) {
+        if (!item->isVisible()) {
+            return;
+        }
+        if (item->property("text").toString() == text || item->property("tip").toString() == text) {
+            found.append(item);
+        }
+        for (QQuickItem* child : item->childItems()) {
+            collect(child, text, found);
+        }
+    }
+};
+
+}  // namespace
+
+class ShowScreensTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QQuickStyle::setStyle(QStringLiteral("Basic")); }
+    void cardsTellTheShowsAndOpenThem();
+    void aShowIsCreatedOrNot_data();
+    void aShowIsCreatedOrNot();
+    void aShowIsDeletedOnlyWhenConfirmed();
+    void aRunSheetIsImported();
+    void aCancelledPanelAndABadFileChangeNothing();
+    void choosingASheetTakesTheRolesBack();
+    void absurdColumnsAreBounded();
+};
+
+void ShowScreensTest::cardsTellTheShowsAndOpenThem() {
+    Show one = showWithSongs(1);
+    one.name = "Solo";
+    one.mics.clear();
+    Show none;
+    none.name = "Rien";
+    Screen screen({one, none});
+    QVERIFY(screen.shows("1 morceau · 0 micros configurés"));
+    QVERIFY(screen.shows("0 morceaux · 4 micros configurés"));
+    QVERIFY(!screen.shows("Aucun show pour l'instant"));
+    screen.state.jumpTo(5);
+    screen.click("Solo");
+    QCOMPARE(screen.state.activeShowId(), std::optional(one.id));
+    QCOMPARE(screen.state.activeSongIndex(), 5);
+}
+
+void ShowScreensTest::aShowIsCreatedOrNot_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("named") << "Gala" << int(Qt::Key_Return) << QStringList{"Gala"};
+    QTest::newRow("nameless") << "" << int(Qt::Key_Return) << QStringList{"Nouveau show"};
+    QTest::newRow("cancelled") << "Gala" << int(Qt::Key_Escape) << QStringList{};
+}
+
+void ShowScreensTest::aShowIsCreatedOrNot() {
+    QFETCH(QString, typed);
+    QFETCH(int, key);
+    QFETCH(QStringList, names);
+    Screen screen;
+    QVERIFY(screen.shows("Aucun show pour l'instant"));
+    // What was typed and cancelled before isn't there again.
+    screen.click("Nouveau show");
+    screen.type("abandon");
+    QTest::keyClick(screen.window, Qt::Key_Escape);
+    screen.click("Nouveau show");
+    screen.type(typed.toUtf8().constData());
+    QTest::keyClick(screen.window, Qt::Key(key));
+    QStringList created;
+    for (const Show& show : screen.state.shows()) {
+        created.append(QString::fromStdString(show.name));
+    }
+    QCOMPARE(created, names);
+    QCOMPARE(screen.state.activeShowId().has_value(), !names.isEmpty());
+}
+
+void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
+    Screen screen({showWithSongs(1), showWithSongs(2)});
+    const Uuid kept = screen.state.shows().front().id;
+    for (const char* answer : {"Annuler", "Supprimer"}) {
+        QCOMPARE(screen.state.shows().size(), 2U);
+        screen.click("Supprimer ce show");
+        QVERIFY(screen.shows("Cette action supprimera le show et toute sa setlist."));
+        screen.click(answer);
+    }
+    QCOMPARE(screen.state.shows().size(), 1U);
+    QCOMPARE(screen.state.shows().front().id, kept);
+}
+
+void ShowScreensTest::aRunSheetIsImported() {
+    Screen screen;
+    screen.click("Importer un conducteur");
+    screen.pickFile(workbookOf(row(2, {"Titre", "Durée"}) + row(3, {"Intro", "0:03:45"}) +
+                               row(4, {"Final", "3 min"})));
+    QCOMPARE(screen.computer.panels.openRequests.size(), 1U);
+    QCOMPARE(screen.computer.panels.openRequests[0].extension, "xlsx");
+    QVERIFY(screen.shows("Ligne 2"));
+    QVERIFY(screen.shows("0 morceaux seront créés"));
+    QVERIFY(!screen.shows("Feuille"));
+    screen.click("Importer");
+    QVERIFY(screen.state.shows().empty());
+
+    screen.sheetImport()->setRole(0, 1);
+    screen.sheetImport()->setRole(1, 3);
+    QVERIFY(screen.shows("2 morceaux seront créés"));
+    screen.click("1 durée et 0 timecodes à lire, 1 cellule ne peut pas être lue");
+    QVERIFY(screen.shows("Ligne 4, colonne B : 3 min"));
+    screen.sheetImport()->setStartRow(4);
+    QVERIFY(screen.shows("1 morceau sera créé"));
+
+    screen.click("Gala");
+    screen.type("!");
+    screen.click("Importer");
+    QVERIFY(screen.state.activeShow());
+    QCOMPARE(screen.state.activeShow()->name, "Gala!");
+    QCOMPARE(screen.state.activeShow()->songs.size(), 1U);
+    QTRY_VERIFY(!screen.sheetImport());
+}
+
+void ShowScreensTest::aCancelledPanelAndABadFileChangeNothing() {
+    Screen screen;
+    screen.click("Importer un conducteur");
+    screen.pickFile("rien");
+    QVERIFY(screen.shows("Impossible de lire ce fichier Excel."));
+    screen.click("Choisir un fichier…");  // the panel is cancelled
+    QVERIFY(screen.shows("Impossible de lire ce fichier Excel."));
+    screen.pickFile(WorkbookWriter({}).file());
+    QVERIFY(screen.shows("Aucune feuille trouvée dans ce fichier."));
+    screen.click("Fermer");
+    screen.click("Importer un conducteur");
+    QVERIFY(screen.shows("Choisir un fichier…"));
+    QVERIFY(!screen.shows("Aucune feuille trouvée dans ce fichier."));
+}
+
+void ShowScreensTest::choosingASheetTakesTheRolesBack() {
+    Screen screen;
+    screen.click("Importer un conducteur");
+    screen.pickFile(WorkbookWriter({row(1, {"A"}) + row(2, {"a"}), row(5, {"B"})}).file());
+    QVERIFY(screen.shows("Feuille"));
+    screen.click("Ignorer");
+    QTRY_VERIFY(screen.shows("Titre du morceau"));
+    screen.click("Titre du morceau");
+    QCOMPARE(screen.sheetImport()->songCount(), 1);
+    screen.click("Feuille 1");
+    QTRY_VERIFY(screen.shows("Feuille 2"));
+    screen.click("Feuille 2");
+    QCOMPARE(screen.sheetImport()->selectedSheetIndex(), 1);
+    QVERIFY(screen.shows("Ignorer"));
+    QVERIFY(screen.shows("Ligne 5"));
+    screen.click("Diminuer");
+    QCOMPARE(screen.sheetImport()->startRow(), 5);
+}
+
+void ShowScreensTest::absurdColumnsAreBounded() {
+    Screen screen;
+    screen.click("Importer un conducteur");
+    screen.pickFile(workbookOf("<row r=\"1\"><c r=\"zzzzzzzzzzzzz1\"><v>1</v></c></row>"));
+    QCOMPARE(screen.sheetImport()->columns()->rowCount(), int(RunSheetColumns::maximumListed));
+    QVERIFY(screen.sheetImport()->unlistedColumns() > 0);
+    QVERIFY(screen.items("Ignorer").size() < 100);  // only what is in sight is made
+}
+
+QTEST_MAIN(ShowScreensTest)
+#include "ShowScreensTest.moc"
