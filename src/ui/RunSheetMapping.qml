@@ -1,3 +1,5 @@
+// In Qt 6.4 a bound component can't be the header or footer of a list, so ids are reached unbound.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessivo.Style

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tessivo.Style
 import Tessivo.Ui
@@ -9,6 +10,8 @@ T.AbstractButton {
 
     required property showInfo show
 
+    readonly property string subtitle: show.songCount + (show.songCount === 1 ? " morceau · " : " morceaux · ") + show.micCount + " micros configurés"
+
     signal removalAsked
 
     implicitHeight: 64
@@ -18,7 +21,7 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: card.show.name
-    Accessible.description: subtitle.text
+    Accessible.description: card.subtitle
     Accessible.onPressAction: card.clicked()
     Keys.onReturnPressed: card.clicked()
     Keys.onEnterPressed: card.clicked()
@@ -28,13 +31,12 @@ T.AbstractButton {
         border.color: card.visualFocus ? Colors.pvAmber : Colors.pvLine
     }
 
-    contentItem: Item {
+    contentItem: RowLayout {
+        spacing: 8
+
         Column {
-            anchors.verticalCenter: parent.verticalCenter
-            anchors.left: parent.left
-            anchors.right: bin.left
-            anchors.rightMargin: 8
             spacing: 4
+            Layout.fillWidth: true
 
             PVText {
                 text: card.show.name
@@ -46,9 +48,7 @@ T.AbstractButton {
                 Accessible.ignored: true
             }
             PVText {
-                id: subtitle
-
-                text: card.show.songCount + (card.show.songCount === 1 ? " morceau · " : " morceaux · ") + card.show.micCount + " micros configurés"
+                text: card.subtitle
                 size: Fonts.caption
                 color: Colors.pvPaperFaint
                 width: parent.width
@@ -56,13 +56,9 @@ T.AbstractButton {
             }
         }
         PVButton {
-            id: bin
-
             look: PVButton.Plain
             glyph: Icons.trash
             tip: "Supprimer ce show"
-            anchors.verticalCenter: parent.verticalCenter
-            anchors.right: parent.right
             onClicked: card.removalAsked()
         }
     }

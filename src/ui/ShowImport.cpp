@@ -9,6 +9,8 @@
 #include "model/AppState.h"
 #include "platform/FilePanels.h"
 
+#include <algorithm>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -51,7 +53,7 @@ QStringList ShowImport::unreadCells() const {
     return lines;
 }
 
-void ShowImport::selectSheet(qint64 index) {
+void ShowImport::selectSheet(int index) {
     if (index == import_.selectedSheetIndex()) {
         return;
     }
@@ -60,13 +62,13 @@ void ShowImport::selectSheet(qint64 index) {
     updateSettings();
 }
 
-void ShowImport::setHeaderRow(qint64 row) {
+void ShowImport::setHeaderRow(int row) {
     import_.headerRow = row;
     columns_.update();
     Q_EMIT settingsChanged();
 }
 
-void ShowImport::setStartRow(qint64 row) {
+void ShowImport::setStartRow(int row) {
     import_.startRow = row;
     updateSettings();
 }
@@ -104,6 +106,10 @@ void ShowImport::createShow() {
     }
     applicationOf(*qmlEngine(this)).state.importShow(std::move(*show));
     Q_EMIT imported();
+}
+
+int ShowImport::shown(std::int64_t number) {
+    return static_cast<int>(std::min<std::int64_t>(number, std::numeric_limits<int>::max()));
 }
 
 void ShowImport::updateSettings() {

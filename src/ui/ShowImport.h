@@ -8,6 +8,8 @@
 #include "import/RunSheetImport.h"
 #include "ui/RunSheetColumns.h"
 
+#include <cstdint>
+
 namespace tessivo {
 
 /// The import of one run sheet as its screen reads it: made with the screen, gone with it.
@@ -17,22 +19,22 @@ class ShowImport : public QObject {
     Q_PROPERTY(bool hasWorkbook READ hasWorkbook NOTIFY workbookChanged)
     Q_PROPERTY(QStringList sheetNames READ sheetNames NOTIFY workbookChanged)
     Q_PROPERTY(
-        qint64 selectedSheetIndex READ selectedSheetIndex WRITE selectSheet NOTIFY settingsChanged)
-    Q_PROPERTY(qint64 headerRow READ headerRow WRITE setHeaderRow NOTIFY settingsChanged)
-    Q_PROPERTY(qint64 startRow READ startRow WRITE setStartRow NOTIFY settingsChanged)
+        int selectedSheetIndex READ selectedSheetIndex WRITE selectSheet NOTIFY settingsChanged)
+    Q_PROPERTY(int headerRow READ headerRow WRITE setHeaderRow NOTIFY settingsChanged)
+    Q_PROPERTY(int startRow READ startRow WRITE setStartRow NOTIFY settingsChanged)
     Q_PROPERTY(tessivo::RunSheetColumns* columns READ columns CONSTANT)
     /// How many columns the sheet claims beyond those in `columns`.
-    Q_PROPERTY(qint64 unlistedColumns READ unlistedColumns NOTIFY settingsChanged)
+    Q_PROPERTY(int unlistedColumns READ unlistedColumns NOTIFY settingsChanged)
     /// The labels of the roles, in the order of their numbers.
     Q_PROPERTY(QStringList roleLabels READ roleLabels CONSTANT)
     Q_PROPERTY(QString showName READ showName WRITE setShowName NOTIFY showNameChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
 
     // What importing would give with these settings.
-    Q_PROPERTY(qint64 songCount READ songCount NOTIFY settingsChanged)
-    Q_PROPERTY(qint64 durationCount READ durationCount NOTIFY settingsChanged)
-    Q_PROPERTY(qint64 timecodeCount READ timecodeCount NOTIFY settingsChanged)
-    Q_PROPERTY(qint64 unreadCount READ unreadCount NOTIFY settingsChanged)
+    Q_PROPERTY(int songCount READ songCount NOTIFY settingsChanged)
+    Q_PROPERTY(int durationCount READ durationCount NOTIFY settingsChanged)
+    Q_PROPERTY(int timecodeCount READ timecodeCount NOTIFY settingsChanged)
+    Q_PROPERTY(int unreadCount READ unreadCount NOTIFY settingsChanged)
     /// The first cells that can't be read, a line of text each.
     Q_PROPERTY(QStringList unreadCells READ unreadCells NOTIFY settingsChanged)
 
@@ -41,23 +43,23 @@ public:
 
     bool hasWorkbook() const { return import_.workbook().has_value(); }
     QStringList sheetNames() const;
-    qint64 selectedSheetIndex() const { return import_.selectedSheetIndex(); }
-    qint64 headerRow() const { return import_.headerRow; }
-    qint64 startRow() const { return import_.startRow; }
+    int selectedSheetIndex() const { return shown(import_.selectedSheetIndex()); }
+    int headerRow() const { return shown(import_.headerRow); }
+    int startRow() const { return shown(import_.startRow); }
     RunSheetColumns* columns() { return &columns_; }
-    qint64 unlistedColumns() const { return import_.usedColumns() - columns_.rowCount(); }
+    int unlistedColumns() const { return shown(import_.usedColumns() - columns_.rowCount()); }
     QStringList roleLabels() const;
     QString showName() const;
     QString errorMessage() const;
-    qint64 songCount() const { return preview_.songs; }
-    qint64 durationCount() const { return preview_.durations; }
-    qint64 timecodeCount() const { return preview_.timecodes; }
-    qint64 unreadCount() const { return preview_.unread; }
+    int songCount() const { return shown(preview_.songs); }
+    int durationCount() const { return shown(preview_.durations); }
+    int timecodeCount() const { return shown(preview_.timecodes); }
+    int unreadCount() const { return shown(preview_.unread); }
     QStringList unreadCells() const;
 
-    void selectSheet(qint64 index);
-    void setHeaderRow(qint64 row);
-    void setStartRow(qint64 row);
+    void selectSheet(int index);
+    void setHeaderRow(int row);
+    void setStartRow(int row);
     void setShowName(const QString& name);
 
     /// `row` is a position in `columns`, `role` one in `roleLabels`.
@@ -75,6 +77,8 @@ Q_SIGNALS:
     void imported();
 
 private:
+    /// A number as QML can take it; a file may claim any.
+    static int shown(std::int64_t number);
     void updateSettings();
 
     RunSheetImport import_;
