@@ -104,7 +104,7 @@ class StationsFollow(EndToEndTest):
             admin.see(SEARCHING)
             admin.press("Changer de mode")
         admin.press("Admin")
-        admin.see("Aucun show ouvert")
+        admin.see("Nouveau show", "push button")
 
     @explained
     def test_a_station_outlives_whatever_is_sent(self):
@@ -223,7 +223,7 @@ class StationsFollow(EndToEndTest):
         admin = self.start(self.desk)
         begin = time.monotonic()
         admin.press("Admin")
-        admin.see("Aucun show ouvert")
+        admin.see("Nouveau show", "push button")
         self.note("from choosing to broadcasting", f"{time.monotonic() - begin:.2f} s")
         return admin
 
@@ -284,6 +284,7 @@ class Person:
     def open_show(self, path):
         self.key("ctrl+o")
         self._test.screen.answer_file_dialog("Ouvrir un show", path)
+        self._screen.find("page tab", "Vue live").press()
         self.see(TITLES[0], "heading")
 
 

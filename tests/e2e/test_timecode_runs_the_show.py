@@ -53,13 +53,19 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.assertEqual(kept.read_bytes(), UNREADABLE)
         self.assertEqual(len(self.stored_record()["shows"]), 1)
 
+    def choose_admin(self):
+        self.screen.find("push button", "Admin").press()
+        self.screen.find("push button", "Nouveau show", 60)
+
     def open_show_file(self):
         path = self.stage.folder / "home" / "Concert.tessivo"
         path.write_text(json.dumps(show_record()), encoding="utf-8")
+        self.choose_admin()
         self.screen.find(re.compile("menu.*"), "Fichier").click()
         self.screen.find("menu item", "Open...").click()
         self.screen.answer_file_dialog("Ouvrir un show", path)
         self.screen.find(None, "Concert d'été")
+        self.screen.find("page tab", "Vue live").press()
         self.picture(MAIN, "1-opened")
 
     def open_stage_display(self):
@@ -117,7 +123,8 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.assertEqual(before["activeSongIndex"], 2)
         self.program.kill()
         self.start_program()
-        self.screen.find(None, "Aucun show ouvert")
+        self.choose_admin()
+        self.screen.find("push button", "Concert d'été")
         self.assertEqual(self.stored_record(), before)
 
     def record_path(self):
