@@ -13,7 +13,6 @@ T.AbstractButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
-    Accessible.role: Accessible.PageTab
     Accessible.name: text
     Accessible.selected: checked
     Accessible.onPressAction: clicked()

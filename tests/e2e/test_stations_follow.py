@@ -284,7 +284,7 @@ class Person:
     def open_show(self, path):
         self.key("ctrl+o")
         self._test.screen.answer_file_dialog("Ouvrir un show", path)
-        self._screen.find("page tab", "Vue live").press()
+        self._screen.find("push button", "Vue live").press()
         self.see(TITLES[0], "heading")
 
 
