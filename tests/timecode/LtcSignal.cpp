@@ -106,10 +106,9 @@ std::vector<int> intervalsOfBits(const std::string& bits, int cell) {
     return intervals;
 }
 
-std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame, Digits framesDigits) {
+std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame) {
     std::string bits = std::string(64, '0') + "0011111111111101";
-    const std::int64_t tensOfFrames = framesDigits == Digits::decimal ? frame.frames / 10 : 0;
-    setField(bits, frame.frames - 10 * tensOfFrames, 0, tensOfFrames, 8);
+    setField(bits, frame.frames % 10, 0, frame.frames / 10, 8);
     setField(bits, frame.seconds % 10, 16, frame.seconds / 10, 24);
     setField(bits, frame.minutes % 10, 32, frame.minutes / 10, 40);
     setField(bits, frame.hours % 10, 48, frame.hours / 10, 56);
