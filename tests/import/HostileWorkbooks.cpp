@@ -114,70 +114,48 @@ std::string emptyDeflateBlocks() {
 
 const std::vector<HostileWorkbook>& hostileWorkbooks() {
     static const std::vector<HostileWorkbook> workbooks = {
-        {"too much space in a sheet", [] { return withSheet(std::string(overBudget, ' ')); }},
         {"too long a text in a cell",
-         [] {
-             return withSheet("<a><row r=\"1\"><c r=\"A1\"><v>" + std::string(overBudget, 'x') +
-                              "</v></c></row></a>");
-         }},
+         [] { return withSheet(R"(<a><row r="1"><c r="A1"><v>)" + std::string(overBudget, 'x')); }},
         {"too long a shared text",
-         [] {
-             return withStrings("<sst><si><t>" + std::string(overBudget, 'x') + "</t></si></sst>");
-         }},
-        {"many cells in one place",
-         [] {
-             return withSheet("<a><row r=\"1\">" + filled(8 * mebibyte, "<c r=\"B\"><v>1</v></c>") +
-                              "</row></a>");
-         }},
+         [] { return withStrings("<sst><si><t>" + std::string(overBudget, 'x')); }},
         {"cells in reverse order",
          [] {
              return withSheet(
-                 "<a><row r=\"1\">" +
-                 filled(8 * mebibyte, "<c r=\"Z\"><v>1</v></c><c r=\"A\"><v>1</v></c>") +
+                 R"(<a><row r="1">)" +
+                 filled(8 * mebibyte, R"(<c r="Z"><v>1</v></c><c r="A"><v>1</v></c>)") +
                  "</row></a>");
          }},
         {"many rows",
          [] {
              return withSheet(
-                 "<a>" + numbered(8 * mebibyte, "<row r=\"", "\"><c r=\"A\"><v>1</v></c></row>") +
-                 "</a>");
+                 "<a>" + numbered(8 * mebibyte, R"(<row r=")", R"("><c r="A"><v>1</v></c></row>)"));
          }},
         {"many empty shared strings",
          [] { return withStrings("<sst>" + filled(8 * mebibyte, "<si/>")); }},
         {"the last cell there is",
          [] {
-             return withSheet("<a><row r=\"1048576\"><c r=\"XFD1048576\"><v>1</v></c></row></a>");
+             return withSheet(R"(<a><row r="1048576"><c r="XFD1048576"><v>1</v></c></row></a>)");
          }},
         {"one long text in many cells",
          [] {
-             WorkbookWriter writer(
-                 {filled(8 * mebibyte, "<row><c r=\"A\" t=\"s\"><v>0</v></c></row>")},
-                 {"<t>" + std::string(mebibyte, 'x') + "</t>"});
-             return writer.file();
+             return workbookOf(filled(8 * mebibyte, R"(<row><c r="A" t="s"><v>0</v></c></row>)"),
+                               {"<t>" + std::string(mebibyte, 'x') + "</t>"});
          }},
-        {"elements within elements", [] { return withSheet(filled(8 * mebibyte, "<a>")); }},
         {"cells within cells",
          [] {
-             constexpr std::size_t depth = 50'000;
-             return withSheet("<row>" + filled(depth * 14, "<c r=\"A\">   ") + "<v>" +
-                              std::string(mebibyte, 'x') + "</v>" + filled(depth * 4, "</c>") +
+             return withSheet("<row>" + filled(700'000, R"(<c r="A">   )") + "<v>" +
+                              std::string(mebibyte, 'x') + "</v>" + filled(200'000, "</c>") +
                               "</row>");
          }},
         {"strings within strings",
          [] {
-             constexpr std::size_t depth = 50'000;
-             return withStrings(filled(depth * 4, "<si>") + "<t>" + std::string(mebibyte, 'x') +
-                                "</t>" + filled(depth * 5, "</si>"));
+             return withStrings(filled(200'000, "<si>") + "<t>" + std::string(mebibyte, 'x') +
+                                "</t>" + filled(250'000, "</si>"));
          }},
         {"element names without end",
          [] { return withSheet("<a>" + numbered(8 * mebibyte, "<n", "/>")); }},
         {"attributes without end",
          [] { return withSheet("<a " + numbered(8 * mebibyte, "n", "=\"\" ") + "/>"); }},
-        {"long attributes",
-         [] {
-             return withSheet(
-                 "<a>" + filled(8 * mebibyte, "<c r=\"" + std::string(4 * mebibyte, '1') + "\"/>"));
-         }},
         {"a comment without end", [] { return withSheet("<!--" + std::string(overBudget, '-')); }},
         {"entities within entities", entityBomb},
         {"long default attributes", defaultAttributes},
