@@ -4,6 +4,7 @@
 
 #include <ltc.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -76,6 +77,27 @@ LtcSignal encodeWithLibltc(const LtcSignalRequest& request) {
     }
     appendEncoded(encoder.get(), request, signal.samples);
     return signal;
+}
+
+std::vector<LibltcFrame> decodeWithLibltc(std::vector<float> samples, int samplesPerFrame) {
+    const std::unique_ptr<LTCDecoder, decltype(&ltc_decoder_free)> decoder(
+        ltc_decoder_create(samplesPerFrame, 32), ltc_decoder_free);
+    std::vector<LibltcFrame> found;
+    constexpr std::size_t blockFrames = 512;
+    for (std::size_t start = 0; start < samples.size(); start += blockFrames) {
+        ltc_decoder_write_float(decoder.get(), samples.data() + start,
+                                std::min(blockFrames, samples.size() - start),
+                                static_cast<ltc_off_t>(start));
+        LTCFrameExt received;
+        while (ltc_decoder_read(decoder.get(), &received) != 0) {
+            SMPTETimecode time;
+            ltc_frame_to_time(&time, &received.ltc, 0);
+            found.push_back({{time.hours, time.mins, time.secs, time.frame},
+                             received.ltc.dfbit != 0,
+                             static_cast<double>(received.off_end)});
+        }
+    }
+    return found;
 }
 
 std::vector<LtcBiphaseDecoder::Frame> decodeAll(std::span<const float> samples) {

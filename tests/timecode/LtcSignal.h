@@ -30,6 +30,14 @@ struct LtcSignal {
 
 LtcSignal encodeWithLibltc(const LtcSignalRequest& request);
 
+/// A frame that libltc found in the samples, and the one that ended it.
+struct LibltcFrame {
+    LtcBiphaseDecoder::Frame frame;
+    bool dropFrame;
+    double end;
+};
+std::vector<LibltcFrame> decodeWithLibltc(std::vector<float> samples, int samplesPerFrame);
+
 /// Every frame found in `samples`, fed in one piece.
 std::vector<LtcBiphaseDecoder::Frame> decodeAll(std::span<const float> samples);
 
