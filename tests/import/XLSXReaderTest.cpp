@@ -1,7 +1,7 @@
 #include "import/SheetParser.h"
 #include "import/XLSXReader.h"
 #include "platform/simulated/SimulatedPlatform.h"
-#include "support/Golden.h"
+#include "support/TemporaryFolder.h"
 #include "support/WorkbookWriter.h"
 
 #include <doctest/doctest.h>
@@ -244,13 +244,7 @@ TEST_CASE("UTF-16 parts and texts longer than the pieces they come in are read w
     CHECK(cellsOfOnlySheet(parts.file()) == "1,1=x;");
 }
 
-TEST_CASE("a workbook cut anywhere is an error or a part of itself") {
-    const std::string file = workbookOf(
-        R"(<row r="1"><c r="A1" t="s"><v>0</v></c></row><row r="2"><c r="A2"><v>2</v></c></row>)",
-        {"<t>a</t>"});
-    for (std::size_t size = 0; size < file.size(); ++size) {
-        CHECK(errorOf(file.substr(0, size)) == ReaderError::notAZip);  // the end record comes last
-    }
+TEST_CASE("a sheet cut anywhere gives a part of itself") {
     const WorkbookWriter whole({R"(<row r="1"><c r="A1"><v>1</v></c></row>)"
                                 R"(<row r="2"><c r="B2"><v>2</v></c></row>)"});
     for (std::size_t size = 1; size < whole.sheets[0].size(); ++size) {

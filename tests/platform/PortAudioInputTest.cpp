@@ -1,5 +1,6 @@
 // Run under tests/support/with-pulse.sh.
 #include "platform/audio/PortAudioInput.h"
+#include "timecode/AudioLevel.h"
 #include "timecode/AuhalCapture.h"
 
 #include <doctest/doctest.h>
@@ -144,14 +145,6 @@ private:
     std::filesystem::path folder_;
 };
 
-float peak(const std::vector<float>& samples) {
-    float highest = 0.0F;
-    for (const float sample : samples) {
-        highest = std::max(highest, std::abs(sample));
-    }
-    return highest;
-}
-
 /// Rising zero crossings per second in the second half of the samples.
 double frequency(const std::vector<float>& samples, double sampleRate) {
     const std::size_t first = samples.size() / 2;
@@ -228,8 +221,8 @@ TEST_CASE("a capture delivers what is played, and the list refreshes meanwhile")
 
     capture.stop();
     const int atStop = capture.blocks();
-    CHECK(peak(capture.samples(0)) > 0.2F);
-    CHECK(peak(capture.samples(1)) < 0.01F);
+    CHECK(tessivo::peakLevel(capture.samples(0)) > 0.2F);
+    CHECK(tessivo::peakLevel(capture.samples(1)) < 0.01F);
     // A block lost or doubled, or a rate other than the one told, would show here.
     CHECK(frequency(capture.samples(0), capture.sampleRate()) ==
           doctest::Approx(toneFrequency).epsilon(0.005));

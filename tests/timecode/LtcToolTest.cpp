@@ -1,10 +1,9 @@
 #include "ltc/LtcEncoder.h"
 #include "ltc/LtcTool.h"
-#include "support/Golden.h"
+#include "support/TemporaryFolder.h"
 #include "timecode/LtcSignal.h"
 
 #include <doctest/doctest.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
@@ -20,14 +19,6 @@ using ltc::ExitCode;
 using tessivo::text;
 
 namespace {
-
-/// A file of its own in the folder for temporary files, gone at the end.
-struct TemporaryFile {
-    std::string path = (std::filesystem::temp_directory_path() /
-                        ("tessivo-ltc-test-" + std::to_string(::getpid()) + ".wav"))
-                           .string();
-    ~TemporaryFile() { std::filesystem::remove(path); }
-};
 
 struct Outcome {
     ExitCode code;
@@ -54,7 +45,7 @@ struct Wav {
 
 /// Mono 16-bit PCM, as RIFF/WAVE describes it; anything else fails the test.
 Wav readWav(const std::string& path) {
-    const std::string bytes = tessivo::readFile(path);
+    const std::string bytes = tessivo::test::readFile(path);
     REQUIRE(bytes.size() >= 44);
     CHECK(bytes.substr(0, 4) == "RIFF");
     CHECK(integerAt<std::uint32_t>(bytes, 4) == bytes.size() - 8);
@@ -99,14 +90,15 @@ TEST_CASE("what the tool writes is read by two decoders, in sequence, at each ra
         {"30", "00:00:00:00", "3", "192000", 90, "00:00:00:02", "00:00:02:29"},
         {"30", "00:00:00:00", "0.001", "48000", 1, "", "00:00:00:00"},
     };
-    const TemporaryFile file;
+    const tessivo::test::TemporaryFolder folder;
+    const std::string path = folder.path("ltc.wav");
     for (const Row& row : rows) {
         CAPTURE(std::string(row.rate) + " " + row.start);
         const Outcome outcome = run({"--start", row.start, "--rate", row.rate, "--length",
-                                     row.length, "--sample-rate", row.sampleRate, file.path});
+                                     row.length, "--sample-rate", row.sampleRate, path});
         REQUIRE(outcome.errors == "");
         REQUIRE(outcome.code == ExitCode::success);
-        const Wav wav = readWav(file.path);
+        const Wav wav = readWav(path);
         CHECK(std::to_string(wav.sampleRate) == row.sampleRate);
 
         const auto rate = ltc::parseFrameRate(row.rate);
@@ -149,7 +141,8 @@ TEST_CASE("level and noise are what was asked for") {
         double peak;
         double effective;  // nearly that of a square wave
     };
-    const TemporaryFile file;
+    const tessivo::test::TemporaryFolder folder;
+    const std::string path = folder.path("ltc.wav");
     for (const Row& row : {Row{"0", nullptr, 1.0, 1.0}, Row{"-20", nullptr, 0.1, 0.1},
                            Row{"-60", nullptr, 0.001, 0.001}, Row{"-90", "-20", 0.0, 0.1}}) {
         std::vector<std::string_view> arguments = {"--start", "01:00:00:00", "--rate",   "25",
@@ -157,9 +150,9 @@ TEST_CASE("level and noise are what was asked for") {
         if (row.noise != nullptr) {
             arguments.insert(arguments.end(), {"--noise", row.noise});
         }
-        arguments.push_back(file.path);
+        arguments.push_back(path);
         REQUIRE(run(arguments).code == ExitCode::success);
-        const Wav wav = readWav(file.path);
+        const Wav wav = readWav(path);
         double peak = 0.0, squares = 0.0;
         for (const float sample : wav.samples) {
             peak = std::max(peak, std::abs(double{sample}));
@@ -191,8 +184,8 @@ TEST_CASE("each frame has an even number of zeros, by the correction bit of its 
 }
 
 TEST_CASE("wrong arguments are refused with a reason, and nothing is written") {
-    const TemporaryFile file;
-    const std::string_view path = file.path;
+    const tessivo::test::TemporaryFolder folder;
+    const std::string path = folder.path("ltc.wav");
     struct Row {
         std::vector<std::string_view> arguments;  ///< after a start and a rate that are good
         const char* reason;
@@ -226,7 +219,7 @@ TEST_CASE("wrong arguments are refused with a reason, and nothing is written") {
         CHECK(outcome.code == ExitCode::wrongUsage);
         CHECK(outcome.output == "");
         CHECK_MESSAGE(outcome.errors.find(row.reason) != std::string::npos, outcome.errors);
-        CHECK_FALSE(std::filesystem::exists(file.path));
+        CHECK_FALSE(std::filesystem::exists(path));
     }
 }
 
@@ -236,8 +229,9 @@ TEST_CASE("help is no failure, a file that can't be written is") {
     CHECK(help.output.starts_with("Usage: tessivo-ltc"));
     CHECK(help.errors == "");
 
-    const TemporaryFile file;
-    const std::string inside = file.path + "/no/such/folder.wav";
+    const tessivo::test::TemporaryFolder folder;
+    const std::string path = folder.path("ltc.wav");
+    const std::string inside = path + "/no/such/folder.wav";
     const Outcome failed = run({"--start", "01:00:00:00", "--rate", "25", inside});
     CHECK(failed.code == ExitCode::writeFailed);
     CHECK(failed.errors.find(inside) != std::string::npos);
