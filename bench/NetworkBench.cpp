@@ -1,9 +1,9 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
+#include "Library.h"
 #include "platform/dnssd/LocalNetwork.h"
 #include "platform/qt/QtMainQueue.h"
-#include "support/RandomRecords.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/NetworkFraming.h"
 
@@ -197,7 +197,7 @@ double median(std::vector<double> values) {
 
 /// One live state to a hundred stations beside bare sockets, in turn.
 void liveStateTo100Stations(benchmark::State& state) {
-    const LiveState live{test::makeLibrary(1, 60, 5).front(), 3, {700'000'000.0}};
+    const LiveState live{bench::makeLibrary(1, 60, 5).front(), 3, {700'000'000.0}};
     const std::string json = encodeJson(live);
     const std::string frame = *NetworkFraming::frame(json);
     QtMainQueue queue;

@@ -1,6 +1,6 @@
+#include "Library.h"
 #include "model/ShowJson.h"
 #include "platform/qt/FilePreferencesStore.h"
-#include "support/RandomRecords.h"
 #include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
@@ -22,7 +22,7 @@ using namespace tessivo;
 namespace {
 
 std::vector<Show> fullLibrary() {
-    return test::makeLibrary(200, 40, 3);
+    return bench::makeLibrary(200, 40, 3);
 }
 
 /// Durations of repeated runs of one thing, in milliseconds.

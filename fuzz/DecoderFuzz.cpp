@@ -1,5 +1,4 @@
 #include "platform/simulated/SimulatedMainQueue.h"
-#include "timecode/LiteralLtcDecoder.h"
 #include "timecode/LtcBiphaseDecoder.h"
 
 #include <algorithm>
@@ -61,15 +60,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const tessivo::SimulatedMainQueue clock;
     tessivo::LtcBiphaseDecoder single(clock), pieces(clock);
-    tessivo::LiteralLtcDecoder literal;
     std::vector<Frame> expected, found;
     for (std::size_t start = 0; start < samples.size(); start += pieceLength) {
         const std::size_t count = std::min(pieceLength, samples.size() - start);
         const std::span<const float> piece = std::span(samples).subspan(start, count);
         for (const float sample : piece) {
-            const std::optional<Frame> frame = literal.feedSample(sample);
-            require(single.feedSample(sample) == frame);
-            if (frame) {
+            if (const std::optional<Frame> frame = single.feedSample(sample)) {
                 checkRanges(*frame);
                 expected.push_back(*frame);
             }

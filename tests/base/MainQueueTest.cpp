@@ -39,18 +39,3 @@ TEST_CASE("a repetition runs once per interval until it is destroyed, also by it
     queue.advance(10.0);
     CHECK(runs == 3);
 }
-
-TEST_CASE("a trigger gives one run per firing, and none once destroyed") {
-    SimulatedMainQueue queue;
-    int runs = 0;
-    auto trigger = queue.makeRealtimeTrigger([&] { ++runs; });
-    trigger->fire();
-    trigger->fire();
-    CHECK(runs == 0);
-    queue.drain();
-    CHECK(runs == 2);
-    trigger->fire();
-    trigger.reset();
-    queue.drain();
-    CHECK(runs == 2);
-}

@@ -3,43 +3,23 @@
 #include <doctest/doctest.h>
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
 using namespace tessivo;
 
 TEST_CASE("UTF-8 is recognised at the ends of every range") {
-    const std::string_view good[] = {"",
-                                     "a",
-                                     std::string_view("\0", 1),
-                                     "\x7F",
-                                     "\xC2\x80",
-                                     "\xDF\xBF",
-                                     "\xE0\xA0\x80",
-                                     "\xED\x9F\xBF",
-                                     "\xEE\x80\x80",
-                                     "\xEF\xBF\xBF",
-                                     "é",
-                                     "\xF0\x90\x80\x80",
-                                     "\xF4\x8F\xBF\xBF"};
-    for (const std::string_view text : good) {
+    for (const std::string_view text :
+         {"", "a", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+          "\xEF\xBF\xBF", "é", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
         CAPTURE(text);
         CHECK(isValidUtf8(text));
     }
-    const std::string_view bad[] = {"\x80",
-                                    "\xC1\xBF",
-                                    "\xC2",
-                                    "\xC2\x7F",
-                                    "\xE0\x9F\xBF",
-                                    "\xED\xA0\x80",
-                                    "\xEF\xBF",
-                                    "\xE1\x80\xC0",
-                                    "\xF0\x8F\xBF\xBF",
-                                    "\xF4\x90\x80\x80",
-                                    "\xF5\x80\x80\x80",
-                                    "\xF1\x80\x80"};
-    for (const std::string_view text : bad) {
+    CHECK(isValidUtf8(std::string_view("\0", 1)));
+    for (const std::string_view text :
+         {"\x80", "\xC1\xBF", "\xC2", "\xC2\x7F", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xEF\xBF",
+          "\xE1\x80\xC0", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
+          "\xF1\x80\x80"}) {
         CAPTURE(text);
         CHECK_FALSE(isValidUtf8(text));
     }
@@ -55,33 +35,18 @@ TEST_CASE("trimming takes spaces of every width from the ends, and line breaks w
 
 TEST_CASE("integers are a sign and digits, nothing else") {
     struct Row {
-        std::string_view text;
-        std::optional<std::int64_t> value;
+        const char* text;
+        std::int64_t value;
     };
-    const Row rows[] = {
-        {"0", 0},
-        {"007", 7},
-        {"+7", 7},
-        {"-7", -7},
-        {"", {}},
-        {"+", {}},
-        {"-", {}},
-        {"+-7", {}},
-        {"--7", {}},
-        {" 7", {}},
-        {"7 ", {}},
-        {"7.0", {}},
-        {"0x7", {}},
-        {"٧", {}},
-        {"7e1", {}},
-        {"9223372036854775807", INT64_MAX},
-        {"9223372036854775808", {}},
-        {"-9223372036854775808", INT64_MIN},
-        {"-9223372036854775809", {}},
-    };
-    for (const Row& row : rows) {
-        CAPTURE(row.text);
+    for (const Row& row :
+         {Row{"0", 0}, Row{"007", 7}, Row{"+7", 7}, Row{"-7", -7},
+          Row{"9223372036854775807", INT64_MAX}, Row{"-9223372036854775808", INT64_MIN}}) {
         CHECK(readInteger(row.text) == row.value);
+    }
+    for (const char* text : {"", "+", "-", "+-7", "--7", " 7", "7 ", "7.0", "0x7", "٧", "7e1",
+                             "9223372036854775808", "-9223372036854775809"}) {
+        CAPTURE(text);
+        CHECK_FALSE(readInteger(text).has_value());
     }
 }
 

@@ -198,30 +198,23 @@ TEST_CASE_FIXTURE(Fixture, "the missing title is told before anything else, and 
 TEST_CASE_FIXTURE(Fixture, "a show takes the name typed, or else the file's") {
     load({gala});
     assignGala();
-    struct Row {
-        const char* typed;
-        const char* name;
-    };
-    const Row rows[] = {{"", "Gala 2"}, {" \t\u00A0", "Gala 2"}, {" Soirée ", " Soirée "}};
-    for (const Row& row : rows) {
-        import.showName = row.typed;
-        CHECK(create().value().name == row.name);
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "Gala 2"}, {" \t\u00A0", "Gala 2"}, {" Soirée ", " Soirée "}};
+    for (const auto& [typed, name] : rows) {
+        import.showName = typed;
+        CHECK(create().value().name == name);
     }
 }
 
 TEST_CASE_FIXTURE(Fixture, "names come from the file even when it can't be read") {
-    struct Row {
-        const char* path;
-        const char* name;
-    };
-    const Row rows[] = {{"/x/Gala.xlsx", "Gala"},
-                        {"Gala.v2.xlsx", "Gala.v2"},
-                        {"/x.y/Gala", "Gala"},
-                        {"/x/.xlsx", ".xlsx"}};
-    for (const Row& row : rows) {
-        import.load(row.path, ReaderError::corrupt);
-        CHECK(import.fileName() == row.name);
-        CHECK(import.showName == row.name);
+    const std::pair<const char*, const char*> rows[] = {{"/x/Gala.xlsx", "Gala"},
+                                                        {"Gala.v2.xlsx", "Gala.v2"},
+                                                        {"/x.y/Gala", "Gala"},
+                                                        {"/x/.xlsx", ".xlsx"}};
+    for (const auto& [path, name] : rows) {
+        import.load(path, ReaderError::corrupt);
+        CHECK(import.fileName() == name);
+        CHECK(import.showName == name);
     }
     CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
     CHECK_FALSE(import.workbook().has_value());

@@ -1,7 +1,7 @@
 #include "import/SheetParser.h"
 #include "import/XLSXReader.h"
 #include "platform/simulated/SimulatedPlatform.h"
-#include "support/Golden.h"
+#include "support/TemporaryFolder.h"
 #include "support/WorkbookWriter.h"
 
 #include <doctest/doctest.h>
@@ -49,15 +49,6 @@ std::optional<ReaderError> errorOf(const std::string& file) {
     const XLSXReader::Result result = XLSXReader::read(file);
     const auto* error = std::get_if<ReaderError>(&result);
     return error ? std::optional(*error) : std::nullopt;
-}
-
-std::string repeated(std::string_view text, std::size_t count) {
-    std::string result;
-    result.reserve(text.size() * count);
-    for (; count > 0; --count) {
-        result += text;
-    }
-    return result;
 }
 
 }  // namespace
@@ -197,24 +188,21 @@ TEST_CASE("a missing part is an error only where nothing can be read without it"
         {"xl/worksheets/sheet1.xml", std::nullopt, "not one sheet"},
         {"none", std::nullopt, "1,1=zéro;"},
     };
-    const WorkbookWriter parts({R"(<row r="1"><c r="A1" t="s"><v>0</v></c></row>)"},
-                               {"<t>zéro</t>"});
     for (const Row& row : rows) {
-        for (const bool unreadable : {false, true}) {
-            CAPTURE(row.missing);
-            CAPTURE(unreadable);
-            std::vector<ZipMember> members = parts.members();
-            for (ZipMember& member : members) {
-                if (member.name == row.missing) {
-                    // Present but of no method that can be extracted, or not there by that name.
-                    member.method = unreadable ? 12 : 8;
-                    member.name = unreadable ? member.name : "XL/other";
-                }
+        CAPTURE(row.missing);
+        auto members =
+            WorkbookWriter({R"(<row r="1"><c r="A1" t="s"><v>0</v></c></row>)"}, {"<t>zéro</t>"})
+                .members();
+        auto unreadable = members;
+        for (std::size_t i = 0; i < members.size(); ++i) {
+            if (members[i].name == row.missing) {
+                members[i].name = "XL/other";
+                unreadable[i].method = 12;  // none that can be extracted
             }
-            CHECK(errorOf(zipOf(members)) == row.error);
-            if (!row.error) {
-                CHECK(cellsOfOnlySheet(zipOf(members)) == row.cells);
-            }
+        }
+        for (const std::string& file : {zipOf(members), zipOf(unreadable)}) {
+            CHECK(errorOf(file) == row.error);
+            CHECK((row.error || cellsOfOnlySheet(file) == row.cells));
         }
     }
 }
@@ -239,7 +227,10 @@ TEST_CASE("what is no archive or can't be read is not a ZIP") {
 }
 
 TEST_CASE("UTF-16 parts and texts longer than the pieces they come in are read whole") {
-    const std::string song = repeated("Chanson à la fenêtre ", 50'000);
+    std::string song;
+    for (int i = 0; i < 50'000; ++i) {
+        song += "Chanson à la fenêtre ";
+    }
     const XLSXWorkbook workbook =
         readWorkbook(workbookOf("<row r=\"1\"><c r=\"A1\"><v>" + song + "</v></c></row>"));
     CHECK(workbook.sheets.at(0).text(1, 1) == song);
@@ -253,13 +244,7 @@ TEST_CASE("UTF-16 parts and texts longer than the pieces they come in are read w
     CHECK(cellsOfOnlySheet(parts.file()) == "1,1=x;");
 }
 
-TEST_CASE("a workbook cut anywhere is an error or a part of itself") {
-    const std::string file = workbookOf(
-        R"(<row r="1"><c r="A1" t="s"><v>0</v></c></row><row r="2"><c r="A2"><v>2</v></c></row>)",
-        {"<t>a</t>"});
-    for (std::size_t size = 0; size < file.size(); ++size) {
-        CHECK(errorOf(file.substr(0, size)) == ReaderError::notAZip);  // the end record comes last
-    }
+TEST_CASE("a sheet cut anywhere gives a part of itself") {
     const WorkbookWriter whole({R"(<row r="1"><c r="A1"><v>1</v></c></row>)"
                                 R"(<row r="2"><c r="B2"><v>2</v></c></row>)"});
     for (std::size_t size = 1; size < whole.sheets[0].size(); ++size) {

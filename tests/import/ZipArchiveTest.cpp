@@ -69,19 +69,11 @@ TEST_CASE("every member comes back as it was put in, whatever the writer's habit
 
 TEST_CASE("what isn't an archive lists nothing") {
     const std::string end = "PK\x05\x06" + std::string(18, '\0');
-    const std::string rows[] = {
-        "",
-        std::string(21, 'x'),
-        std::string(1000, 'x'),
-        end.substr(0, 21),
-        end,
-        "PK\x05\x06" + std::string(4, '\0') + "\x01\x01\x01\x01" + std::string(9, '\0'),
-        // A directory that would start beyond the end.
-        "PK\x05\x06" + std::string(4, '\xFF') + std::string(14, '\xFF'),
-    };
-    for (const std::string& row : rows) {
-        CAPTURE(row.size());
-        CHECK(parseCentralDirectory(row).empty());
+    const std::string beyond = "PK\x05\x06" + std::string(18, '\xFF');
+    for (const std::string& bytes :
+         {std::string(), std::string(1000, 'x'), end.substr(0, 21), end, beyond}) {
+        CAPTURE(bytes.size());
+        CHECK(parseCentralDirectory(bytes).empty());
     }
 }
 
@@ -103,12 +95,8 @@ TEST_CASE("a directory that is cut short gives the members before the cut") {
 }
 
 TEST_CASE("a name that isn't UTF-8 is listed as an empty one") {
-    const char* rows[] = {"\xE9t\xE9",    "\xC0\xAF",  "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                          "\xE0\x80\x80", "a\xE2\x82", "\xFF"};
-    for (const char* name : rows) {
-        CHECK(namesIn(zipOf({{.name = name}, {.name = "été\U0001F3A4"}})) ==
-              std::vector<std::string>{"", "été\U0001F3A4"});
-    }
+    CHECK(namesIn(zipOf({{.name = "\xE9t\xE9"}, {.name = "été\U0001F3A4"}})) ==
+          std::vector<std::string>{"", "été\U0001F3A4"});
 }
 
 TEST_CASE("the claimed size cuts a deflated member and is ignored for a stored one") {
@@ -139,10 +127,10 @@ TEST_CASE("a member that can't be extracted is absent") {
         std::size_t field;  ///< the offset in the directory record of what is overwritten
         std::string value;
     };
+    const ZipMember small{.name = "a", .content = "x"};
     const Row rows[] = {
         {"deflated to nothing", {.name = "a"}, 0, "PK"},
-        {"an unknown method", {.name = "a", .content = "x"}, 10, littleEndian(12, 2)},
-        {"an unknown method", {.name = "a", .content = "x"}, 10, littleEndian(14, 2)},
+        {"an unknown method", small, 10, littleEndian(12, 2)},
         {"not a DEFLATE stream",
          {.name = "a", .content = "\xFF\xFF", .method = 0},
          10,
@@ -151,8 +139,8 @@ TEST_CASE("a member that can't be extracted is absent") {
          {.name = "a", .content = longText()},
          20,
          littleEndian(1000, 4)},
-        {"data past the end", {.name = "a", .content = "x"}, 20, littleEndian(0xFFFFFFFF, 4)},
-        {"a header past the end", {.name = "a", .content = "x"}, 42, littleEndian(0xFFFFFFFF, 4)},
+        {"data past the end", small, 20, littleEndian(0xFFFFFFFF, 4)},
+        {"a header past the end", small, 42, littleEndian(0xFFFFFFFF, 4)},
     };
     for (const Row& row : rows) {
         CAPTURE(row.fault);

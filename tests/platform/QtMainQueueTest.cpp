@@ -43,7 +43,7 @@ void drain(QtMainQueue& queue) {
 
 }  // namespace
 
-TEST_CASE("posted tasks run on the main thread on a later turn, in order") {
+TEST_CASE("posted tasks run on a later turn, in order") {
     QtMainQueue queue;
     std::string order;
     queue.post([&] {
@@ -108,21 +108,14 @@ TEST_CASE("a repetition keeps to its first instant, however late single runs are
             QThread::msleep(35);  // what a drifting timer would add to each later run
         }
     });
+    QThread::msleep(1000);  // what was missed meanwhile is made up for by one run
+    drain(queue);
+    CHECK(phases.size() < 5);
     REQUIRE(runUntil([&] { return phases.size() >= 30; }));
     // Had each run shifted the next, eight sleeps would have moved the grid by 280 ms, and none of
     // the runs would be near it. A busy machine may delay some, not all.
     std::sort(phases.begin(), phases.end());
     CHECK(phases[phases.size() / 4] < 0.3 * interval);
-}
-
-TEST_CASE("runs that were missed while the main thread was busy are made up for by one") {
-    QtMainQueue queue;
-    int runs = 0;
-    const auto repetition = queue.repeatEvery(0.05, [&] { ++runs; });
-    QThread::msleep(1000);
-    drain(queue);
-    CHECK(runUntil([&] { return runs > 0; }));
-    CHECK(runs < 10);
 }
 
 TEST_CASE("a repetition or trigger may be ended by its own task") {

@@ -10,8 +10,6 @@
 
 #include <doctest/doctest.h>
 
-#include <algorithm>
-#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -94,18 +92,12 @@ public:
 
 private:
     std::string nonsense() {
-        const LiveState state{random_.show(), random_.integer(), {0.0}};
-        std::string json = encodeJson(state);
-        switch (random_.below(4)) {
-            case 0:
-                return *NetworkFraming::frame(json.substr(0, random_.below(json.size())));
-            case 1:
-                return json;
-            case 2:
-                return std::string(4, static_cast<char>(random_.below(256)));
-            default:
-                return random_.text() + "x";
+        std::string json = encodeJson(LiveState{random_.show(), random_.integer(), {0.0}});
+        if (random_.below(2) == 0) {
+            return json;
         }
+        json.resize(1 + random_.below(json.size() - 1));
+        return *NetworkFraming::frame(json);
     }
 
     RandomRecords& random_;
@@ -115,48 +107,52 @@ private:
 
 Production::Production(std::uint64_t seed) : random_(seed) {
     for (std::size_t count = 1 + random_.below(2); count > 0; --count) {
-        const std::string name = "Régie " + std::to_string(admins_.size());
-        admins_.push_back(std::make_unique<Admin>(network_.addComputer(name)));
+        computers_.push_back(&network_.addComputer("Régie " + std::to_string(admins_.size())));
+        admins_.push_back(std::make_unique<Admin>(*computers_.back()));
         startProgram(*admins_.back());
     }
     for (std::size_t count = 1 + random_.below(5); count > 0; --count) {
-        const std::string name = "Poste " + std::to_string(stations_.size());
-        stations_.push_back(std::make_unique<Station>(network_.addComputer(name)));
+        computers_.push_back(&network_.addComputer("Poste " + std::to_string(stations_.size())));
+        stations_.push_back(std::make_unique<Station>(*computers_.back()));
         startStation(*stations_.back());
     }
 }
 
 Production::~Production() = default;
 
-const std::vector<Production::Action>& Production::actions() {
-    static const std::vector<Action> all = {
-        {40, &Production::operate},      {6, &Production::changeActiveShow},
-        {20, &Production::edit},         {40, &Production::wait},
-        {20, &Production::disturbCable}, {6, &Production::cutCable},
-        {6, &Production::truncate},      {3, &Production::endAdmin},
-        {6, &Production::toggleStation}, {2, &Production::toggleNonsense}};
-    return all;
-}
-
 void Production::run(int count) {
-    const auto& all = actions();
-    const std::size_t weights =
-        std::accumulate(all.begin(), all.end(), std::size_t{0},
-                        [](std::size_t sum, const Action& action) { return sum + action.weight; });
     for (int step = 1; step <= count; ++step) {
-        std::size_t choice = random_.below(weights);
-        auto action = all.begin();
-        while (choice >= action->weight) {
-            choice -= action->weight;
-            ++action;
-        }
-        note((this->*action->act)());
+        note(act());
         checkAlways();
         if (step % stepsBetweenCalms == 0 || step == count) {
             calmDown();
             checkCalm();
         }
     }
+}
+
+std::string Production::act() {
+    struct Action {
+        std::size_t weight;
+        std::string (Production::*act)();
+    };
+    static constexpr Action actions[] = {
+        {40, &Production::operate},      {6, &Production::changeActiveShow},
+        {20, &Production::edit},         {40, &Production::wait},
+        {32, &Production::disturbCable}, {3, &Production::endAdmin},
+        {6, &Production::toggleStation}, {2, &Production::toggleNonsense}};
+    constexpr std::size_t weights = [] {
+        std::size_t sum = 0;
+        for (const Action& action : actions) {
+            sum += action.weight;
+        }
+        return sum;
+    }();
+    const Action* action = actions;
+    for (std::size_t choice = random_.below(weights); choice >= action->weight; ++action) {
+        choice -= action->weight;
+    }
+    return (this->*action->act)();
 }
 
 std::string Production::operate() {
@@ -166,15 +162,13 @@ std::string Production::operate() {
         return "start of " + admin.computer.name();
     }
     AppState& state = admin.program->state;
-    switch (random_.below(4)) {
-        case 0:
-            state.goPrev();
-            break;
-        case 1:
-            state.jumpTo(random_.integer());
-            break;
-        default:
-            state.goNext();
+    const std::size_t choice = random_.below(4);
+    if (choice == 0) {
+        state.goPrev();
+    } else if (choice == 1) {
+        state.jumpTo(random_.integer());
+    } else {
+        state.goNext();
     }
     return "cursor at " + std::to_string(state.activeSongIndex());
 }
@@ -246,8 +240,8 @@ std::string Production::wait() {
 }
 
 std::string Production::disturbCable() {
-    SimulatedComputer& computer = anyComputer();
-    switch (random_.below(4)) {
+    SimulatedComputer& computer = *computers_[random_.below(computers_.size())];
+    switch (random_.below(6)) {
         case 0:
             computer.setLatency(static_cast<double>(random_.below(500)) / 1000.0);
             return "slowed " + computer.name();
@@ -257,22 +251,16 @@ std::string Production::disturbCable() {
         case 2:
             computer.setStalled(true);
             return "stalled " + computer.name();
-        default:
+        case 3:
             computer.setStalled(false);
             return "freed " + computer.name();
+        case 4:
+            computer.cutConnections();
+            return "cut " + computer.name();
+        default:
+            computer.truncateAfter(random_.below(3000));
+            return "truncated " + computer.name();
     }
-}
-
-std::string Production::cutCable() {
-    SimulatedComputer& computer = anyComputer();
-    computer.cutConnections();
-    return "cut " + computer.name();
-}
-
-std::string Production::truncate() {
-    SimulatedComputer& computer = anyComputer();
-    computer.truncateAfter(random_.below(3000));
-    return "truncated " + computer.name();
 }
 
 std::string Production::endAdmin() {
@@ -332,24 +320,12 @@ void Production::stopProgram(Admin& admin) {
     REQUIRE_MESSAGE(restored.activeSongIndex() == index, history_);
 }
 
-SimulatedComputer& Production::anyComputer() {
-    const std::size_t which = random_.below(admins_.size() + stations_.size());
-    return which < admins_.size() ? admins_[which]->computer
-                                  : stations_[which - admins_.size()]->computer;
-}
-
 void Production::note(const std::string& line) {
     rememberWhatIsTold();
     history_ += line;
     for (const auto& station : stations_) {
-        if (!station->client) {
-            history_ += " | off";
-        } else if (!station->client->liveState()) {
-            history_ +=
-                station->client->status() == ReceiverStatus::connected ? " | empty" : " | search";
-        } else {
-            history_ += " | " + std::to_string(station->client->liveState()->activeSongIndex);
-        }
+        const auto state = station->client ? station->client->liveState() : std::nullopt;
+        history_ += " | " + (state ? std::to_string(state->activeSongIndex) : "-");
     }
     history_ += '\n';
 }
@@ -378,11 +354,8 @@ void Production::checkAlways() {
 /// Repairs the network, ends what stands in the way, and gives everybody time.
 void Production::calmDown() {
     nonsense_.reset();
-    for (const auto& station : stations_) {
-        station->computer.repairCable();
-    }
-    for (const auto& admin : admins_) {
-        admin->computer.repairCable();
+    for (SimulatedComputer* computer : computers_) {
+        computer->repairCable();
     }
     time_.advance(10.0);
     for (const auto& admin : admins_) {

@@ -32,20 +32,13 @@ private:
     struct Station;
     class NonsenseSpeaker;
 
-    /// What one step does, giving a line for the history.
-    struct Action {
-        std::size_t weight;
-        std::string (Production::*act)();
-    };
-    static const std::vector<Action>& actions();
-
+    // What one step may do, giving a line for the history.
+    std::string act();
     std::string operate();
     std::string changeActiveShow();
     std::string edit();
     std::string wait();
     std::string disturbCable();
-    std::string cutCable();
-    std::string truncate();
     std::string endAdmin();
     std::string toggleStation();
     std::string toggleNonsense();
@@ -53,7 +46,6 @@ private:
     void startStation(Station& station);
     void startProgram(Admin& admin);
     void stopProgram(Admin& admin);
-    SimulatedComputer& anyComputer();
     template <typename T>
     T& anyOf(std::vector<std::unique_ptr<T>>& list) {
         return *list[random_.below(list.size())];
@@ -69,6 +61,7 @@ private:
     RandomRecords random_;
     SimulatedMainQueue time_;
     SimulatedNetwork network_{time_};
+    std::vector<SimulatedComputer*> computers_;  ///< of admins and stations
     std::vector<std::unique_ptr<Admin>> admins_;
     std::vector<std::unique_ptr<Station>> stations_;
     SimulatedComputer& stranger_ = network_.addComputer("Inconnu");

@@ -10,6 +10,13 @@
 
 namespace tessivo::test {
 
+/// The whole content of a file; empty when it can't be read.
+inline std::string readFile(const std::filesystem::path& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
 /// A folder of one's own in the real file system, removed at the end.
 class TemporaryFolder {
 public:
@@ -31,11 +38,7 @@ public:
     void write(const std::string& name, std::string_view bytes) const {
         std::ofstream(path_ / name, std::ios::binary) << bytes;
     }
-    std::string read(const std::string& name) const {
-        std::ostringstream bytes;
-        bytes << std::ifstream(path_ / name, std::ios::binary).rdbuf();
-        return bytes.str();
-    }
+    std::string read(const std::string& name) const { return readFile(path_ / name); }
     std::set<std::string> names() const {
         std::set<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(path_)) {

@@ -9,7 +9,6 @@
 #include <atomic>
 #include <limits>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -95,12 +94,7 @@ TEST_CASE_FIXTURE(Fixture, "a start needs a device that opens, and tells what is
     CHECK(manager->lastError() == std::nullopt);
     CHECK(manager->isCapturing());
     CHECK(audio.openDevice() == mono);
-}
-
-TEST_CASE_FIXTURE(Fixture, "a start while capturing changes nothing") {
-    capture(stereo);
     const std::size_t steps = audio.steps().size();
-    manager->setSelectedDeviceId(std::nullopt);
     CHECK(changesDuring(*manager, [&] { manager->startCapturing(); }).empty());
     CHECK(audio.steps().size() == steps);
 }
@@ -114,11 +108,10 @@ TEST_CASE_FIXTURE(Fixture, "each assignment is told, also when the value stays t
                         }) == std::vector{Field::selectedDeviceId, Field::availableInputDevices,
                                           Field::selectedChannelIndex});
     capture(stereo);
-    const Channels block = {timecode({{1, 2, 3, 4}}), {}};
-    Channels padded = block;
-    padded[1].resize(block[0].size());
+    Channels block = {timecode({{1, 2, 3, 4}}), {}};
+    block[1].resize(block[0].size());
     for (int round = 0; round < 2; ++round) {
-        CHECK(changesDuring(*manager, [&] { handle(padded); }) ==
+        CHECK(changesDuring(*manager, [&] { handle(block); }) ==
               std::vector{Field::buffersReceivedCount, Field::detectedChannelCount,
                           Field::levelsPerChannel, Field::rawAudioLevel, Field::detectedFps,
                           Field::currentTimecodeDisplay, Field::signalDetected});
@@ -127,29 +120,16 @@ TEST_CASE_FIXTURE(Fixture, "each assignment is told, also when the value stays t
           std::vector{Field::isCapturing, Field::signalDetected, Field::currentTimecodeDisplay});
 }
 
-TEST_CASE_FIXTURE(Fixture, "devices are offered by whoever asks for them") {
-    CHECK(manager->availableInputDevices().empty());
-    manager->setAvailableInputDevices(manager->fetchInputDevices());
-    CHECK(manager->availableInputDevices() ==
-          std::vector<tessivo::AudioInputDevice>{{stereo, "Stereo"}, {mono, "Mono"}});
-}
-
-TEST_CASE("levels are peaks, whatever the samples and their number") {
+TEST_CASE("levels are peaks, wherever they are and whatever is beside them") {
     struct Row {
         std::vector<float> samples;
         float level;
     };
-    std::vector<float> late(100, 0.1F);
-    late[99] = -0.7F;
     std::vector<float> early(1000, notANumber);
     early[3] = -0.25F;
-    const Row rows[] = {
-        {{}, 0.0F},           {{0.5F, -0.8F}, 0.8F},
-        {{-0.0F}, 0.0F},      {{notANumber, 0.3F, -notANumber}, 0.3F},
-        {{notANumber}, 0.0F}, {{0.1F, -infinity}, infinity},
-        {late, 0.7F},         {early, 0.25F},
-    };
-    for (const Row& row : rows) {
+    for (const Row& row : {Row{{}, 0.0F}, Row{{-0.0F}, 0.0F}, Row{{notANumber}, 0.0F},
+                           Row{{notANumber, 0.3F, -notANumber}, 0.3F},
+                           Row{{0.1F, -infinity}, infinity}, Row{early, 0.25F}}) {
         CHECK(tessivo::peakLevel(row.samples) == row.level);
     }
     for (std::size_t position = 0; position < 200; ++position) {
@@ -206,15 +186,12 @@ TEST_CASE_FIXTURE(Fixture, "each frame is shown and reported before the next sam
 TEST_CASE_FIXTURE(Fixture, "a frame may lie across blocks, each handled in its own turn") {
     capture(mono);
     const std::vector<float> samples = timecode({{10, 0, 0, 0}});
-    for (std::size_t start = 0; start < samples.size(); start += 100) {
-        const std::size_t count = std::min<std::size_t>(100, samples.size() - start);
-        deliver({std::vector(samples.begin() + static_cast<std::ptrdiff_t>(start),
-                             samples.begin() + static_cast<std::ptrdiff_t>(start + count))});
-    }
+    const auto middle = samples.begin() + std::ssize(samples) / 2;
+    deliver({std::vector(samples.begin(), middle)});
+    deliver({std::vector(middle, samples.end())});
     CHECK(manager->buffersReceivedCount() == 0);
     queue.drain();
-    CHECK(manager->buffersReceivedCount() ==
-          static_cast<std::int64_t>((samples.size() + 99) / 100));
+    CHECK(manager->buffersReceivedCount() == 2);
     CHECK(manager->currentTimecodeDisplay() == "10:00:00:00");
 }
 
@@ -263,29 +240,23 @@ TEST_CASE_FIXTURE(Fixture, "a stop clears what is shown, keeps the figures and d
 
 TEST_CASE_FIXTURE(Fixture, "a frame may stop or restart the capture that it came from") {
     capture(mono);
-    SUBCASE("stop") {
-        manager->onFrameDecoded = [&](auto totalFrames, auto fps) {
-            decoded.emplace_back(totalFrames, fps);
-            manager->stopCapturing();
-        };
-        deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
-        deliver({timecode({{1, 2, 3, 6}})});
-        queue.drain();
-        CHECK_FALSE(manager->isCapturing());
-    }
+    bool restarts = false;
+    SUBCASE("stop") {}
     SUBCASE("restart on another device") {
-        manager->onFrameDecoded = [&](auto totalFrames, auto fps) {
-            decoded.emplace_back(totalFrames, fps);
-            manager->stopCapturing();
+        restarts = true;
+    }
+    manager->onFrameDecoded = [&](auto totalFrames, auto fps) {
+        decoded.emplace_back(totalFrames, fps);
+        manager->stopCapturing();
+        if (restarts) {
             manager->setSelectedDeviceId(stereo);
             manager->startCapturing();
-        };
-        deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
-        deliver({timecode({{1, 2, 3, 6}})});
-        queue.drain();
-        CHECK(manager->isCapturing());
-        CHECK(audio.openDevice() == stereo);
-    }
+        }
+    };
+    deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
+    deliver({timecode({{1, 2, 3, 6}})});
+    queue.drain();
+    CHECK(manager->isCapturing() == restarts);
     CHECK(decoded.size() == 1);
     CHECK_FALSE(manager->signalDetected());
     CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
@@ -298,12 +269,10 @@ TEST_CASE_FIXTURE(Fixture, "blocks that nobody could handle are dropped and coun
         deliver(block);
     }
     queue.drain();
-    CHECK(manager->droppedBlockCount() > 0);
-    CHECK(manager->buffersReceivedCount() ==
-          100 - static_cast<std::int64_t>(manager->droppedBlockCount()));
+    const auto dropped = static_cast<std::int64_t>(manager->droppedBlockCount());
+    CHECK(dropped > 0);
     handle(block);
-    CHECK(manager->buffersReceivedCount() ==
-          101 - static_cast<std::int64_t>(manager->droppedBlockCount()));
+    CHECK(manager->buffersReceivedCount() == 101 - dropped);
 }
 
 TEST_CASE_FIXTURE(Fixture, "blocks that arrive when the manager is gone are dropped") {
@@ -320,11 +289,9 @@ namespace {
 /// A main thread that another thread can give work to: only triggers, which count their firings.
 class CountingQueue final : public tessivo::MainQueue {
 public:
-    void post(Task) override { throw std::logic_error("unused"); }
-    void postAfter(double, Task) override { throw std::logic_error("unused"); }
-    std::unique_ptr<Repetition> repeatEvery(double, Task) override {
-        throw std::logic_error("unused");
-    }
+    void post(Task) override {}
+    void postAfter(double, Task) override {}
+    std::unique_ptr<Repetition> repeatEvery(double, Task) override { return nullptr; }
     std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) override {
         task_ = std::move(task);
         return std::make_unique<Trigger>(fired_);

@@ -4,6 +4,7 @@
 
 #include <ltc.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -78,6 +79,27 @@ LtcSignal encodeWithLibltc(const LtcSignalRequest& request) {
     return signal;
 }
 
+std::vector<LibltcFrame> decodeWithLibltc(std::vector<float> samples, int samplesPerFrame) {
+    const std::unique_ptr<LTCDecoder, decltype(&ltc_decoder_free)> decoder(
+        ltc_decoder_create(samplesPerFrame, 32), ltc_decoder_free);
+    std::vector<LibltcFrame> found;
+    constexpr std::size_t blockFrames = 512;
+    for (std::size_t start = 0; start < samples.size(); start += blockFrames) {
+        ltc_decoder_write_float(decoder.get(), samples.data() + start,
+                                std::min(blockFrames, samples.size() - start),
+                                static_cast<ltc_off_t>(start));
+        LTCFrameExt received;
+        while (ltc_decoder_read(decoder.get(), &received) != 0) {
+            SMPTETimecode time;
+            ltc_frame_to_time(&time, &received.ltc, 0);
+            found.push_back({{time.hours, time.mins, time.secs, time.frame},
+                             received.ltc.dfbit != 0,
+                             static_cast<double>(received.off_end)});
+        }
+    }
+    return found;
+}
+
 std::vector<LtcBiphaseDecoder::Frame> decodeAll(std::span<const float> samples) {
     const SimulatedMainQueue clock;
     LtcBiphaseDecoder decoder(clock);
@@ -106,10 +128,9 @@ std::vector<int> intervalsOfBits(const std::string& bits, int cell) {
     return intervals;
 }
 
-std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame, Digits framesDigits) {
+std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame) {
     std::string bits = std::string(64, '0') + "0011111111111101";
-    const std::int64_t tensOfFrames = framesDigits == Digits::decimal ? frame.frames / 10 : 0;
-    setField(bits, frame.frames - 10 * tensOfFrames, 0, tensOfFrames, 8);
+    setField(bits, frame.frames % 10, 0, frame.frames / 10, 8);
     setField(bits, frame.seconds % 10, 16, frame.seconds / 10, 24);
     setField(bits, frame.minutes % 10, 32, frame.minutes / 10, 40);
     setField(bits, frame.hours % 10, 48, frame.hours / 10, 56);

@@ -30,6 +30,14 @@ struct LtcSignal {
 
 LtcSignal encodeWithLibltc(const LtcSignalRequest& request);
 
+/// A frame that libltc found in the samples, and the one that ended it.
+struct LibltcFrame {
+    LtcBiphaseDecoder::Frame frame;
+    bool dropFrame;
+    double end;
+};
+std::vector<LibltcFrame> decodeWithLibltc(std::vector<float> samples, int samplesPerFrame);
+
 /// Every frame found in `samples`, fed in one piece.
 std::vector<LtcBiphaseDecoder::Frame> decodeAll(std::span<const float> samples);
 
@@ -40,11 +48,8 @@ void appendIntervals(std::vector<float>& samples, std::span<const int> intervals
 std::vector<int> intervalsOfBits(const std::string& bits, int cell);
 
 /// The 80 bits of a frame with these values in its fields, oldest first, as '0' and '1'. Values
-/// beyond a field's digits are the caller's to avoid; `frames` up to 15 can be put in the units
-/// digit alone.
-enum class Digits { decimal, unitsOnly };
-std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame,
-                        Digits framesDigits = Digits::decimal);
+/// beyond a field's digits are the caller's to avoid.
+std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame);
 
 /// "HH:MM:SS:FF", for messages.
 std::string text(const LtcBiphaseDecoder::Frame& frame);
