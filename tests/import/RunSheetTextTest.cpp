@@ -4,7 +4,6 @@
 #include <doctest/doctest.h>
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,25 +15,13 @@ TEST_CASE("lengths are read in the forms that crews write") {
         const char* text;
         std::int64_t seconds;
     };
-    const Row rows[] = {{"00:03:45", 225},
-                        {"0:03:45:12", 225},
-                        {"1:02:03", 3723},
-                        {"3'45", 225},
-                        {"3'45''", 225},
-                        {"3'45'12", 225},
-                        {"225", 225},
-                        {"+225", 225},
-                        {"-3'45", -135},
-                        {"-1:00:01", -3599},
-                        {" \t3'45\u00A0", 225},
-                        {"\n\n3'45\navec reprise", 225},
-                        {"::1::2:3:", 3723},
-                        {"1:x:2:3", 3723},
-                        {"3'x'45", 225},
-                        {"9223372036854775807", INT64_MAX},
-                        {"2562047788015215:30:07", INT64_MAX},
-                        {"-2562047788015215:-30:-08", INT64_MIN}};
-    for (const Row& row : rows) {
+    for (const Row& row :
+         {Row{"00:03:45", 225}, Row{"0:03:45:12", 225}, Row{"1:02:03", 3723}, Row{"3'45", 225},
+          Row{"3'45''", 225}, Row{"3'45'12", 225}, Row{"225", 225}, Row{"+225", 225},
+          Row{"-3'45", -135}, Row{"-1:00:01", -3599}, Row{" \t3'45\u00A0", 225},
+          Row{"\n\n3'45\navec reprise", 225}, Row{"::1::2:3:", 3723}, Row{"1:x:2:3", 3723},
+          Row{"3'x'45", 225}, Row{"9223372036854775807", INT64_MAX},
+          Row{"2562047788015215:30:07", INT64_MAX}, Row{"-2562047788015215:-30:-08", INT64_MIN}}) {
         CAPTURE(row.text);
         CHECK(parseDuration(row.text) == row.seconds);
     }

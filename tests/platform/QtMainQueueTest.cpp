@@ -110,7 +110,7 @@ TEST_CASE("a repetition keeps to its first instant, however late single runs are
     });
     QThread::msleep(1000);  // what was missed meanwhile is made up for by one run
     drain(queue);
-    CHECK(phases.size() < 5);
+    CHECK(phases.size() < 10);
     REQUIRE(runUntil([&] { return phases.size() >= 30; }));
     // Had each run shifted the next, eight sleeps would have moved the grid by 280 ms, and none of
     // the runs would be near it. A busy machine may delay some, not all.

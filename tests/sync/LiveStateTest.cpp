@@ -38,14 +38,14 @@ TEST_CASE("a live state is written as one compact object, its instant counted fr
 
 TEST_CASE("every state comes back as it was sent, to the last bit") {
     test::RandomRecords random(7);
+    using Limits = std::numeric_limits<double>;
     const double instants[] = {0.0,
                                0.1,
                                -1.0 / 3.0,
                                817'654'321.123'456'7,
-                               Instant::distantPast().secondsSince2001,
-                               std::numeric_limits<double>::max(),
-                               std::numeric_limits<double>::lowest(),
-                               std::numeric_limits<double>::denorm_min()};
+                               Limits::max(),
+                               Limits::lowest(),
+                               Limits::denorm_min()};
     for (int i = 0; i < 200; ++i) {
         const LiveState sent{
             random.show(), random.integer(), {instants[random.below(std::size(instants))]}};

@@ -57,10 +57,11 @@ Signal encodeMinute() {
 }
 
 /// A frame is right when it says what was sent where it was found, once.
-Score judge(const std::vector<Frame>& sent, const std::vector<Found>& found) {
+template <typename Each>
+Score judge(const std::vector<Frame>& sent, const std::vector<Each>& found) {
     Score score;
     std::set<long> seen;
-    for (const Found& each : found) {
+    for (const Each& each : found) {
         const long number = std::lround(each.end / samplesPerFrame) - 1;
         const bool inside = number >= 0 && number < static_cast<long>(sent.size());
         if (inside && sent[static_cast<std::size_t>(number)] == each.frame &&
@@ -81,14 +82,6 @@ std::vector<Found> decode(const std::vector<float>& samples) {
         if (const auto frame = decoder.feedSample(samples[i])) {
             found.push_back({*frame, static_cast<double>(i)});
         }
-    }
-    return found;
-}
-
-std::vector<Found> decodeWithLibltc(const std::vector<float>& samples) {
-    std::vector<Found> found;
-    for (const auto& each : tessivo::decodeWithLibltc(samples, samplesPerFrame)) {
-        found.push_back({each.frame, each.end});
     }
     return found;
 }
@@ -176,7 +169,7 @@ std::string makeTable() {
     for (const Row& row : rows) {
         const std::vector<float> samples = disturbed(signal.samples, row);
         table += line(row.name, judge(signal.frames, decode(samples)),
-                      judge(signal.frames, decodeWithLibltc(samples)));
+                      judge(signal.frames, tessivo::decodeWithLibltc(samples, samplesPerFrame)));
     }
     return table;
 }
