@@ -1,4 +1,5 @@
 #include "import/RunSheetImport.h"
+#include "model/ShowJson.h"
 #include "support/Golden.h"
 
 #include <doctest/doctest.h>
@@ -124,4 +125,29 @@ TEST_CASE("sheets that a writer names by absolute paths aren't found") {
     RunSheetImport import;
     import.load("openpyxl.xlsx", workbook);
     CHECK(import.errorMessage() == "Aucune feuille trouvée dans ce fichier.");
+}
+
+TEST_CASE("the run sheet of the example concert gives its songs, but for the two cells it spoils") {
+    RunSheetImport import;
+    import.load("conducteur.xlsx", readWorkbook("examples/conducteur.xlsx"));
+    import.headerRow = 3;
+    import.startRow = 4;
+    import.setRole(2, ColumnRole::title);
+    import.setRole(3, ColumnRole::guests);
+    import.setRole(4, ColumnRole::duration);
+    import.setRole(5, ColumnRole::ltc);
+    const RunSheetImport::Preview preview = import.preview();
+    REQUIRE(preview.firstUnread.size() == 2);
+    CHECK(preview.firstUnread[0].text == "environ 12 s");
+    CHECK(preview.firstUnread[1].text == "à caler");
+
+    std::optional<Show> concert =
+        decodeShow(readFile(TESSIVO_SOURCE_DIR "/examples/concert.tessivo"));
+    REQUIRE(concert.has_value());
+    REQUIRE(concert->songs.size() == 12);
+    concert->songs[5].duration.reset();
+    concert->songs[9].ltcTimecode.reset();
+    const std::optional<Show> imported = import.createShow();
+    REQUIRE(imported.has_value());
+    CHECK(songsOf(*imported) == songsOf(*concert));
 }
