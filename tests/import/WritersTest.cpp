@@ -84,11 +84,15 @@ std::string songsOf(const Show& show) {
 }  // namespace
 
 TEST_CASE("what independent writers and archivers store is read alike") {
-    for (const char* writer : {"sheetjs", "sheetjs-shared", "exceljs", "exceljs-stream",
-                               "libxlsxwriter", "libxlsxwriter-constant", "gnumeric", "libreoffice",
-                               "zip-comment", "7z", "zipfile-stored", "zipfile-descriptors"}) {
+    const std::string writers[] = {"sheetjs",        "sheetjs-shared",
+                                   "exceljs",        "exceljs-stream",
+                                   "libxlsxwriter",  "libxlsxwriter-constant",
+                                   "gnumeric",       "libreoffice",
+                                   "zip-comment",    "7z",
+                                   "zipfile-stored", "zipfile-descriptors"};
+    for (const std::string& writer : writers) {
         CAPTURE(writer);
-        const std::string name = "tests/import/workbooks/" + std::string(writer) + ".xlsx";
+        const std::string name = "tests/import/workbooks/" + writer + ".xlsx";
         const XLSXWorkbook workbook = readWorkbook(name);
         REQUIRE(workbook.sheets.size() == 2);
         CHECK(workbook.sheets[0].name == "Soirée & bal");
