@@ -22,12 +22,17 @@ struct WorkbookWriter {
             const std::string number = std::to_string(i);
             workbook += "<sheet name=\"Feuille " + number + "\" sheetId=\"" + number +
                         "\" r:id=\"rId" + number + "\"/>";
-            relationships += "<Relationship Id=\"rId" + number + "\" Type=\"worksheet\" " +
+            relationships += "<Relationship Id=\"rId" + number +
+                             "\" Type=\"http://schemas.openxmlformats." +
+                             "org/officeDocument/2006/relationships/worksheet\" " +
                              "Target=\"worksheets/sheet" + number + ".xml\"/>";
             sheets.push_back("<worksheet><sheetData>" + sheetData[i - 1] +
                              "</sheetData></worksheet>");
         }
-        workbook = "<workbook xmlns:r=\"r\"><sheets>" + workbook + "</sheets></workbook>";
+        workbook =
+            "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
+            "xmlns:r=\"r\"><sheets>" +
+            workbook + "</sheets></workbook>";
         relationships = "<Relationships>" + relationships + "</Relationships>";
         for (const std::string& string : strings) {
             sharedStrings += "<si>" + string + "</si>";
