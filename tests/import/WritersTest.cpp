@@ -1,6 +1,6 @@
 #include "import/RunSheetImport.h"
 #include "model/ShowJson.h"
-#include "support/Golden.h"
+#include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>
 
