@@ -8,10 +8,15 @@ PVTextField {
 
     required property string stored
 
-    Component.onCompleted: text = stored
-    onStoredChanged: {
+    function show(): void {
         if (text !== stored) {
             text = stored;
+            if (!activeFocus) {
+                cursorPosition = 0;  // a long text is read from its beginning
+            }
         }
     }
+
+    Component.onCompleted: show()
+    onStoredChanged: show()
 }
