@@ -60,7 +60,7 @@ Cells cellsOf(const XLSXWorkbook::Sheet& sheet) {
 }
 
 XLSXWorkbook readWorkbook(const std::string& name) {
-    const std::string file = readFile(TESSIVO_SOURCE_DIR "/" + name);
+    const std::string file = test::readFile(TESSIVO_SOURCE_DIR "/" + name);
     REQUIRE_FALSE(file.empty());
     XLSXReader::Result result = XLSXReader::read(file);
     REQUIRE(std::holds_alternative<XLSXWorkbook>(result));
@@ -146,7 +146,7 @@ TEST_CASE("the run sheet of the example concert gives its songs, but for the two
     CHECK(preview.firstUnread[1].text == "à caler");
 
     std::optional<Show> concert =
-        decodeShow(readFile(TESSIVO_SOURCE_DIR "/examples/concert.tessivo"));
+        decodeShow(test::readFile(TESSIVO_SOURCE_DIR "/examples/concert.tessivo"));
     REQUIRE(concert.has_value());
     REQUIRE(concert->songs.size() == 12);
     concert->songs[5].duration.reset();
