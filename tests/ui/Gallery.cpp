@@ -148,7 +148,7 @@ private:
         for (int i = 0; i < 30; ++i) {
             Show more = crowdedShow();
             more.id = Uuid::random();
-            more.name += " " + std::to_string(i);
+            more.name.append(" ").append(std::to_string(i));
             present(std::move(more), 0);
         }
         computer_.updates.latestVersion = "9.9";
