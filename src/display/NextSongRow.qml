@@ -81,6 +81,8 @@ Rectangle {
                 Layout.fillWidth: true
             }
             Flow {
+                id: guests
+
                 visible: row.song.guests.length > 0
                 spacing: 14
                 Layout.fillWidth: true
@@ -102,11 +104,15 @@ Rectangle {
                             text: guest.modelData.name || "—"
                             size: row.first ? 16 : 13
                             weight: Font.DemiBold
+                            width: Math.min(implicitWidth, guests.width)
+                            elide: Text.ElideRight
                         }
                         PVText {
                             text: guest.modelData.equipmentLine
                             size: row.first ? 14 : 12
                             color: Colors.pvAmber
+                            width: Math.max(0, Math.min(implicitWidth, guests.width - name.width - guest.spacing))
+                            elide: Text.ElideRight
                             anchors.baseline: name.baseline
                         }
                     }

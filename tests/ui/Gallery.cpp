@@ -24,7 +24,10 @@ using namespace tessivo;
 
 namespace {
 
-constexpr int adminMode = 1;  // of RootView.LaunchMode
+// Of RootView.LaunchMode.
+constexpr int noMode = 0;
+constexpr int adminMode = 1;
+constexpr int stationMode = 2;
 // Of EditorView.EditorTab.
 constexpr int setlistTab = 0;
 constexpr int configTab = 1;
@@ -118,8 +121,6 @@ public:
         setApplication(engine_, application_);
         engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
-        main_->setProperty("launchMode", adminMode);
-        computer_.time.advance(AdminBroadcaster::checkDuration);
         QQmlComponent component(
             &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
         stage_ = qobject_cast<QQuickWindow*>(component.create());
@@ -127,6 +128,7 @@ public:
     }
 
     bool takeAll() {
+        takeLaunchStates();
         takeListStates();
         takeImportStates();
         takeStageStates();
@@ -136,7 +138,28 @@ public:
     }
 
 private:
+    void takeLaunchStates() {
+        const QSize size(1180, 820);
+        take(*main_, "launch-choice", size);
+        main_->setProperty("launchMode", stationMode);
+        take(*main_, "station-searching", size);
+        AdminBroadcaster other(computer_.network.addComputer("Console FOH"), computer_.time);
+        other.startChecking();
+        computer_.time.advance(2.0 * AdminBroadcaster::checkDuration);
+        take(*main_, "station-waiting", size);
+        other.update({typicalShow(), 2, computer_.time.now()});
+        computer_.time.advance(1.0);
+        take(*main_, "station-following", size);
+        main_->setProperty("launchMode", adminMode);
+        take(*main_, "admin-checking", size);
+        computer_.time.advance(AdminBroadcaster::checkDuration);
+        take(*main_, "admin-conflict", size);
+        main_->setProperty("launchMode", noMode);
+    }
+
     void takeListStates() {
+        main_->setProperty("launchMode", adminMode);
+        computer_.time.advance(AdminBroadcaster::checkDuration);
         take(*main_, "list-empty", {1180, 820});
         present(typicalShow(), 0);
         present(crowdedShow(), 0);
