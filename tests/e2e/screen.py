@@ -16,6 +16,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 import processes  # noqa: E402
 
 
+_WINDOW = re.compile("frame|dialog|alert|window")
+
+
 class Element:
     """A control, text or window as the accessibility bus knows it.
 
@@ -144,7 +147,7 @@ class Screen(Element):
 
     def window(self, title):
         """A window or dialog by its whole title."""
-        return self.find(re.compile("frame|dialog|alert|window"), title)
+        return self.find(_WINDOW, title)
 
     def mouse(self, x, y, button=1):
         self.stage.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
@@ -196,7 +199,7 @@ class Screen(Element):
         processes.wait_until(lambda: field.text == str(path), "the typed path")
         # The first Return may only take the name that the field proposes as one types.
         self.key("Return")
-        self.wait_gone(None, title)
+        self.wait_gone(_WINDOW, title)
 
     def _x_window(self, title, *conditions):
         return self.stage.run("xdotool", "search", "--onlyvisible", "--all", *conditions, "--name",

@@ -1,12 +1,14 @@
-"""A show is prepared from nothing with keyboard and mouse, run, kept, and deleted."""
+"""A show is prepared from nothing with keyboard and mouse, run, kept and deleted; another is imported."""
 
 import json
 import unittest
+from pathlib import Path
 
 import processes
 from case import EndToEndTest, explained
 
 MAIN = "Tessivo"
+RUN_SHEET = Path(__file__).resolve().parents[2] / "examples" / "conducteur.xlsx"
 TITLES = [f"Morceau {number}" for number in range(1, 11)]
 TITLE_FIELD = "Titre du morceau, puis Entrée…"
 
@@ -25,6 +27,7 @@ class PrepareAndRun(EndToEndTest):
         self.run_by_keyboard()
         self.find_it_all_again()
         self.delete_it()
+        self.import_a_run_sheet()
 
     def start_as_admin(self):
         self.start_program()
@@ -128,6 +131,27 @@ class PrepareAndRun(EndToEndTest):
         self.screen.find("push button", "Supprimer").press()
         self.screen.find(None, "Aucun show pour l'instant")
         processes.wait_until(lambda: self.stored_shows() == [], "the empty record")
+
+    def import_a_run_sheet(self):
+        self.screen.find("push button", "Importer un conducteur").press()
+        self.screen.find("push button", "Choisir un fichier…").click()
+        self.screen.answer_file_dialog("Importer un conducteur", RUN_SHEET)
+        # The first song is in row 4, the headings are in row 3.
+        for row in (2, 3, 1, 2):
+            self.screen.find("push button", f"Ligne {row} : augmenter").press()
+        for column, role in (("B", "Titre du morceau"), ("C", "Guests / micros"), ("D", "Durée"),
+                             ("E", "Timecode LTC")):
+            self.screen.find("combo box", f"Colonne {column}").click()
+            self.screen.find("list item", role).click()
+        self.screen.find(None, "12 morceaux seront créés")
+        self.picture(MAIN, "prepare-8-import")
+        self.screen.find("push button", "Importer").press()
+        self.assertEqual([self.title_at(index).text for index in range(2)],
+                         ["Ouverture", "Les lumières du port"])
+        self.screen.find("push button", "Vue live").press()
+        self.screen.find("heading", "Ouverture")
+        self.screen.key("space")
+        self.screen.find("heading", "Les lumières du port")
 
     def title_at(self, index):
         """The field of that song's title, counted from the top."""
