@@ -34,21 +34,35 @@ class StationsFollow(EndToEndTest):
 
     @explained
     def test_from_the_first_station_to_the_last_cut(self):
-        stages = [self.switch.add_host(name) for name in ("cour", "jardin")]
-        before = self.start(stages[0])
-        before.press("Affichage")
-        before.see(SEARCHING)
+        stages = [self.switch.add_host(name) for name in ("cour", "jardin", "face", "retours",
+                                                          "loges")]
+        screen_saver = ScreenSaver(self.stage)
+        before, *others = (self.start(stage) for stage in stages[:2])
+        for station in (before, *others):
+            station.press("Affichage")
+            station.see(SEARCHING)
         self.picture_of(before, "station-searching")
-        admin = self.start_admin()
-        before.see("Connecté à l'admin")
+        admin = self.start(self.desk)
+        during = self.start(stages[2])
+        admin.press("Admin")
+        during.press("Affichage")
+        admin.see("Nouveau show", "push button")
+        for station in (before, *others, during):
+            station.see("Connecté à l'admin")
         self.assertEqual({name for name, _, _ in stages[1].services()}, {"regie"})
         admin.open_show(self.path)
-        after = self.start(stages[1])
-        after.press("Affichage")
-        self.expect_song(0, before, after)
+        after, last = (self.start(stage) for stage in stages[3:])
+        for station in (after, last):
+            station.press("Affichage")
+        others += [during, last]
+        self.expect_song(0, before, after, *others)
+        screen_saver.wait_for(5)
         self.picture_of(after, "station-following")
-        self.step(admin, 1, before, after)
+        self.step(admin, 1, before, after, *others)
         self.check_the_bytes(stages[1])
+        for station in others:
+            station.program.stop()
+        screen_saver.wait_for(2)
 
         self.chapter("the cable of a station is pulled and put back")
         stages[0].plug(False)
@@ -77,6 +91,7 @@ class StationsFollow(EndToEndTest):
         admin.program.kill()
         before.see(SEARCHING)
         after.see(SEARCHING)
+        screen_saver.wait_for(0)
         # The responder still tells of a service for a second after it has gone.
         processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
         admin = self.start_admin()
@@ -109,11 +124,12 @@ class StationsFollow(EndToEndTest):
     @explained
     def test_a_station_outlives_whatever_is_sent(self):
         port = 4242
-        self.desk.start("publish", "avahi-publish", "-s", "regie", "_tessivo._tcp", str(port))
-        peer = self.desk.start("peer", sys.executable, "-B", HERE / "pretend_admin.py", port,
-                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         station = self.start(self.switch.add_host("plateau"))
         station.press("Affichage")
+        self.desk.start("publish", "avahi-publish", "-s", "regie", "_tessivo._tcp", str(port))
+        time.sleep(3)  # in which every connection is refused
+        peer = self.desk.start("peer", sys.executable, "-B", HERE / "pretend_admin.py", port,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         show = shows.show("Concert", TITLES)
 
         def send(*pieces):
@@ -254,6 +270,21 @@ class StationsFollow(EndToEndTest):
         person.to_front()
         person.screen().find(None, MAIN)
         self.picture(MAIN, name)
+
+
+class ScreenSaver:
+    """What stands for the desktop's own: the computers of the stage share one session."""
+
+    def __init__(self, stage):
+        self._count = stage.folder / "screens-kept-on"
+        stage.start("screensaver", ["/usr/bin/python3", "-B", HERE / "screensaver.py", self._count])
+        self.wait_for(0)
+
+    def wait_for(self, count):
+        """Waits until so many programs keep their screens on."""
+        processes.wait_until(
+            lambda: self._count.exists() and self._count.read_text() == str(count),
+            f"{count} screens kept on")
 
 
 class Person:
