@@ -1,6 +1,7 @@
 #include "ui/ShowImport.h"
 
 #include <QQmlEngine>
+#include <QTimer>
 
 #include "display/Application.h"
 #include "display/SongInfo.h"
@@ -85,6 +86,10 @@ void ShowImport::setRole(int row, int role) {
 }
 
 void ShowImport::pickFile() {
+    QTimer::singleShot(0, this, &ShowImport::readChosenFile);
+}
+
+void ShowImport::readChosenFile() {
     const Platform& platform = applicationOf(*qmlEngine(this)).platform;
     const auto location = platform.panels.chooseFileToOpen({"Importer un conducteur", "xlsx"});
     if (!location) {

@@ -64,7 +64,8 @@ public:
 
     /// `row` is a position in `columns`, `role` one in `roleLabels`.
     Q_INVOKABLE void setRole(int row, int role);
-    /// Asks for a file and reads it.
+    /// Asks for a file and reads it. The panel opens on the next turn: an assistive tool that
+    /// pressed the button would wait for its end.
     Q_INVOKABLE void pickFile();
     /// Imports the show and emits `imported`, or sets the error message.
     Q_INVOKABLE void createShow();
@@ -77,6 +78,7 @@ Q_SIGNALS:
     void imported();
 
 private:
+    void readChosenFile();
     /// A number as QML can take it; a file may claim any.
     static int shown(std::int64_t number);
     void updateSettings();

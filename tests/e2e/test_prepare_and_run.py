@@ -134,7 +134,7 @@ class PrepareAndRun(EndToEndTest):
 
     def import_a_run_sheet(self):
         self.screen.find("push button", "Importer un conducteur").press()
-        self.screen.find("push button", "Choisir un fichier…").click()
+        self.screen.find("push button", "Choisir un fichier…").press()
         self.screen.answer_file_dialog("Importer un conducteur", RUN_SHEET)
         # The first song is in row 4, the headings are in row 3.
         for row in (2, 3, 1, 2):

@@ -210,6 +210,7 @@ private:
     void pickFile(const char* location) {
         computer_.panels.answers = {location};
         main_->findChild<ShowImport*>()->pickFile();
+        QCoreApplication::processEvents();
     }
 
     void takeStageStates() {

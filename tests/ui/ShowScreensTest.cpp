@@ -65,6 +65,7 @@ public:
         const QQuickItem* target = found.last();
         const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
         QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
+        QCoreApplication::processEvents();  // a file panel opens on the next turn
         window->grabWindow();
     }
     void type(const char* text) const {
