@@ -14,10 +14,9 @@ import shows
 import wire
 from case import EndToEndTest, explained
 from hosts import Switch
-from program import Program
+from person import MAIN, Person
 
 HERE = Path(__file__).resolve().parent
-MAIN = "Tessivo"
 TITLES = [f"Chanson {number}" for number in range(1, 8)]
 SEARCHING = "Recherche d'un admin sur le réseau…"
 
@@ -50,7 +49,7 @@ class StationsFollow(EndToEndTest):
         for station in (before, *others, during):
             station.see("Connecté à l'admin")
         self.assertEqual({name for name, _, _ in stages[1].services()}, {"regie"})
-        admin.open_show(self.path)
+        admin.open_show(self.path, TITLES[0])
         after, last = (self.start(stage) for stage in stages[3:])
         for station in (after, last):
             station.press("Affichage")
@@ -95,7 +94,7 @@ class StationsFollow(EndToEndTest):
         # The responder still tells of a service for a second after it has gone.
         processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
         admin = self.start_admin()
-        admin.open_show(self.path)
+        admin.open_show(self.path, TITLES[0])
         self.expect_song(0, before, after)
 
     @explained
@@ -183,7 +182,7 @@ class StationsFollow(EndToEndTest):
         """Plain stations beside a drawn one; figures from key press to the change of its picture."""
         crowd = self.switch.add_host("foule")
         admin = self.start_admin()
-        admin.open_show(self.path)
+        admin.open_show(self.path, TITLES[0])
         station = self.start(self.switch.add_host("plateau"))
         station.press("Affichage")
         self.expect_song(0, station)
@@ -285,38 +284,6 @@ class ScreenSaver:
         processes.wait_until(
             lambda: self._count.exists() and self._count.read_text() == str(count),
             f"{count} screens kept on")
-
-
-class Person:
-    """Someone at one of the computers."""
-
-    def __init__(self, test, host):
-        self._test = test
-        self.program = Program(test.stage, test.program_path, host)
-        test.addCleanup(self.program.stop)
-        self._screen = test.screen.program(self.program.pid)
-
-    def screen(self):
-        return self._screen
-
-    def see(self, text, role=None):
-        self._screen.find(role, text, 60)
-
-    def press(self, name):
-        self._screen.find("push button", name).press()
-
-    def to_front(self):
-        self._test.screen.focus_program(self.program.pid, MAIN)
-
-    def key(self, name):
-        self.to_front()
-        self._test.screen.key(name)
-
-    def open_show(self, path):
-        self.key("ctrl+o")
-        self._test.screen.answer_file_dialog("Ouvrir un show", path)
-        self._screen.find("push button", "Vue live").press()
-        self.see(TITLES[0], "heading")
 
 
 if __name__ == "__main__":
