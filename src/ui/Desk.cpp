@@ -38,11 +38,6 @@ QString Desk::activeShowId() const {
     return show ? toQString(show->id.toText()) : QString();
 }
 
-QString Desk::activeShowName() const {
-    const Show* show = state_.activeShow();
-    return show ? toShownText(show->name) : QString();
-}
-
 QString Desk::latestUpdateVersion() const {
     return toQString(state_.latestUpdateVersion().value_or(std::string()));
 }

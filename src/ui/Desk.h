@@ -22,7 +22,6 @@ class Desk final : public QObject {
     QML_SINGLETON
     /// Empty when no show is active.
     Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
-    Q_PROPERTY(QString activeShowName READ activeShowName NOTIFY activeShowChanged)
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
     Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
     Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
@@ -34,7 +33,6 @@ public:
     explicit Desk(AppState& state);
 
     QString activeShowId() const;
-    QString activeShowName() const;
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
     bool updateAvailable() const { return state_.updateAvailable(); }
     QString latestUpdateVersion() const;

@@ -149,6 +149,19 @@ TEST_CASE("a value that can't be put in its place is kept beside it") {
     CHECK(store.data(key) == "1");
 }
 
+TEST_CASE("what can't be synced is tried again until it can") {
+    const TemporaryFolder folder;
+    const std::filesystem::path inTheWay = folder.path() + "/record.nouveau";
+    std::filesystem::create_directory(inTheWay);
+    FilePreferencesStore store(folder.path());
+    store.setData(key, "value");
+    std::this_thread::sleep_for(std::chrono::seconds(1));  // the first round fails meanwhile
+    CHECK_FALSE(std::filesystem::exists(folder.path() + "/record"));
+    std::filesystem::remove(inTheWay);
+    waitForNames(folder, {"lock", "record"});
+    CHECK(folder.read("record") == "value");
+}
+
 TEST_CASE("a write that fails leaves the old value") {
     const TemporaryFolder folder;
     std::optional<FilePreferencesStore> store(folder.path());

@@ -139,8 +139,12 @@ void FilePreferencesStore::settleUntil(const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
     while (changed_.wait(lock, stop, [&] { return std::ranges::any_of(values_, isUnsettled); })) {
         changed_.wait_for(lock, stop, gathering, [] { return false; });
+        const bool isLast = stop.stop_requested();
         lock.unlock();
         settle();
+        if (isLast) {
+            return;  // what couldn't be written now is there at the next start, unsynced
+        }
         lock.lock();
     }
 }
@@ -167,6 +171,10 @@ void FilePreferencesStore::settle() {
         lock.lock();
         if (isSettled) {
             value.recent.forget(*number);
+        } else if (!value.unsettled) {
+            // A full disk may have room again: the next round tries once more.
+            value.unsettled = number;
+            std::swap(value.bytes, settlingBytes_);
         }
     }
     lock.unlock();
