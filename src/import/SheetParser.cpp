@@ -63,7 +63,7 @@ void SheetParser::startElement(std::string_view name, const XmlAttributes& attri
 
 void SheetParser::characters(std::string_view text) {
     if (inValue_ || inInlineText_) {
-        currentValue_ += text;
+        pool_.append(currentValue_, text);
     }
 }
 

@@ -11,6 +11,12 @@ TextPool::Span TextPool::add(std::string_view text) {
     return {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(text.size())};
 }
 
+void TextPool::append(std::string& text, std::string_view piece) const {
+    if (text.size() <= capacity_) {
+        text += piece;
+    }
+}
+
 std::optional<TextPool::Span> SharedStringsParser::at(std::int64_t index) const {
     if (index < 0 || index >= std::ssize(ends_)) {
         return std::nullopt;
@@ -30,7 +36,7 @@ void SharedStringsParser::startElement(std::string_view name, const XmlAttribute
 
 void SharedStringsParser::characters(std::string_view text) {
     if (inText_) {
-        current_ += text;
+        pool_.append(current_, text);
     }
 }
 

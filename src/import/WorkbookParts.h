@@ -32,6 +32,8 @@ public:
     explicit TextPool(std::size_t capacity) : capacity_(capacity) {}
 
     Span add(std::string_view text);
+    /// Adds a piece to a text that is still being read, unless it's too long for the pool already.
+    void append(std::string& text, std::string_view piece) const;
     std::string takeBytes() && { return std::move(bytes_); }
 
 private:

@@ -15,13 +15,18 @@
 namespace tessivo {
 namespace {
 
-/// How many bytes the parts of an archive may come to. Members that share their data and sheets
-/// that share a part could ask for any number otherwise.
+constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+
+/// How much work the parts of an archive may be, in bytes of plain text. Members that share their
+/// data and sheets that share a part could ask for any amount otherwise. The least takes about a
+/// second of an ordinary computer, and fills a sheet with a million and a half cells.
 std::size_t readingBudget(std::size_t archiveSize) {
-    constexpr std::size_t expansion = 16;
-    constexpr std::size_t minimum = std::size_t{64} * 1024 * 1024;
-    constexpr std::size_t maximum = std::size_t{1024} * 1024 * 1024;
-    return std::clamp(archiveSize * expansion, minimum, maximum);
+    return std::clamp(archiveSize * 16, 160 * mebibyte, 1024 * mebibyte);
+}
+
+/// How many bytes the texts of a workbook may come to: they compress less than the tags do.
+std::size_t textCapacity(std::size_t archiveSize) {
+    return std::clamp(archiveSize * 8, 64 * mebibyte, 512 * mebibyte);
 }
 
 /// Finds the parts of a workbook by name and parses them within one budget.
@@ -46,17 +51,18 @@ public:
         }
         XmlParser parser(events);
         const bool extracted = extract(*found->second, archive_, [&](std::string_view piece) {
+            const std::size_t before = parser.extraWork();
             parser.feed(piece);
-            return spend(piece.size());
+            return spend(piece.size() + parser.extraWork() - before);
         });
         parser.finish();
         return extracted;
     }
 
 private:
-    bool spend(std::size_t bytes) {
-        const bool suffices = bytes <= budget_;
-        budget_ -= suffices ? bytes : budget_;
+    bool spend(std::size_t work) {
+        const bool suffices = work <= budget_;
+        budget_ -= suffices ? work : budget_;
         return suffices;
     }
 
@@ -95,7 +101,7 @@ XLSXReader::Result XLSXReader::read(std::string_view archive) {
     if (parts.isEmpty()) {
         return ReaderError::notAZip;
     }
-    TextPool pool(readingBudget(archive.size()));
+    TextPool pool(textCapacity(archive.size()));
     SharedStringsParser sharedStrings(pool);
     if (!parts.parse("xl/sharedStrings.xml", sharedStrings)) {
         sharedStrings.clear();

@@ -46,34 +46,10 @@ void release(void* memory) {
 
 constexpr XML_Memory_Handling_Suite boundedMemory = {allocate, resize, release};
 
-XML_Parser asParser(void* argument) {
-    return static_cast<XML_Parser>(argument);
-}
-
-XmlEvents& eventsOf(void* parser) {
-    return *static_cast<XmlEvents*>(XML_GetUserData(asParser(parser)));
-}
-
-void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
-    eventsOf(parser).startElement(name, XmlAttributes(attributes));
-}
-
-void onEnd(void* parser, const XML_Char* name) {
-    eventsOf(parser).endElement(name);
-}
-
-void onCharacters(void* parser, const XML_Char* text, int length) {
-    eventsOf(parser).characters({text, static_cast<std::size_t>(length)});
-}
-
-/// Entities and default attributes, which can multiply, are declared in an internal subset only:
-/// nothing outside the document is ever loaded.
-void onDocumentType(void* parser, const XML_Char*, const XML_Char*, const XML_Char*,
-                    int hasInternalSubset) {
-    if (hasInternalSubset != 0) {
-        XML_StopParser(asParser(parser), XML_FALSE);
-    }
-}
+/// In bytes of plain text; measured with documents of nothing else.
+constexpr std::size_t workOfElement = 12;
+constexpr std::size_t workOfAttribute = 12;
+constexpr std::size_t workOfText = 3;  ///< as a line break of its own is one
 
 }  // namespace
 
@@ -87,15 +63,30 @@ std::optional<std::string_view> XmlAttributes::find(std::string_view name) const
 }
 
 XmlParser::XmlParser(XmlEvents& events)
-    : parser_(XML_ParserCreate_MM(nullptr, &boundedMemory, nullptr)) {
+    : events_(events), parser_(XML_ParserCreate_MM(nullptr, &boundedMemory, nullptr)) {
     if (!parser_) {
         return;  // no memory: as if the document broke off at once
     }
-    XML_SetUserData(parser_.get(), &events);
-    XML_UseParserAsHandlerArg(parser_.get());
-    XML_SetElementHandler(parser_.get(), onStart, onEnd);
-    XML_SetCharacterDataHandler(parser_.get(), onCharacters);
-    XML_SetStartDoctypeDeclHandler(parser_.get(), onDocumentType);
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(
+        parser_.get(),
+        [](void* self, const XML_Char* name, const XML_Char** attributes) {
+            static_cast<XmlParser*>(self)->onStart(name, attributes);
+        },
+        [](void* self, const XML_Char* name) {
+            static_cast<XmlParser*>(self)->events_.endElement(name);
+        });
+    XML_SetCharacterDataHandler(parser_.get(), [](void* self, const XML_Char* text, int length) {
+        static_cast<XmlParser*>(self)->onCharacters({text, static_cast<std::size_t>(length)});
+    });
+    // Entities and default attributes, which can multiply, are declared in an internal subset only:
+    // nothing outside the document is ever loaded.
+    XML_SetStartDoctypeDeclHandler(parser_.get(), [](void* self, const XML_Char*, const XML_Char*,
+                                                     const XML_Char*, int hasInternalSubset) {
+        if (hasInternalSubset != 0) {
+            XML_StopParser(static_cast<XmlParser*>(self)->parser_.get(), XML_FALSE);
+        }
+    });
 }
 
 void XmlParser::feed(std::string_view piece) {
@@ -109,6 +100,17 @@ void XmlParser::finish() {
     if (parser_) {
         XML_Parse(parser_.get(), nullptr, 0, XML_TRUE);
     }
+}
+
+void XmlParser::onStart(const char* name, const char* const* attributes) {
+    const int namesAndValues = XML_GetSpecifiedAttributeCount(parser_.get());
+    extraWork_ += workOfElement + workOfAttribute * static_cast<std::size_t>(namesAndValues / 2);
+    events_.startElement(name, XmlAttributes(attributes));
+}
+
+void XmlParser::onCharacters(std::string_view text) {
+    extraWork_ += workOfText;
+    events_.characters(text);
 }
 
 void XmlParser::Deleter::operator()(XML_ParserStruct* parser) const {
