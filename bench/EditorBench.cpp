@@ -80,13 +80,13 @@ int main(int argc, char* argv[]) {
     report("opening the show (budget 300 ms)",
            {measure(window, [&] { screen.state.setActiveShowId(show); })});
 
-    screen.click(QStringLiteral("Morceau 2"));
+    screen.click("Morceau 2");
     report("typing a letter of a title (budget 16 ms)",
-           measureAll(window, [&](int) { screen.type(QStringLiteral("x")); }));
+           measureAll(window, [&](int) { screen.type("x"); }));
     report("moving a song (budget 16 ms)", measureAll(window, [&](int i) {
                QTest::keyClick(&window, i % 2 ? Qt::Key_Up : Qt::Key_Down, Qt::AltModifier);
            }));
-    QQuickItem* list = withProperty(screen.item(QStringLiteral("Morceau 1")), "contentY");
+    QQuickItem* list = withProperty(screen.item("Morceau 1"), "contentY");
     report("scrolling by 120 pixels (budget 16 ms)", measureAll(window, [&](int) {
                list->setProperty("contentY", list->property("contentY").toReal() + 120);
            }));

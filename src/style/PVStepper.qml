@@ -3,9 +3,11 @@ import Tessivo.Style
 
 /** Changes a whole number by 1, with its buttons or the up and down keys, between `from` and `to`.
     A value from elsewhere may lie outside; the next step brings it back. */
-Row {
+Column {
     id: stepper
 
+    /** What the number is, above it. */
+    required property string caption
     required property real value
     property real from: 1
     property real to: 100
@@ -21,33 +23,42 @@ Row {
         }
     }
 
-    spacing: 8
+    spacing: 6
     Keys.onUpPressed: stepper.step(1)
     Keys.onDownPressed: stepper.step(-1)
 
     Accessible.role: Accessible.SpinBox
-    Accessible.name: stepper.label
+    Accessible.name: stepper.caption
 
     PVText {
-        text: stepper.label
-        size: 13
-        anchors.verticalCenter: parent.verticalCenter
+        text: stepper.caption
+        size: Fonts.caption
+        color: Colors.pvPaperFaint
         Accessible.ignored: true
     }
-    PVButton {
-        glyph: Icons.minus
-        tip: "Diminuer"
-        autoRepeat: true
-        enabled: stepper.value > stepper.from
-        Accessible.name: stepper.label + " : diminuer"
-        onClicked: stepper.step(-1)
-    }
-    PVButton {
-        glyph: Icons.add
-        tip: "Augmenter"
-        autoRepeat: true
-        enabled: stepper.value < stepper.to
-        Accessible.name: stepper.label + " : augmenter"
-        onClicked: stepper.step(1)
+    Row {
+        spacing: 8
+
+        PVText {
+            text: stepper.label
+            size: 13
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        PVButton {
+            glyph: Icons.minus
+            tip: "Diminuer"
+            autoRepeat: true
+            enabled: stepper.value > stepper.from
+            Accessible.name: stepper.caption + " : diminuer"
+            onClicked: stepper.step(-1)
+        }
+        PVButton {
+            glyph: Icons.add
+            tip: "Augmenter"
+            autoRepeat: true
+            enabled: stepper.value < stepper.to
+            Accessible.name: stepper.caption + " : augmenter"
+            onClicked: stepper.step(1)
+        }
     }
 }

@@ -3,9 +3,10 @@ import QtQuick.Templates as T
 import Tessivo.Style
 
 /** One tab of the editor. */
-T.AbstractButton {
+T.TabButton {
     id: button
 
+    checkable: false  // the editor tells which tab is shown
     focusPolicy: Qt.TabFocus
     horizontalPadding: 16
     verticalPadding: 10
@@ -13,6 +14,7 @@ T.AbstractButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
+    Accessible.role: Accessible.PageTab
     Accessible.name: text
     Accessible.selected: checked
     Accessible.onPressAction: clicked()

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tessivo.Style
 import Tessivo.Ui
@@ -31,20 +30,16 @@ Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
 
-            ListView {
+            PVListView {
                 id: list
 
                 anchors.fill: parent
-                clip: true
-                spacing: 8
-                boundsBehavior: Flickable.StopAtBounds
                 model: ShowList
                 delegate: ShowCard {
                     width: list.width
                     onClicked: ShowList.open(show.id)
                     onRemovalAsked: removal.ask(show.id)
                 }
-                ScrollBar.vertical: ScrollBar {}
             }
             PVText {
                 visible: list.count === 0

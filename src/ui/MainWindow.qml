@@ -17,8 +17,9 @@ ApplicationWindow {
     title: "Tessivo"
     width: 1180
     height: 820
+    // The editor needs 700 × 500 beside the menu, the import sheet 600 × 520 and its margin.
     minimumWidth: 720
-    minimumHeight: 480
+    minimumHeight: 544
     visible: true
     color: Colors.pvBlack
 

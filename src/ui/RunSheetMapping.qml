@@ -1,21 +1,17 @@
 // In Qt 6.4 a bound component can't be the header or footer of a list, so ids are reached unbound.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Controls.Basic
 import Tessivo.Style
 import Tessivo.Ui
 
 /** Which sheet and rows of the workbook count, and what each column means. */
-ListView {
+PVListView {
     id: mapping
 
     required property ShowImport sheetImport
 
-    clip: true
     spacing: 6
-    boundsBehavior: Flickable.StopAtBounds
     model: sheetImport.columns
-    ScrollBar.vertical: ScrollBar {}
 
     delegate: RunSheetColumnRow {
         width: mapping.width - 12
@@ -50,35 +46,19 @@ ListView {
             width: parent.width
             spacing: 24
 
-            Column {
-                spacing: 6
-
-                PVText {
-                    text: "Ligne des titres de colonnes"
-                    size: Fonts.caption
-                    color: Colors.pvPaperFaint
-                }
-                PVStepper {
-                    label: "Ligne " + value
-                    value: mapping.sheetImport.headerRow
-                    to: 2000
-                    onMoved: row => mapping.sheetImport.headerRow = row
-                }
+            PVStepper {
+                caption: "Ligne des titres de colonnes"
+                label: "Ligne " + value
+                value: mapping.sheetImport.headerRow
+                to: 2000
+                onMoved: row => mapping.sheetImport.headerRow = row
             }
-            Column {
-                spacing: 6
-
-                PVText {
-                    text: "Première ligne de données"
-                    size: Fonts.caption
-                    color: Colors.pvPaperFaint
-                }
-                PVStepper {
-                    label: "Ligne " + value
-                    value: mapping.sheetImport.startRow
-                    to: 2000
-                    onMoved: row => mapping.sheetImport.startRow = row
-                }
+            PVStepper {
+                caption: "Première ligne de données"
+                label: "Ligne " + value
+                value: mapping.sheetImport.startRow
+                to: 2000
+                onMoved: row => mapping.sheetImport.startRow = row
             }
         }
         PVText {

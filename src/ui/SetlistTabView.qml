@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tessivo.Style
 import Tessivo.Ui
@@ -30,23 +29,14 @@ Rectangle {
         anchors.fill: parent
         spacing: 0
 
-        ListView {
+        PVListView {
             id: rows
 
-            clip: true
-            spacing: 8
             topMargin: 16
             bottomMargin: 16
-            boundsBehavior: Flickable.StopAtBounds
-            // The current row is the one in use, which stays alive when it is scrolled away.
-            currentIndex: -1
-            highlightFollowsCurrentItem: false
-            keyNavigationEnabled: false
             model: tab.editor.songs
             Layout.fillWidth: true
             Layout.fillHeight: true
-
-            ScrollBar.vertical: ScrollBar {}
 
             PVText {
                 visible: rows.count === 0
@@ -69,12 +59,6 @@ Rectangle {
                 isDragged: tab.draggingSongId === song.id
 
                 onToggleExpand: tab.expandedSongId = isExpanded ? "" : song.id
-                onActiveFocusChanged: {
-                    if (activeFocus) {
-                        rows.currentIndex = index;
-                        rows.positionViewAtIndex(index, ListView.Contain);
-                    }
-                }
                 onDragStarted: drag.start(row)
                 onDragMoved: position => drag.moveTo(mapToItem(rows, position).y)
                 onDragEnded: drag.end()

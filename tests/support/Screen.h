@@ -12,26 +12,39 @@
 #include "platform/simulated/SimulatedPlatform.h"
 
 #include <utility>
+#include <vector>
 
 namespace tessivo {
 
-/// The whole screen on a simulated computer, with a window that really draws and takes keys.
+/// The whole screen of an admin on a simulated computer, with a window that really draws and takes
+/// keys. Items are found by what a person reads.
 class Screen {
 public:
-    explicit Screen(Show show) : state(computer) {
+    /// Shows the list of these shows.
+    explicit Screen(std::vector<Show> shows) : state(computer) {
+        for (Show& show : shows) {
+            state.importShow(std::move(show));
+        }
+        state.setActiveShowId(std::nullopt);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         setApplication(engine, application);
         engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
         window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
         QVERIFY(window);
-        window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        click(QStringLiteral("Admin"));
+        click("Admin");
         computer.time.advance(2.0);  // the check of the network, to a tick of the clock
+        layOut();
+    }
+
+    /// Shows the editor of this show.
+    explicit Screen(Show show) : Screen(std::vector<Show>()) {
         state.importShow(std::move(show));
         state.jumpTo(0);
-        window->grabWindow();  // lays out
+        layOut();
     }
+
+    void layOut() const { window->grabWindow(); }
 
     /// Every visible text of a window, in drawing order.
     static QStringList texts(const QQuickWindow* shown) {
@@ -40,36 +53,48 @@ public:
         return found;
     }
     QStringList texts() const { return texts(window); }
+    bool shows(const char* text) const { return item(text) != nullptr; }
 
-    /// The visible item whose `text` or accessible name is `text`.
-    QQuickItem* item(const QString& text) const { return find(window->contentItem(), text); }
+    /// The first visible item with this text, explanation or placeholder; none when there is none.
+    QQuickItem* item(const char* text) const {
+        return find(window->contentItem(), QString::fromUtf8(text));
+    }
 
-    void click(const QString& text) const {
+    void click(const char* text) const {
         QQuickItem* target = item(text);
-        QVERIFY2(target, qPrintable(text));
+        QVERIFY2(target, text);
         click(target);
     }
 
-    /// The visible field with this placeholder.
-    QQuickItem* field(const QString& placeholder) const {
-        return find(window->contentItem(), placeholder, "placeholderText");
-    }
-
-    /// The visible button with this explanation.
-    QQuickItem* button(const QString& tip) const { return find(window->contentItem(), tip, "tip"); }
-
-    /// Clicks into the middle of an item.
+    /// Clicks into the middle of an item, and lays out what comes of it.
     void click(QQuickItem* target) const {
         QVERIFY(target);
-        const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
-        QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
+        QTest::mouseClick(window, Qt::LeftButton, {}, centreOf(target));
+        QCoreApplication::processEvents();  // a file panel opens on the next turn
+        layOut();
+    }
+
+    static QPoint centreOf(const QQuickItem* item) {
+        return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(window, key, modifiers);
     }
 
     /// Types into whatever has the keyboard, one key press per character.
-    void type(const QString& text) const {
-        for (const QChar character : text) {
+    void type(const char* text) const {
+        for (const QChar character : QString::fromUtf8(text)) {
             QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(character), {});
         }
+    }
+
+    /// The item with this property that `item` is or stands in.
+    static QQuickItem* around(QQuickItem* item, const char* property) {
+        while (item && !item->property(property).isValid()) {
+            item = item->parentItem();
+        }
+        return item;
     }
 
     /// Every item below `item`, shown or not, also those that a Repeater made.
@@ -83,7 +108,7 @@ public:
 
     /// The stage window, opened as the operator does.
     QQuickWindow* openStage() const {
-        click(QStringLiteral("Ouvrir l'affichage"));
+        click("Ouvrir l'affichage");
         const auto find = [] {
             for (QWindow* shown : QGuiApplication::topLevelWindows()) {
                 if (shown->isVisible() && shown->title() == QStringLiteral("Tessivo — Affichage")) {
@@ -114,15 +139,17 @@ private:
             collect(child, found);
         }
     }
-    static QQuickItem* find(QQuickItem* item, const QString& text, const char* property = "text") {
+    static QQuickItem* find(QQuickItem* item, const QString& text) {
         if (!item->isVisible()) {
             return nullptr;
         }
-        if (item->property(property).toString() == text) {
-            return item;
+        for (const char* property : {"text", "tip", "placeholderText"}) {
+            if (item->property(property).toString() == text) {
+                return item;
+            }
         }
         for (QQuickItem* child : item->childItems()) {
-            if (QQuickItem* found = find(child, text, property)) {
+            if (QQuickItem* found = find(child, text)) {
                 return found;
             }
         }

@@ -4,6 +4,7 @@
 #include "support/Screen.h"
 #include "support/Shows.h"
 
+#include <algorithm>
 #include <string>
 
 using namespace tessivo;
@@ -27,24 +28,23 @@ std::string order(const AppState& state) {
     return digits;
 }
 
-QPoint centreOf(const QQuickItem* item) {
-    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+/// The row of the setlist whose title this is.
+QQuickItem* rowOf(const Screen& screen, const char* title) {
+    return Screen::around(screen.item(title), "isDragged");
 }
 
-/// The row that a title field stands in.
-QQuickItem* rowOf(QQuickItem* field) {
-    while (field && !field->property("isDragged").isValid()) {
-        field = field->parentItem();
-    }
-    return field;
+/// Where a row can be dragged, and tapped on to open it.
+QPoint handleOf(const Screen& screen, const char* title) {
+    return rowOf(screen, title)->mapToScene({18, 20}).toPoint();
 }
 
-QPoint handleOf(QQuickItem* field) {
-    return rowOf(field)->mapToScene({18, 20}).toPoint();
+void tap(const Screen& screen, const char* title) {
+    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen, title));
+    screen.layOut();
 }
 
-const QString title1 = QStringLiteral("Morceau 1");
-const QString title2 = QStringLiteral("Morceau 2");
+const char* const title1 = "Morceau 1";
+const char* const title2 = "Morceau 2";
 
 }  // namespace
 
@@ -52,15 +52,16 @@ class EditorTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QQuickStyle::setStyle(QStringLiteral("Basic")); }
+    void initTestCase() { QQuickStyle::setStyle("Basic"); }
     void preparesAShowFromNothing();
     void renamesTheShow();
     void aTitleIsKeptAtEveryKeystroke();
-    void commitsTimecodeAndLength_data();
     void commitsTimecodeAndLength();
     void clearsTimecodeAndLength();
     void oneRowIsOpenAtATime();
     void aDragTakesThePlaceOfTheRowItEnters();
+    void aDragScrollsALongListAtItsEdge();
+    void tabGoesThroughTheRowsAsTheyAreSeen();
     void altArrowsMoveTheSong();
     void typingSurvivesWhatHappensBesideIt();
     void typedTextOutlivesItsRow();
@@ -74,41 +75,41 @@ private Q_SLOTS:
 
 void EditorTest::preparesAShowFromNothing() {
     Screen screen{Show()};
-    QVERIFY(screen.texts().contains(QStringLiteral("Ajoute ton premier morceau ci-dessous ↓")));
-    QQuickItem* entry = screen.field(QStringLiteral("Titre du morceau, puis Entrée…"));
+    QVERIFY(screen.shows("Ajoute ton premier morceau ci-dessous ↓"));
+    QQuickItem* entry = screen.item("Titre du morceau, puis Entrée…");
     screen.click(entry);
-    QTest::keyClick(screen.window, Qt::Key_Return);
+    screen.press(Qt::Key_Return);
     QVERIFY(screen.state.activeShow()->songs.empty());
-    screen.type(QStringLiteral("  Nuit blanche "));
-    QTest::keyClick(screen.window, Qt::Key_Return);
-    screen.type(QStringLiteral("Carrousel"));
-    screen.click(QStringLiteral("Ajouter"));
+    screen.type("  Nuit blanche ");
+    screen.press(Qt::Key_Return);
+    screen.type("Carrousel");
+    screen.click("Ajouter");
     QCOMPARE(screen.state.activeShow()->songs.size(), 2U);
     QCOMPARE(screen.state.activeShow()->songs[0].title, std::string("Nuit blanche"));
     QCOMPARE(screen.state.activeShow()->songs[1].title, std::string("Carrousel"));
     QCOMPARE(entry->property("text").toString(), QString());
     QVERIFY(entry->hasActiveFocus());
 
-    screen.window->grabWindow();
-    screen.click(screen.button(QStringLiteral("Supprimer le morceau")));
+    screen.layOut();
+    screen.click("Supprimer le morceau");
     QCOMPARE(screen.state.activeShow()->songs.size(), 1U);
-    screen.click(screen.button(QStringLiteral("Retour à tous les shows")));
+    screen.click("Retour à tous les shows");
     QVERIFY(!screen.state.activeShowId());
 }
 
 void EditorTest::renamesTheShow() {
     Screen screen(fourSongs());
-    screen.click(QStringLiteral("Concert"));
-    QTRY_VERIFY(screen.field(QStringLiteral("Nom du show")));
-    QTRY_VERIFY(screen.field(QStringLiteral("Nom du show"))->hasActiveFocus());
-    screen.type(QStringLiteral("Gala"));
-    QTest::keyClick(screen.window, Qt::Key_Return);
+    screen.click("Concert");
+    QTRY_VERIFY(screen.item("Nom du show"));
+    QTRY_VERIFY(screen.item("Nom du show")->hasActiveFocus());
+    screen.type("Gala");
+    screen.press(Qt::Key_Return);
     QCOMPARE(screen.state.activeShow()->name, std::string("Gala"));
-    QTRY_VERIFY(!screen.field(QStringLiteral("Nom du show")));
-    screen.click(QStringLiteral("Gala"));
-    QTRY_VERIFY(screen.field(QStringLiteral("Nom du show")));
-    screen.type(QStringLiteral("x"));
-    screen.click(QStringLiteral("Annuler"));
+    QTRY_VERIFY(!screen.item("Nom du show"));
+    screen.click("Gala");
+    QTRY_VERIFY(screen.item("Nom du show"));
+    screen.type("x");
+    screen.click("Annuler");
     QCOMPARE(screen.state.activeShow()->name, std::string("Gala"));
 }
 
@@ -116,54 +117,48 @@ void EditorTest::aTitleIsKeptAtEveryKeystroke() {
     Screen screen(fourSongs());
     QQuickItem* field = screen.item(title2);
     screen.click(field);
-    QTest::keyClick(screen.window, Qt::Key_Home);
-    screen.type(QStringLiteral(" L"));
+    screen.press(Qt::Key_Home);
+    screen.type(" L");
     QCOMPARE(screen.state.activeShow()->songs[1].title, std::string(" LMorceau 2"));
     QCOMPARE(field->property("cursorPosition").toInt(), 2);
-    QTest::keyClick(screen.window, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(screen.window, Qt::Key_Delete);
+    screen.press(Qt::Key_A, Qt::ControlModifier);
+    screen.press(Qt::Key_Delete);
     QCOMPARE(screen.state.activeShow()->songs[1].title, std::string());
     QVERIFY(field->hasActiveFocus());
 }
 
-void EditorTest::commitsTimecodeAndLength_data() {
-    QTest::addColumn<QString>("placeholder");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    const auto row = [](const char* placeholder, const char* typed, const char* shown) {
-        QTest::addRow("%s", *typed ? typed : "nothing")
-            << QString::fromUtf8(placeholder) << QString::fromUtf8(typed)
-            << QString::fromUtf8(shown);
-    };
-    row("--:--:--:--", "00143200", "00:14:32:00");
-    row("--:--:--:--", "14:32", "00:00:14:32");
-    row("--:--:--:--", "  ", "");
-    row("mm:ss", "3:45", "3:45");
-    row("mm:ss", "90", "1:30");
-    row("mm:ss", "3:75", "4:15");
-    row("mm:ss", "1:02:03", "");
-}
-
 void EditorTest::commitsTimecodeAndLength() {
-    QFETCH(const QString, placeholder);
-    QFETCH(const QString, typed);
-    QFETCH(const QString, shown);
-    Show show = fourSongs();
-    show.songs[0].ltcTimecode = "10:00:00:00";
-    show.songs[0].duration = 60;
-    Screen screen(show);
+    struct Row {
+        const char* placeholder;
+        const char* typed;
+        const char* shown;
+    };
+    const Row rows[] = {
+        {"--:--:--:--", "00143200", "00:14:32:00"},
+        {"--:--:--:--", "14:32", "00:00:14:32"},
+        {"--:--:--:--", "  ", ""},
+        {"mm:ss", "3:45", "3:45"},
+        {"mm:ss", "90", "1:30"},
+        {"mm:ss", "1:02:03", ""},
+    };
+    Screen screen(fourSongs());
     const Song& song = screen.state.activeShow()->songs[0];
-    screen.click(screen.button(QStringLiteral("Déplier")));
-    screen.window->grabWindow();
-    QQuickItem* field = screen.field(placeholder);
-    screen.click(field);
-    QTest::keyClick(screen.window, Qt::Key_A, Qt::ControlModifier);
-    screen.type(typed);
-    QVERIFY(song == show.songs[0]);  // not before Return
-    QTest::keyClick(screen.window, Qt::Key_Return);
-    QCOMPARE(field->property("text").toString(), shown);
-    QCOMPARE(screen.texts().contains(shown), !shown.isEmpty());  // the badge
-    QVERIFY(song != show.songs[0] || shown == QLatin1String("10:00:00:00"));
+    screen.click("Déplier");
+    for (const auto& [placeholder, typed, shown] : rows) {
+        screen.state.updateSongLtcTimecode(song.id, "10:00:00:00");
+        screen.state.updateSongDuration(song.id, 60);
+        const Song before = song;
+        QQuickItem* field = screen.item(placeholder);
+        screen.click(field);
+        screen.press(Qt::Key_A, Qt::ControlModifier);
+        screen.type(typed);
+        QVERIFY2(song == before, typed);  // not before Return
+        screen.press(Qt::Key_Return);
+        screen.layOut();
+        QCOMPARE(field->property("text").toString(), shown);
+        QCOMPARE(screen.texts().contains(shown), *shown != '\0');  // the badge
+        QVERIFY2(song != before, typed);
+    }
 }
 
 void EditorTest::clearsTimecodeAndLength() {
@@ -171,36 +166,35 @@ void EditorTest::clearsTimecodeAndLength() {
     show.songs[0].ltcTimecode = "10:00:00:00";
     show.songs[0].duration = 60;
     Screen screen(show);
-    screen.click(screen.button(QStringLiteral("Déplier")));
-    screen.window->grabWindow();
-    screen.click(screen.button(QStringLiteral("Effacer le timecode")));
-    screen.click(screen.button(QStringLiteral("Effacer la durée")));
+    screen.click("Déplier");
+    screen.click("Effacer le timecode");
+    screen.click("Effacer la durée");
     QVERIFY(!screen.state.activeShow()->songs[0].ltcTimecode);
     QVERIFY(!screen.state.activeShow()->songs[0].duration);
-    QCOMPARE(screen.field(QStringLiteral("mm:ss"))->property("text").toString(), QString());
+    QCOMPARE(screen.item("mm:ss")->property("text").toString(), QString());
 }
 
 void EditorTest::oneRowIsOpenAtATime() {
     Screen screen(fourSongs());
-    const auto open = [&](const QString& title) {
-        return rowOf(screen.item(title))->property("isExpanded").toBool();
+    const auto open = [&](const char* title) {
+        return rowOf(screen, title)->property("isExpanded").toBool();
     };
-    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen.item(title2)));
+    tap(screen, title2);
     QVERIFY(open(title2));
-    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen.item(title1)));
+    tap(screen, title1);
     QVERIFY(open(title1));
     QVERIFY(!open(title2));
-    screen.click(screen.button(QStringLiteral("Replier")));
+    screen.click("Replier");
     QVERIFY(!open(title1));
 }
 
 void EditorTest::aDragTakesThePlaceOfTheRowItEnters() {
     Screen screen(fourSongs());
-    QQuickItem* dragged = rowOf(screen.item(title1));
-    const QPoint from = handleOf(screen.item(title1));
+    QQuickItem* dragged = rowOf(screen, title1);
+    const QPoint from = handleOf(screen, title1);
     const int x = from.x();
-    const QPoint third = centreOf(rowOf(screen.item(QStringLiteral("Morceau 3"))));
-    const QPoint fourth = centreOf(rowOf(screen.item(QStringLiteral("Morceau 4"))));
+    const QPoint third = Screen::centreOf(rowOf(screen, "Morceau 3"));
+    const QPoint fourth = Screen::centreOf(rowOf(screen, "Morceau 4"));
 
     QTest::mousePress(screen.window, Qt::LeftButton, {}, from);
     QTest::mouseMove(screen.window, {x, from.y() + 12});
@@ -216,17 +210,77 @@ void EditorTest::aDragTakesThePlaceOfTheRowItEnters() {
     QVERIFY(!dragged->property("isExpanded").toBool());
 }
 
+void EditorTest::aDragScrollsALongListAtItsEdge() {
+    Screen screen(showWithSongs(30));
+    const auto positionOfFirst = [&, id = screen.state.activeShow()->songs[0].id] {
+        const auto& songs = screen.state.activeShow()->songs;
+        return std::ranges::find(songs, id, &Song::id) - songs.begin();
+    };
+    const QPointer<QQuickItem> dragged = rowOf(screen, title1);
+    const QPoint from = handleOf(screen, title1);
+    const QPoint bottom = screen.item("Titre du morceau, puis Entrée…")->mapToScene({}).toPoint();
+    QTest::mousePress(screen.window, Qt::LeftButton, {}, from);
+    QTest::mouseMove(screen.window, {from.x(), from.y() + 12});
+    // Held still at the lower edge until the last row comes, and then at the upper one.
+    QTest::mouseMove(screen.window, {from.x(), bottom.y() - 20});
+    QTRY_VERIFY_WITH_TIMEOUT(positionOfFirst() == 29, 60000);
+    QTest::mouseMove(screen.window, {from.x(), from.y() - 18});
+    QTRY_VERIFY_WITH_TIMEOUT(positionOfFirst() == 0, 60000);
+    QVERIFY(dragged);
+    QTest::mouseRelease(screen.window, Qt::LeftButton, {}, {from.x(), from.y() - 18});
+    QCOMPARE(dragged->opacity(), 1.0);
+}
+
+void EditorTest::tabGoesThroughTheRowsAsTheyAreSeen() {
+    Screen screen(showWithSongs(60));
+    const auto focusedText = [&](const char* property) {
+        return screen.window->activeFocusItem()->property(property).toString();
+    };
+    // Moved up and down, the first row ends in the third place.
+    screen.click(title1);
+    screen.press(Qt::Key_Down, Qt::AltModifier);
+    screen.press(Qt::Key_Down, Qt::AltModifier);
+    screen.layOut();
+    QCoreApplication::processEvents();
+    QQuickItem* list = rowOf(screen, title1)->parentItem()->parentItem();
+    QMetaObject::invokeMethod(list, "positionViewAtBeginning");
+    screen.click(title2);
+    QStringList titles;
+    for (int i = 0; i < 30; ++i) {
+        titles.append(focusedText("text"));
+        QCOMPARE(focusedText("placeholderText"), "Titre du morceau");
+        const qreal y = screen.window->activeFocusItem()->mapToItem(list, {}).y();
+        QVERIFY2(y >= 0 && y < list->height(), qPrintable(titles.last()));
+        for (const char* tip : {"Déplier", "Supprimer le morceau"}) {
+            screen.press(Qt::Key_Tab);
+            QCOMPARE(focusedText("tip"), tip);
+        }
+        screen.press(Qt::Key_Tab);
+        screen.layOut();
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(titles.mid(0, 4), QStringList({title2, "Morceau 3", title1, "Morceau 4"}));
+    QCOMPARE(titles.last(), "Morceau 30");
+    // And back, over rows that are made again.
+    for (int i = 0; i < 30 * 3; ++i) {
+        screen.press(Qt::Key_Backtab, Qt::ShiftModifier);
+        screen.layOut();
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(focusedText("text"), title2);
+}
+
 void EditorTest::altArrowsMoveTheSong() {
     Screen screen(fourSongs());
     screen.state.jumpTo(1);
     QQuickItem* field = screen.item(title2);
     screen.click(field);
-    QTest::keyClick(screen.window, Qt::Key_Down, Qt::AltModifier);
+    screen.press(Qt::Key_Down, Qt::AltModifier);
     QCOMPARE(order(screen.state), "1324");
     QCOMPARE(screen.state.activeSongIndex(), 2);
     QVERIFY(field->hasActiveFocus());
     for (int i = 0; i < 4; ++i) {
-        QTest::keyClick(screen.window, Qt::Key_Up, Qt::AltModifier);
+        screen.press(Qt::Key_Up, Qt::AltModifier);
     }
     QCOMPARE(order(screen.state), "2134");
     QVERIFY(field->hasActiveFocus());
@@ -236,102 +290,93 @@ void EditorTest::typingSurvivesWhatHappensBesideIt() {
     Show show = fourSongs();
     show.songs[0].duration = 30;
     Screen screen(show);
-    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen.item(title2)));
-    screen.window->grabWindow();
-    QQuickItem* field = screen.field(QStringLiteral("--:--:--:--"));
+    tap(screen, title2);
+    QQuickItem* field = screen.item("--:--:--:--");
     screen.click(field);
-    screen.type(QStringLiteral("1001"));
-    QTest::keyClick(screen.window, Qt::Key_Left);
+    screen.type("1001");
+    screen.press(Qt::Key_Left);
     screen.computer.time.advance(5.0);
     screen.state.jumpTo(2);
     screen.state.updateSongTitle(show.songs[1].id, "Autre titre");
     screen.state.updateSongTitle(show.songs[3].id, "Autre voisin");
     screen.state.moveSong({3}, 0);
     screen.state.removeSong(show.songs[0].id);
-    screen.window->grabWindow();
+    screen.layOut();
     QVERIFY(field->hasActiveFocus());
-    QCOMPARE(field->property("text").toString(), QStringLiteral("1001"));
+    QCOMPARE(field->property("text").toString(), "1001");
     QCOMPARE(field->property("cursorPosition").toInt(), 3);
 }
 
 void EditorTest::typedTextOutlivesItsRow() {
     Screen screen(showWithSongs(60));
-    screen.click(screen.button(QStringLiteral("Déplier")));
-    screen.window->grabWindow();
-    screen.click(screen.field(QStringLiteral("mm:ss")));
-    screen.type(QStringLiteral("3:4"));
-    const QPointer<QQuickItem> row = rowOf(screen.item(title1));
+    screen.click("Déplier");
+    screen.click("mm:ss");
+    screen.type("3:4");
+    const QPointer<QQuickItem> row = rowOf(screen, title1);
     // Another row takes the keyboard, and the first one is scrolled away.
-    screen.click(screen.item(QStringLiteral("Morceau 4")));
+    screen.click("Morceau 4");
     auto* list = row->parentItem()->parentItem();
     QMetaObject::invokeMethod(list, "positionViewAtEnd");
-    screen.window->grabWindow();
+    screen.layOut();
     QTRY_VERIFY(!row);
     QMetaObject::invokeMethod(list, "positionViewAtBeginning");
-    screen.window->grabWindow();
-    QTRY_VERIFY(screen.field(QStringLiteral("mm:ss")));
-    QCOMPARE(screen.field(QStringLiteral("mm:ss"))->property("text").toString(),
-             QStringLiteral("3:4"));
+    screen.layOut();
+    QTRY_VERIFY(screen.item("mm:ss"));
+    QCOMPARE(screen.item("mm:ss")->property("text").toString(), "3:4");
 }
 
 void EditorTest::typingAndMovingCreateNoDelegate() {
     Screen screen(fourSongs());
-    screen.click(screen.item(title2));
-    screen.window->grabWindow();
+    screen.click(title2);
     auto before = Screen::items(screen.window->contentItem());
-    screen.type(QStringLiteral("xyz"));
-    screen.window->grabWindow();
+    screen.type("xyz");
+    screen.layOut();
     QVERIFY(!before.contains(nullptr));
     QCOMPARE(Screen::items(screen.window->contentItem()).size(), before.size());
-    QTest::keyClick(screen.window, Qt::Key_Down, Qt::AltModifier);
-    screen.window->grabWindow();
+    screen.press(Qt::Key_Down, Qt::AltModifier);
+    screen.layOut();
     QVERIFY(!before.contains(nullptr));
     QCOMPARE(Screen::items(screen.window->contentItem()).size(), before.size());
 }
 
 void EditorTest::editsAGuest() {
     Screen screen(fourSongs());
-    QVERIFY(screen.texts().contains(QStringLiteral("Filaire")));  // the chip
-    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen.item(title2)));
-    screen.window->grabWindow();
+    QVERIFY(screen.shows("Filaire"));  // the chip
+    tap(screen, title2);
     const auto& guests = screen.state.activeShow()->songs[1].guests;
-    screen.click(screen.field(QStringLiteral("Nom de l'artiste")));
-    QTest::keyClick(screen.window, Qt::Key_End);
-    screen.type(QStringLiteral(" B"));
+    screen.click("Nom de l'artiste");
+    screen.press(Qt::Key_End);
+    screen.type(" B");
     QCOMPARE(guests[0].name, std::string("Léa B"));
-    QQuickItem* volume = screen.field(QStringLiteral("Volume"));
+    QQuickItem* volume = screen.item("Volume");
     screen.click(volume);
-    QTest::keyClick(screen.window, Qt::Key_A, Qt::ControlModifier);
-    screen.type(QStringLiteral(" -6 "));
+    screen.press(Qt::Key_A, Qt::ControlModifier);
+    screen.type(" -6 ");
     QCOMPARE(guests[0].volume, std::optional<std::string>("-3"));
-    QTest::keyClick(screen.window, Qt::Key_Return);
+    screen.press(Qt::Key_Return);
     QCOMPARE(guests[0].volume, std::optional<std::string>("-6"));
-    QCOMPARE(volume->property("text").toString(), QStringLiteral("-6"));
-    screen.click(QStringLiteral("Ajouter un guest"));
+    QCOMPARE(volume->property("text").toString(), "-6");
+    screen.click("Ajouter un guest");
     QCOMPARE(guests.size(), 2U);
-    screen.window->grabWindow();
-    screen.click(screen.button(QStringLiteral("Retirer ce guest")));
+    screen.layOut();
+    screen.click("Retirer ce guest");
     QCOMPARE(guests.size(), 1U);
     QCOMPARE(guests[0].name, std::string());
 }
 
 void EditorTest::anUnlistedMicrophoneStaysUntilAnotherIsChosen() {
     Screen screen(fourSongs());
-    QTest::mouseClick(screen.window, Qt::LeftButton, {}, handleOf(screen.item(title2)));
-    screen.window->grabWindow();
+    tap(screen, title2);
     const auto& guest = screen.state.activeShow()->songs[1].guests[0];
-    QQuickItem* chooser = screen.item(QStringLiteral("Filaire"));
-    while (chooser && !chooser->property("displayText").isValid()) {
-        chooser = chooser->parentItem();
-    }
+    QQuickItem* chooser = Screen::around(screen.item("Filaire"), "displayText");
     QVERIFY(chooser);
     QCOMPARE(chooser->property("currentIndex").toInt(), -1);
     screen.state.addMic("HF 4");
     QCOMPARE(chooser->property("currentIndex").toInt(), -1);
     QCOMPARE(guest.mic, std::string("Filaire"));
     screen.click(chooser);
-    QTRY_VERIFY(screen.item(QStringLiteral("HF 3")));
-    screen.click(QStringLiteral("HF 3"));
+    QTRY_VERIFY(screen.item("HF 3"));
+    screen.click("HF 3");
     QCOMPARE(guest.mic, std::string("HF 3"));
     QCOMPARE(chooser->property("currentIndex").toInt(), 3);
     QCOMPARE(guest.iem, std::string("Perso"));
@@ -339,56 +384,51 @@ void EditorTest::anUnlistedMicrophoneStaysUntilAnotherIsChosen() {
 
 void EditorTest::editsTheLabels() {
     Screen screen(fourSongs());
-    screen.click(QStringLiteral("Micros & IEM"));
-    screen.window->grabWindow();
-    QQuickItem* entry = screen.field(QStringLiteral("Ex: HF 5, Guest 5…"));
+    screen.click("Micros & IEM");
+    QQuickItem* entry = screen.item("Ex: HF 5, Guest 5…");
     screen.click(entry);
-    screen.type(QStringLiteral("  HF 5 "));
-    QTest::keyClick(screen.window, Qt::Key_Return);
+    screen.type("  HF 5 ");
+    screen.press(Qt::Key_Return);
     QCOMPARE(screen.state.activeShow()->mics.back(), std::string("HF 5"));
     QCOMPARE(entry->property("text").toString(), QString());
-    screen.type(QStringLiteral("  "));
-    QTest::keyClick(screen.window, Qt::Key_Return);
+    screen.type("  ");
+    screen.press(Qt::Key_Return);
     QCOMPARE(screen.state.activeShow()->mics.size(), 5U);
 
-    screen.window->grabWindow();
-    QQuickItem* field = screen.item(QStringLiteral("HF 3"));
+    screen.layOut();
+    QQuickItem* field = screen.item("HF 3");
     screen.click(field);
-    QTest::keyClick(screen.window, Qt::Key_End);
-    screen.type(QStringLiteral(" "));
+    screen.press(Qt::Key_End);
+    screen.type(" ");
     QCOMPARE(screen.state.activeShow()->mics[3], std::string("HF 3 "));
     screen.state.removeMic(0);
     QVERIFY(field->hasActiveFocus());
-    screen.click(screen.button(QStringLiteral("Retirer Générique")));
+    screen.click("Retirer Générique");
     QCOMPARE(screen.state.activeShow()->iems, std::vector<std::string>{"Perso"});
 }
 
 void EditorTest::spaceActsOnTheLiveTabOnly() {
     Screen screen(fourSongs());
     screen.state.jumpTo(0);
-    QTest::keyClick(screen.window, Qt::Key_Space);
-    screen.click(screen.item(title1));
-    QTest::keyClick(screen.window, Qt::Key_Space);
+    screen.press(Qt::Key_Space);
+    screen.click(title1);
+    screen.press(Qt::Key_Space);
     QCOMPARE(screen.state.activeSongIndex(), 0);
-    screen.click(QStringLiteral("Vue live"));
-    QTest::keyClick(screen.window, Qt::Key_Space);
+    screen.click("Vue live");
+    screen.press(Qt::Key_Space);
     QCOMPARE(screen.state.activeSongIndex(), 1);
 }
 
 void EditorTest::showsAPlaceholderForAShowThatIsGone() {
     Screen screen(fourSongs());
-    QQuickItem* editor = rowOf(screen.item(title1));
-    while (editor && !editor->property("selectedTab").isValid()) {
-        editor = editor->parentItem();
-    }
+    QQuickItem* editor = Screen::around(screen.item(title1), "selectedTab");
     QVERIFY(editor);
-    editor->setProperty("showId", QStringLiteral("00000000-0000-4000-8000-000000000000"));
-    screen.window->grabWindow();
-    QVERIFY(screen.texts().contains(QStringLiteral("Ajoute ton premier morceau ci-dessous ↓")));
+    editor->setProperty("showId", "00000000-0000-4000-8000-000000000000");
+    screen.layOut();
+    QVERIFY(screen.shows("Ajoute ton premier morceau ci-dessous ↓"));
     QVERIFY(!screen.item(title1));
-    screen.click(QStringLiteral("Micros & IEM"));
-    screen.window->grabWindow();
-    QVERIFY(screen.item(QStringLiteral("Guest 4")));
+    screen.click("Micros & IEM");
+    QVERIFY(screen.item("Guest 4"));
 }
 
 QTEST_MAIN(EditorTest)

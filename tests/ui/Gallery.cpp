@@ -179,7 +179,7 @@ private:
         computer_.time.advance(1.0);
         state_.setActiveShowId(std::nullopt);
         take(*main_, "list-crowded", {1180, 820});
-        take(*main_, "list-narrow", {480, 420});
+        take(*main_, "list-narrow", {720, 544});
     }
 
     void takeImportStates() {
@@ -201,7 +201,7 @@ private:
         main_->findChild<QQuickItem*>(QStringLiteral("importPreview"))
             ->setProperty("expanded", true);
         take(*main_, "import-unread", {1180, 820});
-        take(*main_, "import-narrow", {720, 480});
+        take(*main_, "import-narrow", {720, 544});
         import->selectSheet(1);
         take(*main_, "import-many-columns", {1180, 820});
         QMetaObject::invokeMethod(popup, "close");
@@ -246,20 +246,20 @@ private:
         take(*main_, "editor-typical", {1180, 820});
         set("expandedSongId", QString::fromStdString(show.songs[2].id.toText()));
         take(*main_, "editor-open-song", {1180, 820});
-        take(*main_, "editor-open-song-narrow", {700, 500});
+        take(*main_, "editor-open-song-narrow", {720, 544});
         set("draggingSongId", QString::fromStdString(show.songs[1].id.toText()));
         take(*main_, "editor-dragging", {1180, 820});
         set("draggingSongId", QString());
         set("selectedTab", configTab);
         take(*main_, "editor-labels", {1180, 820});
-        take(*main_, "editor-labels-narrow", {700, 500});
+        take(*main_, "editor-labels-narrow", {720, 544});
         set("selectedTab", setlistTab);
         const Show crowded = crowdedShow();
         present(crowded, 0);
         take(*main_, "editor-crowded", {1180, 820});
         set("expandedSongId", QString::fromStdString(crowded.songs[0].id.toText()));
         take(*main_, "editor-crowded-open-song", {1180, 820});
-        take(*main_, "editor-crowded-narrow", {700, 500});
+        take(*main_, "editor-crowded-narrow", {720, 544});
     }
 
     /// Sets a property of whatever shown item has it.
@@ -288,7 +288,7 @@ private:
         timecode.setAvailableInputDevices(timecode.fetchInputDevices());
         timecode.startCapturing();
         take(*main_, "live-typical", {1180, 820});
-        take(*main_, "live-narrow", {720, 480});
+        take(*main_, "live-narrow", {720, 544});
         computer_.time.advance(138.0);
         settle();
         take(*main_, "live-announced", {1180, 820});
@@ -296,7 +296,7 @@ private:
         take(*main_, "live-finished", {1180, 820});
         present(crowdedShow(), 42);
         take(*main_, "live-crowded", {1180, 820});
-        take(*main_, "live-crowded-narrow", {720, 480});
+        take(*main_, "live-crowded-narrow", {720, 544});
     }
 
     void present(Show show, std::int64_t index) {

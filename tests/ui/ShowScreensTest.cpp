@@ -1,14 +1,8 @@
-#include <QGuiApplication>
-#include <QQmlApplicationEngine>
-#include <QQuickItem>
 #include <QQuickStyle>
-#include <QQuickWindow>
 #include <QTest>
 
-#include "display/Application.h"
 #include "import/XLSXReader.h"
-#include "model/AppState.h"
-#include "platform/simulated/SimulatedPlatform.h"
+#include "support/Screen.h"
 #include "support/Shows.h"
 #include "support/WorkbookWriter.h"
 #include "ui/ShowImport.h"
@@ -31,74 +25,18 @@ std::string row(int number, const std::vector<std::string>& texts) {
     return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
 }
 
-/// The whole screen of an admin without an active show, in a window that draws and takes keys.
-class Screen {
-public:
-    explicit Screen(std::vector<Show> shows = {}) : state(computer) {
-        for (Show& show : shows) {
-            state.importShow(std::move(show));
-        }
-        state.setActiveShowId(std::nullopt);
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplication(engine, application);
-        engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
-        window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
-        QVERIFY(window);
-        QVERIFY(QTest::qWaitForWindowExposed(window));
-        click("Admin");
-        computer.time.advance(2.0);
-        window->grabWindow();  // lays out
-    }
+/// Chooses a file with this content on the import sheet.
+void pickFile(Screen& screen, const std::string& content) {
+    screen.computer.files.contents["/Gala.xlsx"] = content;
+    screen.computer.panels.answers = {"/Gala.xlsx"};
+    screen.click("Choisir un fichier…");
+}
 
-    /// Every visible item that shows or is called `text`.
-    QList<QQuickItem*> items(const char* text) const {
-        QList<QQuickItem*> found;
-        collect(window->contentItem(), QString::fromUtf8(text), found);
-        return found;
-    }
-    bool shows(const char* text) const { return !items(text).isEmpty(); }
+ShowImport* sheetImportOf(const Screen& screen) {
+    return screen.window->findChild<ShowImport*>();
+}
 
-    /// Clicks on the last of these drawn, which lies on top.
-    void click(const char* text) const {
-        const QList<QQuickItem*> found = items(text);
-        QVERIFY2(!found.isEmpty(), text);
-        const QQuickItem* target = found.last();
-        const QPointF centre = target->mapToScene({target->width() / 2, target->height() / 2});
-        QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
-        QCoreApplication::processEvents();  // a file panel opens on the next turn
-        window->grabWindow();
-    }
-    void type(const char* text) const {
-        for (const char* letter = text; *letter; ++letter) {
-            QTest::keyClick(window, *letter);
-        }
-    }
-    void pickFile(const std::string& content) {
-        computer.files.contents["/Gala.xlsx"] = content;
-        computer.panels.answers = {"/Gala.xlsx"};
-        click("Choisir un fichier…");
-    }
-    ShowImport* sheetImport() const { return window->findChild<ShowImport*>(); }
-
-    SimulatedPlatform computer;
-    AppState state;
-    Application application{state, computer};
-    QQmlApplicationEngine engine;
-    QQuickWindow* window = nullptr;
-
-private:
-    static void collect(QQuickItem* item, const QString& text, QList<QQuickItem*>& found) {
-        if (!item->isVisible()) {
-            return;
-        }
-        if (item->property("text").toString() == text || item->property("tip").toString() == text) {
-            found.append(item);
-        }
-        for (QQuickItem* child : item->childItems()) {
-            collect(child, text, found);
-        }
-    }
-};
+const std::vector<Show> noShows;
 
 }  // namespace
 
@@ -123,7 +61,7 @@ void ShowScreensTest::cardsTellTheShowsAndOpenThem() {
     one.mics.clear();
     Show none;
     none.name = "Rien";
-    Screen screen({one, none});
+    Screen screen(std::vector{one, none});
     QVERIFY(screen.shows("1 morceau · 0 micros configurés"));
     QVERIFY(screen.shows("0 morceaux · 4 micros configurés"));
     QVERIFY(!screen.shows("Aucun show pour l'instant"));
@@ -146,15 +84,15 @@ void ShowScreensTest::aShowIsCreatedOrNot() {
     QFETCH(QString, typed);
     QFETCH(int, key);
     QFETCH(QStringList, names);
-    Screen screen;
+    Screen screen(noShows);
     QVERIFY(screen.shows("Aucun show pour l'instant"));
     // What was typed and cancelled before isn't there again.
     screen.click("Nouveau show");
     screen.type("abandon");
-    QTest::keyClick(screen.window, Qt::Key_Escape);
+    screen.press(Qt::Key_Escape);
     screen.click("Nouveau show");
     screen.type(typed.toUtf8().constData());
-    QTest::keyClick(screen.window, Qt::Key(key));
+    screen.press(Qt::Key(key));
     QStringList created;
     for (const Show& show : screen.state.shows()) {
         created.append(QString::fromStdString(show.name));
@@ -164,7 +102,7 @@ void ShowScreensTest::aShowIsCreatedOrNot() {
 }
 
 void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
-    Screen screen({showWithSongs(1), showWithSongs(2)});
+    Screen screen(std::vector{showWithSongs(1), showWithSongs(2)});
     const Uuid kept = screen.state.shows().front().id;
     for (const char* answer : {"Annuler", "Supprimer"}) {
         QCOMPARE(screen.state.shows().size(), 2U);
@@ -177,10 +115,10 @@ void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
 }
 
 void ShowScreensTest::aRunSheetIsImported() {
-    Screen screen;
+    Screen screen(noShows);
     screen.click("Importer un conducteur");
-    screen.pickFile(workbookOf(row(2, {"Titre", "Durée"}) + row(3, {"Intro", "0:03:45"}) +
-                               row(4, {"Final", "3 min"})));
+    pickFile(screen, workbookOf(row(2, {"Titre", "Durée"}) + row(3, {"Intro", "0:03:45"}) +
+                                row(4, {"Final", "3 min"})));
     QCOMPARE(screen.computer.panels.openRequests.size(), 1U);
     QCOMPARE(screen.computer.panels.openRequests[0].extension, "xlsx");
     QVERIFY(screen.shows("Ligne 2"));
@@ -189,12 +127,12 @@ void ShowScreensTest::aRunSheetIsImported() {
     screen.click("Importer");
     QVERIFY(screen.state.shows().empty());
 
-    screen.sheetImport()->setRole(0, 1);
-    screen.sheetImport()->setRole(1, 3);
+    sheetImportOf(screen)->setRole(0, 1);
+    sheetImportOf(screen)->setRole(1, 3);
     QVERIFY(screen.shows("2 morceaux seront créés"));
     screen.click("1 durée et 0 timecodes à lire, 1 cellule ne peut pas être lue");
     QVERIFY(screen.shows("Ligne 4, colonne B : 3 min"));
-    screen.sheetImport()->setStartRow(4);
+    sheetImportOf(screen)->setStartRow(4);
     QVERIFY(screen.shows("1 morceau sera créé"));
 
     screen.click("Gala");
@@ -203,17 +141,17 @@ void ShowScreensTest::aRunSheetIsImported() {
     QVERIFY(screen.state.activeShow());
     QCOMPARE(screen.state.activeShow()->name, "Gala!");
     QCOMPARE(screen.state.activeShow()->songs.size(), 1U);
-    QTRY_VERIFY(!screen.sheetImport());
+    QTRY_VERIFY(!sheetImportOf(screen));
 }
 
 void ShowScreensTest::aCancelledPanelAndABadFileChangeNothing() {
-    Screen screen;
+    Screen screen(noShows);
     screen.click("Importer un conducteur");
-    screen.pickFile("rien");
+    pickFile(screen, "rien");
     QVERIFY(screen.shows("Impossible de lire ce fichier Excel."));
     screen.click("Choisir un fichier…");  // the panel is cancelled
     QVERIFY(screen.shows("Impossible de lire ce fichier Excel."));
-    screen.pickFile(WorkbookWriter({}).file());
+    pickFile(screen, WorkbookWriter({}).file());
     QVERIFY(screen.shows("Aucune feuille trouvée dans ce fichier."));
     screen.click("Fermer");
     screen.click("Importer un conducteur");
@@ -222,30 +160,30 @@ void ShowScreensTest::aCancelledPanelAndABadFileChangeNothing() {
 }
 
 void ShowScreensTest::choosingASheetTakesTheRolesBack() {
-    Screen screen;
+    Screen screen(noShows);
     screen.click("Importer un conducteur");
-    screen.pickFile(WorkbookWriter({row(1, {"A"}) + row(2, {"a"}), row(5, {"B"})}).file());
+    pickFile(screen, WorkbookWriter({row(1, {"A"}) + row(2, {"a"}), row(5, {"B"})}).file());
     QVERIFY(screen.shows("Feuille"));
     screen.click("Ignorer");
     QTRY_VERIFY(screen.shows("Titre du morceau"));
     screen.click("Titre du morceau");
-    QCOMPARE(screen.sheetImport()->songCount(), 1);
+    QCOMPARE(sheetImportOf(screen)->songCount(), 1);
     screen.click("Feuille 1");
     QTRY_VERIFY(screen.shows("Feuille 2"));
     screen.click("Feuille 2");
-    QCOMPARE(screen.sheetImport()->selectedSheetIndex(), 1);
+    QCOMPARE(sheetImportOf(screen)->selectedSheetIndex(), 1);
     QVERIFY(screen.shows("Ignorer"));
     QVERIFY(screen.shows("Ligne 5"));
     screen.click("Diminuer");
-    QCOMPARE(screen.sheetImport()->startRow(), 5);
+    QCOMPARE(sheetImportOf(screen)->startRow(), 5);
 }
 
 void ShowScreensTest::absurdColumnsAreBounded() {
-    Screen screen;
+    Screen screen(noShows);
     screen.click("Importer un conducteur");
-    screen.pickFile(workbookOf("<row r=\"1\"><c r=\"zzzzzzzzzzzzz1\"><v>1</v></c></row>"));
-    QCOMPARE(screen.sheetImport()->columns()->rowCount(), int(RunSheetColumns::maximumListed));
-    QVERIFY(screen.sheetImport()->unlistedColumns() > 0);
+    pickFile(screen, workbookOf("<row r=\"1\"><c r=\"zzzzzzzzzzzzz1\"><v>1</v></c></row>"));
+    QCOMPARE(sheetImportOf(screen)->columns()->rowCount(), int(RunSheetColumns::maximumListed));
+    QVERIFY(sheetImportOf(screen)->unlistedColumns() > 0);
     QVERIFY(screen.items("Ignorer").size() < 100);  // only what is in sight is made
 }
 

@@ -1,0 +1,40 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+
+/** A list that the keyboard goes through row by row. Its delegates have an `index`. */
+ListView {
+    id: list
+
+    readonly property Item focusItem: Window.activeFocusItem
+
+    clip: true
+    spacing: 8
+    boundsBehavior: Flickable.StopAtBounds
+    // The current row is the one with the keyboard, which stays alive when it is scrolled away.
+    currentIndex: -1
+    highlightFollowsCurrentItem: false
+    keyNavigationEnabled: false
+
+    ScrollBar.vertical: ScrollBar {}
+
+    onFocusItemChanged: {
+        let row = focusItem;
+        while (row && row.parent !== contentItem) {
+            row = row.parent;
+        }
+        if (row && row.index !== undefined) {
+            currentIndex = row.index;
+            // The Tab key goes on only to a row that is there.
+            const next = focusItem.focusReason === Qt.TabFocusReason ? 1 : focusItem.focusReason === Qt.BacktabFocusReason ? -1 : 0;
+            positionViewAtIndex(Math.max(0, Math.min(count - 1, row.index + next)), ListView.Contain);
+            positionViewAtIndex(row.index, ListView.Contain);
+        }
+    }
+
+    RowOrder {
+        rows: list.contentItem
+    }
+}
