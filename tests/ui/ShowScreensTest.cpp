@@ -103,7 +103,7 @@ void ShowScreensTest::aShowIsCreatedOrNot() {
 
 void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
     Screen screen(std::vector{showWithSongs(1), showWithSongs(2)});
-    const Uuid kept = screen.state.shows().front().id;
+    const Uuid kept = screen.state.shows().back().id;
     for (const char* answer : {"Annuler", "Supprimer"}) {
         QCOMPARE(screen.state.shows().size(), 2U);
         screen.click("Supprimer ce show");
