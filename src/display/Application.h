@@ -2,6 +2,9 @@
 
 #include "platform/Platform.h"
 
+#include <set>
+
+class QObject;
 class QQmlEngine;
 
 namespace tessivo {
@@ -12,6 +15,10 @@ class AppState;
 struct Application {
     AppState& state;
     Platform platform;
+    std::set<const QObject*> reasonsToStayAwake = {};
+
+    /// The computer stays awake as long as there is a reason to.
+    void keepAwake(const QObject* reason, bool active);
 };
 
 /// `application` outlives the engine.

@@ -12,66 +12,74 @@ Rectangle {
     property string countdown: ""
     property bool urgent: false
 
+    /** How large the title and the guests are drawn; the line above them stays as it is. */
+    property real bodyScale: 1
     readonly property alias guestsOnOneLine: guests.onOneLine
 
     /// Brings the height up to date at once rather than before the next frame.
     function layOut() {
         guests.forceLayout();
-        content.forceLayout();
+        body.forceLayout();
     }
 
-    height: content.height + 40
+    height: header.height + 12 + body.height * bodyScale + 40
     radius: 10
     color: Colors.withOpacity(Colors.pvRed, 0.06)
     border.width: 2.5
     border.color: Colors.pvRed
 
-    Column {
-        id: content
+    Item {
+        id: header
 
         x: 20
         y: 20
         width: card.width - 40
-        spacing: 12
+        height: Math.max(marker.height, timeLeft.height)
 
-        Item {
-            width: parent.width
-            height: Math.max(marker.height, timeLeft.height)
+        Row {
+            id: marker
 
-            Row {
-                id: marker
+            spacing: 10
+            anchors.verticalCenter: parent.verticalCenter
 
-                spacing: 10
+            Rectangle {
+                width: 12
+                height: 12
+                radius: 6
+                color: Colors.pvRed
                 anchors.verticalCenter: parent.verticalCenter
-
-                Rectangle {
-                    width: 12
-                    height: 12
-                    radius: 6
-                    color: Colors.pvRed
-                    anchors.verticalCenter: parent.verticalCenter
-                }
-                PVText {
-                    text: "EN COURS"
-                    size: 14
-                    weight: Font.Bold
-                    color: Colors.pvRed
-                    font.letterSpacing: 2
-                    anchors.verticalCenter: parent.verticalCenter
-                }
             }
             PVText {
-                id: timeLeft
-
-                text: card.countdown
-                size: 26
+                text: "EN COURS"
+                size: 14
                 weight: Font.Bold
-                digits: true
-                color: card.urgent ? Colors.pvRed : Colors.pvPaperDim
-                anchors.right: parent.right
+                color: Colors.pvRed
+                font.letterSpacing: 2
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
+        PVText {
+            id: timeLeft
+
+            text: card.countdown
+            size: 26
+            weight: Font.Bold
+            digits: true
+            color: card.urgent ? Colors.pvRed : Colors.pvPaperDim
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+
+    Column {
+        id: body
+
+        x: 20
+        y: header.y + header.height + 12
+        width: header.width / card.bodyScale
+        scale: card.bodyScale
+        transformOrigin: Item.TopLeft
+        spacing: 12
 
         PVText {
             width: parent.width
@@ -92,12 +100,12 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
         }
 
-        // Side by side; when they don't all fit on one line, the line is full and breaks.
+        // Side by side, on as many lines as it takes.
         Flow {
             id: guests
 
             visible: card.song.guests.length > 0
-            width: Math.min(content.width, onOneLine)
+            width: Math.min(body.width, widestLine)
             spacing: 12
             anchors.horizontalCenter: parent.horizontalCenter
 
@@ -108,13 +116,24 @@ Rectangle {
                 }
                 return Math.max(0, total);
             }
+            /** As the cards break into lines, so that the lines as a whole stand in the middle. */
+            readonly property real widestLine: {
+                let widest = 0;
+                let line = 0;
+                for (let i = 0; i < repeater.count; ++i) {
+                    const width = repeater.itemAt(i)?.width ?? 0;
+                    line = line > 0 && line + spacing + width <= body.width ? line + spacing + width : width;
+                    widest = Math.max(widest, line);
+                }
+                return widest;
+            }
 
             Repeater {
                 id: repeater
 
                 model: card.song.guests
                 delegate: GuestCard {
-                    maximumWidth: content.width
+                    maximumWidth: body.width
                 }
             }
         }

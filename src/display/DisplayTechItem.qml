@@ -7,6 +7,7 @@ Column {
 
     required property string label
     required property string value
+    property real maximumWidth: 600
 
     spacing: 2
 
@@ -23,6 +24,8 @@ Column {
         size: 16
         weight: Font.Bold
         color: Colors.pvAmber
+        width: Math.min(implicitWidth, item.maximumWidth)
+        elide: Text.ElideRight
         anchors.horizontalCenter: parent.horizontalCenter
     }
 }

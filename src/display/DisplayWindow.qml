@@ -28,6 +28,13 @@ Window {
     }
 
     FullScreenShortcut {
+        id: fullScreen
         target: window
+    }
+    TapHandler {
+        onDoubleTapped: fullScreen.toggle()
+    }
+    KeepAwake {
+        active: window.visible
     }
 }

@@ -5,10 +5,7 @@ Shortcut {
     required property Window target
     property int visibilityBefore: Window.Windowed
 
-    // Spelled out: where the platform's standard key is F11 too, naming both makes it ambiguous, and
-    // then neither acts. The second is Control-Command-F.
-    sequences: ["F11", "Ctrl+Meta+F"]
-    onActivated: {
+    function toggle(): void {
         if (target.visibility === Window.FullScreen) {
             target.visibility = visibilityBefore;
         } else {
@@ -16,4 +13,9 @@ Shortcut {
             target.visibility = Window.FullScreen;
         }
     }
+
+    // Spelled out: where the platform's standard key is F11 too, naming both makes it ambiguous, and
+    // then neither acts. The second is Control-Command-F.
+    sequences: ["F11", "Ctrl+Meta+F"]
+    onActivated: toggle()
 }

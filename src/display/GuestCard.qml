@@ -24,6 +24,8 @@ Rectangle {
         width: card.width - 28
         spacing: 6
 
+        readonly property real valueWidth: (card.maximumWidth - 28 - 2 * 16) / 3
+
         PVText {
             text: card.modelData.name || "—"
             size: 22
@@ -39,15 +41,18 @@ Rectangle {
             DisplayTechItem {
                 label: "MICRO"
                 value: card.modelData.mic
+                maximumWidth: content.valueWidth
             }
             DisplayTechItem {
                 label: "IEM"
                 value: card.modelData.iem
+                maximumWidth: content.valueWidth
             }
             DisplayTechItem {
                 visible: card.modelData.volume !== ""
                 label: "VOL"
                 value: card.modelData.volume
+                maximumWidth: content.valueWidth
             }
         }
     }

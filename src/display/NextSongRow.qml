@@ -19,15 +19,23 @@ Rectangle {
 
     height: content.height + 2 * verticalPadding
     radius: 8
-    color: urgent ? Colors.withOpacity(Colors.pvAmber, 0.12)
-                  : first ? Colors.withOpacity(Colors.pvAmber, 0.06) : Colors.pvBlack2
+    color: first ? "transparent" : Colors.pvBlack2
     border.width: first ? 2 : 1
     border.color: first ? Colors.pvAmber : Colors.withOpacity(Colors.pvLine, 0.4)
 
-    Behavior on color {
-        ColorAnimation {
-            duration: 300
-            easing.type: Easing.InOutQuad
+    // Of its own, so that nothing but a change of urgency is animated.
+    Rectangle {
+        visible: row.first
+        anchors.fill: parent
+        radius: row.radius
+        color: Colors.pvAmber
+        opacity: row.urgent ? 0.12 : 0.06
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 300
+                easing.type: Easing.InOutQuad
+            }
         }
     }
 
@@ -67,7 +75,7 @@ Rectangle {
                 weight: row.first ? Font.Bold : Font.Medium
                 color: row.first ? Colors.pvPaper : Colors.pvPaperDim
                 wrapMode: Text.Wrap
-                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, content.width * 0.5))
+                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, content.width * 0.4))
                 Layout.alignment: Qt.AlignTop
             }
             PVText {
@@ -104,10 +112,12 @@ Rectangle {
                             text: guest.modelData.name || "—"
                             size: row.first ? 16 : 13
                             weight: Font.DemiBold
-                            width: Math.min(implicitWidth, guests.width)
+                            width: Math.min(implicitWidth, Math.max(80, guests.width - equipment.implicitWidth - guest.spacing))
                             elide: Text.ElideRight
                         }
                         PVText {
+                            id: equipment
+
                             text: guest.modelData.equipmentLine
                             size: row.first ? 14 : 12
                             color: Colors.pvAmber

@@ -5,7 +5,6 @@
 #include "display/Application.h"
 #include "live/Countdown.h"
 #include "platform/Clock.h"
-#include "platform/StayAwake.h"
 
 namespace tessivo {
 
@@ -45,7 +44,7 @@ void Receiver::update() {
 
 void Receiver::setFollowing(bool following) {
     const Platform& platform = application_->platform;
-    platform.stayAwake.set(following);
+    application_->keepAwake(this, following);
     if (!following) {
         tick_.reset();
         return;

@@ -13,22 +13,34 @@ Flickable {
 
     readonly property int outerMargin: 28
 
-    /// What the current song's card can have above the start of the next song's row and the footer.
-    readonly property real room: height - outerMargin - currentSlot.y - column.spacing - 80 - footerHeight
+    /// What the current song's card can have above the start of the next song's row and the footer,
+    /// once the past songs are scrolled away.
+    readonly property real room: height - outerMargin - column.spacing - 80 - footerHeight
     readonly property int footerHeight: 40
+    readonly property real pastHeight: card.y
     property bool fitting: false
 
-    /// Draws the current song's card as large as it can be with all its guests in view. A smaller
-    /// card takes more of them on a line, so that its height has to be tried.
+    /// Draws the current song's card as large as it can be with all its guests in view, and gives
+    /// up the past songs rather than its legibility.
     function fitCard() {
         fitting = true;
-        card.scale = 1;
+        const keepsPast = fitInto(room - pastHeight, 0.7);
+        if (!keepsPast) {
+            fitInto(room, 0.3);
+        }
+        contentY = keepsPast ? 0 : Math.max(0, Math.min(pastHeight + column.spacing, contentHeight - height));
+        fitting = false;
+    }
+
+    /// A smaller card takes more guests on a line, so that its height has to be tried.
+    function fitInto(height: real, least: real): bool {
+        card.bodyScale = 1;
         card.layOut();
-        while (card.height * card.scale > room && card.scale > 0.3) {
-            card.scale *= 0.95;
+        while (card.height > height && card.bodyScale > least) {
+            card.bodyScale *= 0.95;
             card.layOut();
         }
-        fitting = false;
+        return card.height <= height;
     }
 
     /// Not at once: a layout that is being made can't be made again.
@@ -46,26 +58,19 @@ Flickable {
     }
 
     onRoomChanged: fitCardSoon()
+    onPastHeightChanged: fitCardSoon()
 
     contentWidth: width
     contentHeight: column.height + 2 * outerMargin
     boundsBehavior: Flickable.StopAtBounds
     clip: true
 
-    ScrollBar.vertical: ScrollBar {
-        policy: view.contentHeight > view.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-        contentItem: Rectangle {
-            implicitWidth: 4
-            radius: 2
-            color: Colors.pvLine
-        }
-    }
+    ScrollBar.vertical: PVScrollBar {}
 
     // Nobody scrolls a screen above a stage: each new song brings its card back into view.
     Connections {
         target: view.content
         function onCurrentChanged() {
-            view.contentY = 0;
             view.fitCardSoon();
         }
     }
@@ -85,23 +90,15 @@ Flickable {
             }
         }
 
-        Item {
-            id: currentSlot
+        CurrentSongCard {
+            id: card
 
             width: column.width
-            height: card.height * card.scale
-
-            CurrentSongCard {
-                id: card
-
-                width: currentSlot.width / scale
-                transformOrigin: Item.TopLeft
-                song: view.content.current
-                countdown: view.content.countdown
-                urgent: view.content.urgent
-                onHeightChanged: view.fitCardSoon()
-                onGuestsOnOneLineChanged: view.fitCardSoon()
-            }
+            song: view.content.current
+            countdown: view.content.countdown
+            urgent: view.content.urgent
+            onHeightChanged: view.fitCardSoon()
+            onGuestsOnOneLineChanged: view.fitCardSoon()
         }
 
         Column {

@@ -21,6 +21,12 @@ Rectangle {
 
     color: Colors.pvBlack
 
+    // A forgotten pointer would stand over a name.
+    HoverHandler {
+        enabled: stage.Window.visibility === Window.FullScreen
+        cursorShape: Qt.BlankCursor
+    }
+
     Item {
         width: stage.width / stage.magnification
         height: stage.height / stage.magnification
@@ -69,11 +75,7 @@ Rectangle {
                     color: Colors.withOpacity(Colors.pvBlack, 0)
                 }
                 GradientStop {
-                    position: 0.5
-                    color: Colors.withOpacity(Colors.pvBlack, 0.9)
-                }
-                GradientStop {
-                    position: 1
+                    position: 0.4
                     color: Colors.pvBlack
                 }
             }

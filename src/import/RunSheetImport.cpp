@@ -178,6 +178,11 @@ std::optional<std::int64_t> RunSheetImport::columnWithRole(ColumnRole role) cons
     return found == columnRoles_.end() ? std::nullopt : std::optional(found->first);
 }
 
+bool RunSheetImport::counts(std::int64_t column) const {
+    const ColumnRole own = role(column);
+    return own == ColumnRole::ignore || columnWithRole(own) == column;
+}
+
 std::vector<Song> RunSheetImport::makeSongs() const {
     std::vector<Song> songs;
     forEachSong([&](const SongCells& cells) {

@@ -62,6 +62,9 @@ public:
     /// Several columns may have one role; the leftmost counts.
     void setRole(std::int64_t column, ColumnRole role) { columnRoles_[column] = role; }
 
+    /// Whether the column is the one that gives its role; true also for a column without one.
+    bool counts(std::int64_t column) const;
+
     /// The chosen sheet, or null; valid until another workbook is loaded.
     const XLSXWorkbook::Sheet* sheet() const;
     /// The columns to be given a role are those from 1 to this one, the last with a cell; 0 without

@@ -1,7 +1,8 @@
 import QtQuick
 import Tessivo.Style
 
-/** One glyph of the icon font. An assistive tool reads the control that it stands in. */
+/** One glyph of the icon font. Its drawing fills about four fifths of its `size`, which is therefore
+    a little above that of the words beside it. An assistive tool reads the control around it. */
 Text {
     property int size: 16
 

@@ -15,9 +15,12 @@ T.Button {
     }
 
     property int look: PVButton.Outlined
+    /** What it says. An & in it is just that, while one in `text` makes a keyboard shortcut. */
+    property string label: text
     property string glyph: ""
     property int glyphSize: 16
     property int textSize: Fonts.caption
+    property int textWeight: Font.DemiBold
     property string tip: ""
     property color fill: Colors.pvRed
     property color foreground: look === PVButton.Filled ? "white" : Colors.pvPaperDim
@@ -25,13 +28,13 @@ T.Button {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitHeight: Math.max(look === PVButton.Plain ? 0 : 30, implicitContentHeight + topPadding + bottomPadding)
     horizontalPadding: look === PVButton.Plain ? 6 : look === PVButton.Filled ? 16 : 12
     verticalPadding: look === PVButton.Plain ? 6 : look === PVButton.Filled ? 8 : 7
     opacity: enabled ? 1 : 0.4
 
     Accessible.role: Accessible.Button
-    Accessible.name: button.text || button.tip
+    Accessible.name: button.label || button.tip
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
@@ -53,13 +56,13 @@ T.Button {
             size: button.glyphSize
             color: button.foreground
         }
-        Text {
+        PVText {
             visible: text !== ""
-            text: button.text
+            text: button.label
+            size: button.textSize
+            weight: button.textWeight
             color: button.foreground
-            font.family: Fonts.text
-            font.pixelSize: button.textSize
-            font.weight: Font.DemiBold
+            Accessible.ignored: true
             elide: Text.ElideRight
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)

@@ -9,21 +9,31 @@ ComboBox {
     id: chooser
 
     property int popupWidth: width
+    /** Shown faintly while nothing is chosen. */
+    property string placeholder: ""
+    /** Shown in place of entries when there are none. */
+    property string emptyText: ""
     property int size: 13
 
     focusPolicy: Qt.TabFocus
     implicitHeight: 30
     leftPadding: 10
-    rightPadding: 30
+    rightPadding: 26
 
     Accessible.role: Accessible.ComboBox
 
     contentItem: PVText {
-        text: chooser.displayText
+        text: chooser.displayText || chooser.placeholder
+        color: chooser.displayText ? Colors.pvPaper : Colors.pvPaperFaint
         size: chooser.size
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
     }
+    PVToolTip {
+        visible: chooser.hovered && (chooser.contentItem as PVText).truncated
+        text: chooser.displayText
+    }
+
     indicator: Icon {
         text: Icons.chevronDown
         x: chooser.width - width - 8
@@ -37,7 +47,7 @@ ComboBox {
     }
 
     delegate: PVComboEntry {
-        text: chooser.textAt(index)
+        label: chooser.textAt(index)
         current: index === chooser.currentIndex
     }
 
@@ -50,10 +60,18 @@ ComboBox {
 
         contentItem: ListView {
             clip: true
-            implicitHeight: contentHeight
+            implicitHeight: chooser.count > 0 ? contentHeight : 32
             model: chooser.popup.visible ? chooser.delegateModel : null
             currentIndex: chooser.highlightedIndex
             ScrollIndicator.vertical: ScrollIndicator {}
+
+            PVText {
+                visible: chooser.count === 0
+                text: chooser.emptyText
+                size: Fonts.caption
+                color: Colors.pvPaperDim
+                padding: 8
+            }
         }
         background: Rectangle {
             radius: 6

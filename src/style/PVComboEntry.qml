@@ -7,15 +7,17 @@ ItemDelegate {
     id: entry
 
     required property int index
+    /** Not `text`, in which an & makes a keyboard shortcut. */
+    property string label: ""
     property bool current: false
 
     width: ListView.view.width
     height: 32
     highlighted: ListView.isCurrentItem
-    Accessible.name: text
+    Accessible.name: label
 
     contentItem: PVText {
-        text: entry.text
+        text: entry.label
         size: 13
         color: entry.current ? Colors.pvAmber : Colors.pvPaper
         elide: Text.ElideRight

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Tessivo.Style
 
 /** Asks before something is done: a title, a message or a text field, "Annuler" and the action.
-    Return does it, Escape cancels. */
+    Return does it unless it destroys something, Escape cancels. */
 Dialog {
     id: dialog
 
@@ -13,6 +13,8 @@ Dialog {
     /** A text to be asked for is edited in a field with this placeholder. */
     property string placeholder: ""
     property alias value: field.text
+    /** True when the action can't be undone: a hasty Return then cancels. */
+    property bool destructive: false
     /** False when there is nothing to cancel. */
     property bool cancels: true
 
@@ -30,7 +32,7 @@ Dialog {
             field.forceActiveFocus();
             field.selectAll();
         } else {
-            confirm.forceActiveFocus();
+            (destructive ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
@@ -78,6 +80,8 @@ Dialog {
             spacing: 8
 
             PVButton {
+                id: cancel
+
                 visible: dialog.cancels
                 text: "Annuler"
                 height: confirm.height

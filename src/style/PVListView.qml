@@ -9,6 +9,8 @@ ListView {
     id: list
 
     readonly property Item focusItem: Window.activeFocusItem
+    /** How much of the width the scroll bar takes when it stands beside the rows. */
+    readonly property int barWidth: 14
 
     clip: true
     spacing: 8
@@ -18,7 +20,7 @@ ListView {
     highlightFollowsCurrentItem: false
     keyNavigationEnabled: false
 
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: PVScrollBar {}
 
     onFocusItemChanged: {
         let row = focusItem;

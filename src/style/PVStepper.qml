@@ -12,6 +12,8 @@ Column {
     property real from: 1
     property real to: 100
     property string label: ""
+    /** The label that takes most room: the buttons stay where they are while it changes. */
+    property string widestLabel: label
 
     /** The operator asks for another value; whoever owns it takes it. */
     signal moved(real value)
@@ -42,7 +44,16 @@ Column {
         PVText {
             text: stepper.label
             size: 13
+            width: Math.max(implicitWidth, widest.implicitWidth)
             anchors.verticalCenter: parent.verticalCenter
+
+            PVText {
+                id: widest
+
+                visible: false
+                text: stepper.widestLabel
+                size: 13
+            }
         }
         PVButton {
             glyph: Icons.minus

@@ -10,7 +10,10 @@ TextField {
     property int radius: 4
     /** False for a field that lies flat in its row until somebody types in it. */
     property bool boxed: true
+    /** True while what is typed doesn't count yet. */
+    property bool pending: false
 
+    implicitHeight: Math.max(boxed ? 30 : 0, contentHeight + topPadding + bottomPadding)
     color: Colors.pvPaper
     placeholderTextColor: Colors.pvPaperFaint
     selectionColor: Colors.pvRedDim
@@ -29,7 +32,14 @@ TextField {
     background: Rectangle {
         radius: field.radius
         color: field.boxed || field.activeFocus ? Colors.pvBlack3 : "transparent"
-        border.width: field.activeFocus || (field.hovered && field.boxed) ? 1 : 0
-        border.color: field.activeFocus ? Colors.pvAmber : Colors.pvLine
+        border.width: field.activeFocus || field.pending || (field.hovered && field.boxed) ? 1 : 0
+        border.color: field.activeFocus || field.pending ? Colors.pvAmber : Colors.pvLine
+    }
+
+    PVToolTip {
+        readonly property bool truncated: !field.activeFocus && field.contentWidth > field.width - field.leftPadding - field.rightPadding
+
+        visible: field.pending ? field.hovered || field.activeFocus : field.hovered && truncated
+        text: field.pending ? "Entrée pour valider" : field.text
     }
 }

@@ -48,7 +48,7 @@ ColumnLayout {
         Layout.fillHeight: true
         Layout.maximumHeight: contentHeight
 
-        ScrollBar.vertical: ScrollBar {}
+        ScrollBar.vertical: PVScrollBar {}
 
         Column {
             id: rows

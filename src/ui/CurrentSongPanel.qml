@@ -85,7 +85,7 @@ Rectangle {
         Flow {
             visible: panel.song.guests.length > 0
             width: parent.width
-            spacing: 28
+            spacing: 14
 
             Repeater {
                 model: panel.song.guests
@@ -95,6 +95,7 @@ Rectangle {
                     required property guestInfo modelData
 
                     spacing: 4
+                    rightPadding: 14
 
                     PVText {
                         text: guest.modelData.name || "(sans nom)"
@@ -126,5 +127,7 @@ Rectangle {
         size: 11
         weight: Font.DemiBold
         color: Colors.pvAmber
+        width: Math.min(implicitWidth, content.width / 3 - 12)
+        elide: Text.ElideRight
     }
 }

@@ -12,12 +12,13 @@ PVComboBox {
     currentIndex: Timecode.selectedDeviceRow
     displayText: Timecode.selectedDeviceName
     popupWidth: Math.max(width, 380)
+    emptyText: "Aucune entrée : actualise la liste."
     Accessible.name: "Entrée audio"
 
     delegate: PVComboEntry {
         required property inputDeviceInfo device
 
-        text: device.name
+        label: device.name
         current: index === chooser.currentIndex
     }
 

@@ -12,6 +12,8 @@ PVTextField {
 
     signal commit(string typed)
 
+    pending: text !== stored
+
     function submit(typed: string): void {
         delete drafts[draftKey];
         commit(typed);

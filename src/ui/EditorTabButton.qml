@@ -6,6 +6,9 @@ import Tessivo.Style
 T.TabButton {
     id: button
 
+    /** Not `text`, in which an & makes a keyboard shortcut. */
+    required property string label
+
     checkable: false  // the editor tells which tab is shown
     focusPolicy: Qt.TabFocus
     horizontalPadding: 16
@@ -15,14 +18,14 @@ T.TabButton {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
     Accessible.role: Accessible.PageTab
-    Accessible.name: text
+    Accessible.name: label
     Accessible.selected: checked
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
     contentItem: PVText {
-        text: button.text
+        text: button.label
         size: 12
         weight: Font.DemiBold
         color: button.checked ? Colors.pvPaper : button.hovered ? Colors.pvPaperDim : Colors.pvPaperFaint

@@ -58,7 +58,7 @@ FocusScope {
                     id: name
 
                     look: PVButton.Plain
-                    text: editedShow.name
+                    label: editedShow.name
                     textSize: 15
                     foreground: Colors.pvPaper
                     tip: "Renommer le show"
@@ -101,7 +101,7 @@ FocusScope {
                     required property string modelData
                     required property int index
 
-                    text: modelData
+                    label: modelData
                     checked: view.selectedTab === index
                     onClicked: view.selectedTab = index
                 }

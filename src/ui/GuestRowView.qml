@@ -24,14 +24,16 @@ RowLayout {
     LabelChooser {
         label: row.guest.mic
         labels: row.guests.mics
-        Accessible.name: "Micro"
+        placeholder: "Micro"
+        Accessible.name: placeholder
         Layout.preferredWidth: 130
         onChoose: label => row.guests.setMic(row.guest.id, label)
     }
     LabelChooser {
         label: row.guest.iem
         labels: row.guests.iems
-        Accessible.name: "IEM"
+        placeholder: "IEM"
+        Accessible.name: placeholder
         Layout.preferredWidth: 110
         onChoose: label => row.guests.setIem(row.guest.id, label)
     }

@@ -18,7 +18,7 @@ Rectangle {
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.topMargin: 24
-        anchors.bottomMargin: 16
+        anchors.bottomMargin: 20
         width: Math.min(parent.width - 40, 460)
         spacing: 16
 
@@ -34,9 +34,10 @@ Rectangle {
                 id: list
 
                 anchors.fill: parent
+                anchors.rightMargin: -barWidth
                 model: ShowList
                 delegate: ShowCard {
-                    width: list.width
+                    width: list.width - list.barWidth
                     onClicked: ShowList.open(show.id)
                     onRemovalAsked: removal.ask(show.id)
                 }
@@ -96,6 +97,7 @@ Rectangle {
         title: "Supprimer ce show ?"
         message: "Cette action supprimera le show et toute sa setlist."
         action: "Supprimer"
+        destructive: true
         onAccepted: ShowList.deleteShow(showToDelete)
     }
 

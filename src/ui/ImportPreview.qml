@@ -14,7 +14,7 @@ Column {
     property bool expanded: false
 
     function counted(count: real, noun: string): string {
-        return count + " " + noun + (count === 1 ? "" : "s");
+        return count + " " + noun + (count > 1 ? "s" : "");
     }
 
     spacing: 4
@@ -27,7 +27,7 @@ Column {
         color: Colors.pvPaperFaint
     }
     PVText {
-        visible: preview.sheetImport.unreadCount === 0 && preview.sheetImport.songCount > 0
+        visible: preview.sheetImport.unreadCount === 0 && preview.sheetImport.durationCount + preview.sheetImport.timecodeCount > 0
         text: readings.text
         size: Fonts.smallCaption
         color: Colors.pvPaperFaint
@@ -42,7 +42,8 @@ Column {
         glyph: preview.expanded ? Icons.chevronDown : Icons.chevronRight
         glyphSize: 14
         textSize: Fonts.smallCaption
-        text: readings.text + ", " + preview.counted(preview.sheetImport.unreadCount, "cellule") + (preview.sheetImport.unreadCount === 1 ? " ne peut pas être lue" : " ne peuvent pas être lues")
+        textWeight: Font.Normal
+        text: readings.text + ", " + preview.counted(preview.sheetImport.unreadCount, "cellule") + (preview.sheetImport.unreadCount > 1 ? " illisibles" : " illisible")
         onClicked: preview.expanded = !preview.expanded
     }
     ListView {
@@ -50,11 +51,12 @@ Column {
 
         visible: toggle.visible && preview.expanded
         width: parent.width
-        height: Math.min(contentHeight, 96)
+        // In a small window the mapping needs the room.
+        height: Math.min(contentHeight, 96, Math.max(44, Window.height - 500))
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         model: visible ? preview.sheetImport.unreadCells : []
-        ScrollBar.vertical: ScrollBar {}
+        ScrollBar.vertical: PVScrollBar {}
 
         delegate: PVText {
             required property string modelData
@@ -82,6 +84,6 @@ Column {
     QtObject {
         id: readings
 
-        readonly property string text: preview.counted(preview.sheetImport.durationCount, "durée") + " et " + preview.counted(preview.sheetImport.timecodeCount, "timecode") + " à lire"
+        readonly property string text: preview.counted(preview.sheetImport.durationCount, "durée") + " et " + preview.counted(preview.sheetImport.timecodeCount, "timecode") + " lus"
     }
 }

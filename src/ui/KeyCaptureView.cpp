@@ -48,11 +48,9 @@ bool KeyCaptureView::eventFilter(QObject* watched, QEvent* event) {
 
 KeyCaptureView::Key KeyCaptureView::keyOf(const QKeyEvent& event) {
     static const bool byPlace = hasEvdevCodes();
-    if (byPlace && event.nativeScanCode() == evdevSpace) {
-        return spaceKey;
-    }
-    if (byPlace && event.nativeScanCode() == evdevLeft) {
-        return leftArrowKey;
+    if (const quint32 place = event.nativeScanCode(); byPlace && place != 0) {
+        // The keypad's arrows are other keys, whatever they say.
+        return place == evdevSpace ? spaceKey : place == evdevLeft ? leftArrowKey : noKey;
     }
     switch (event.key()) {
         case Qt::Key_Space:

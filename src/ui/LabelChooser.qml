@@ -19,6 +19,7 @@ PVComboBox {
     displayText: label
     size: Fonts.caption
     popupWidth: Math.max(width, 180)
+    emptyText: "Rien dans l'onglet Micros & IEM."
 
     // The base gives itself an entry with every new model and every choice.
     onModelChanged: follow()

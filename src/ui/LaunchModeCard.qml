@@ -30,8 +30,9 @@ T.Button {
 
     contentItem: Item {
         Column {
-            anchors.centerIn: parent
-            width: parent.width
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 6
+            width: parent.width - 20
             spacing: 10
 
             Icon {

@@ -22,6 +22,9 @@ Rectangle {
         showId: screen.showId
     }
 
+    KeepAwake {
+        active: screen.visible
+    }
     KeyCaptureView {
         onSpace: Desk.goNext()
         onLeftArrow: Desk.goPrev()
@@ -40,13 +43,28 @@ Rectangle {
             contentHeight: songs.height + 2 * screen.margin
             boundsBehavior: Flickable.StopAtBounds
             clip: true
+            onHeightChanged: showCurrentSoon.restart()
 
-            ScrollBar.vertical: ScrollBar {}
+            /** From the top, unless the current song's card would be cut off below. */
+            function showCurrent() {
+                const bottom = songs.y + current.y + current.height + songs.spacing;
+                contentY = Math.max(0, Math.min(bottom - height, songs.y + current.y - songs.spacing));
+            }
+
+            ScrollBar.vertical: PVScrollBar {}
+
+            // Once the cards are laid out.
+            Timer {
+                id: showCurrentSoon
+
+                interval: 0
+                onTriggered: scroll.showCurrent()
+            }
 
             Connections {
                 target: live
                 function onContentChanged() {
-                    scroll.contentY = 0;
+                    showCurrentSoon.restart();
                 }
             }
 
@@ -86,6 +104,8 @@ Rectangle {
                 }
 
                 CurrentSongPanel {
+                    id: current
+
                     width: parent.width
                     visible: live.hasCurrent
                     song: live.current
@@ -168,6 +188,8 @@ Rectangle {
             songsWithTimecode: live.songsWithTimecode
             Layout.fillWidth: true
             Layout.margins: 12
+            Layout.leftMargin: screen.margin
+            Layout.rightMargin: screen.margin
         }
     }
 }

@@ -82,7 +82,7 @@ Rectangle {
             PVButton {
                 glyph: Icons.refresh
                 foreground: Colors.pvPaperFaint
-                Accessible.name: "Actualiser la liste des entrées audio"
+                tip: "Actualiser la liste des entrées audio"
                 onClicked: Timecode.refreshDevices()
             }
             Item {

@@ -62,6 +62,9 @@ ApplicationWindow {
         }
 
         FileMenu {}
+        WindowMenu {
+            onFullScreenToggled: fullScreen.toggle()
+        }
     }
 
     ColumnLayout {
@@ -83,7 +86,7 @@ ApplicationWindow {
                 horizontalAlignment: Text.AlignHCenter
                 size: 13
                 weight: Font.DemiBold
-                text: "Les modifications faites ici ne seront pas conservées : Tessivo est déjà ouvert sur cet ordinateur, ou le dossier de ses préférences n'est pas accessible."
+                text: "Les modifications faites ici ne seront pas conservées\u00A0: Tessivo est déjà ouvert sur cet ordinateur, ou le dossier de ses préférences n'est pas accessible."
             }
         }
 
@@ -119,6 +122,8 @@ ApplicationWindow {
     }
 
     FullScreenShortcut {
+        id: fullScreen
+
         target: window
     }
 

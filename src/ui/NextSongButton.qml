@@ -32,15 +32,28 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: 6
-        color: button.announced ? Colors.withOpacity(Colors.pvAmber, 0.1)
-                                : button.down || button.hovered ? Colors.pvBlack3 : Colors.pvBlack2
+        color: button.down || button.hovered ? Colors.pvBlack3 : button.announced ? "transparent" : Colors.pvBlack2
         border.width: button.announced ? 2 : 1
         border.color: button.announced || button.visualFocus ? Colors.pvAmber : Colors.pvLine
 
-        Behavior on color {
+        Behavior on border.color {
             ColorAnimation {
                 duration: 300
                 easing.type: Easing.InOutQuad
+            }
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: Colors.pvAmber
+            opacity: button.announced ? 0.1 : 0
+
+            Behavior on opacity {
+                NumberAnimation {
+                    duration: 300
+                    easing.type: Easing.InOutQuad
+                }
             }
         }
     }

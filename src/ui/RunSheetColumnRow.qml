@@ -10,6 +10,8 @@ Rectangle {
     required property string letters
     required property string heading
     required property int meaning
+    /** False when a column to the left has the same meaning. */
+    required property bool counts
     required property var roleLabels
 
     signal roleChosen(int role)
@@ -41,6 +43,7 @@ Rectangle {
 
             model: row.roleLabels
             currentIndex: row.meaning
+            displayText: row.counts ? currentText : currentText + " (ignorée)"
             Accessible.name: "Colonne " + row.letters
             Layout.preferredWidth: 190
             onActivated: chosen => row.roleChosen(chosen)

@@ -23,13 +23,18 @@ QVariant RunSheetColumns::data(const QModelIndex& index, int role) const {
             return toQString(import_.columnLabel(column));
         case MeaningRole:
             return static_cast<int>(import_.role(column));
+        case CountsRole:
+            return import_.counts(column);
         default:
             return {};
     }
 }
 
 QHash<int, QByteArray> RunSheetColumns::roleNames() const {
-    return {{LettersRole, "letters"}, {HeadingRole, "heading"}, {MeaningRole, "meaning"}};
+    return {{LettersRole, "letters"},
+            {HeadingRole, "heading"},
+            {MeaningRole, "meaning"},
+            {CountsRole, "counts"}};
 }
 
 void RunSheetColumns::showSheet() {

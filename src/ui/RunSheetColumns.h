@@ -14,7 +14,7 @@ class RunSheetColumns final : public QAbstractListModel {
     QML_ANONYMOUS
 
 public:
-    enum { LettersRole = Qt::UserRole, HeadingRole, MeaningRole };
+    enum { LettersRole = Qt::UserRole, HeadingRole, MeaningRole, CountsRole };
     /// The last column that spreadsheets have, XFD; a file may claim others.
     static constexpr std::int64_t maximumListed = 16384;
 

@@ -14,13 +14,13 @@ PVListView {
     model: sheetImport.columns
 
     delegate: RunSheetColumnRow {
-        width: mapping.width - 12
+        width: mapping.width - mapping.barWidth
         roleLabels: mapping.sheetImport.roleLabels
         onRoleChosen: role => mapping.sheetImport.setRole(index, role)
     }
 
     header: Column {
-        width: mapping.width - 12
+        width: mapping.width - mapping.barWidth
         spacing: 18
         bottomPadding: 8
 
@@ -49,6 +49,7 @@ PVListView {
             PVStepper {
                 caption: "Ligne des titres de colonnes"
                 label: "Ligne " + value
+                widestLabel: "Ligne 2000"
                 value: mapping.sheetImport.headerRow
                 to: 2000
                 onMoved: row => mapping.sheetImport.headerRow = row
@@ -56,6 +57,7 @@ PVListView {
             PVStepper {
                 caption: "Première ligne de données"
                 label: "Ligne " + value
+                widestLabel: "Ligne 2000"
                 value: mapping.sheetImport.startRow
                 to: 2000
                 onMoved: row => mapping.sheetImport.startRow = row
@@ -72,10 +74,10 @@ PVListView {
         visible: mapping.sheetImport.unlistedColumns > 0
         height: visible ? 44 : 0
         topPadding: 8
-        text: "Les colonnes suivantes ne peuvent pas être choisies : un tableau n'en a pas plus de " + mapping.count + "."
+        text: "Les colonnes suivantes ne peuvent pas être choisies\u00A0: un tableau n'en a pas plus de " + mapping.count + "."
         size: Fonts.caption
         color: Colors.pvPaperFaint
-        width: mapping.width - 12
+        width: mapping.width - mapping.barWidth
         wrapMode: Text.Wrap
     }
 }

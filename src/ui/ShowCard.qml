@@ -14,7 +14,7 @@ T.AbstractButton {
 
     signal removalAsked
 
-    implicitHeight: 64
+    implicitHeight: Math.max(64, implicitContentHeight + 24)
     leftPadding: 16
     rightPadding: 10
     hoverEnabled: true
@@ -43,8 +43,9 @@ T.AbstractButton {
                 size: 16
                 weight: Font.DemiBold
                 width: parent.width
+                wrapMode: Text.Wrap
                 elide: Text.ElideRight
-                maximumLineCount: 1
+                maximumLineCount: 2
                 Accessible.ignored: true
             }
             PVText {

@@ -46,7 +46,7 @@ QString ShowImport::errorMessage() const {
 QStringList ShowImport::unreadCells() const {
     QStringList lines;
     for (const RunSheetImport::UnreadCell& cell : preview_.firstUnread) {
-        lines.append(QStringLiteral("Ligne %1, colonne %2 : %3")
+        lines.append(QStringLiteral("Ligne %1, colonne %2\u00A0: %3")
                          .arg(QString::number(cell.row),
                               toQString(XLSXReader::columnLetter(cell.column)),
                               toQString(cell.text).simplified()));

@@ -41,6 +41,7 @@ FocusScope {
             sheetImport: sheetImport
             Layout.fillWidth: true
             Layout.fillHeight: true
+            Layout.rightMargin: -barWidth
         }
 
         PVText {

@@ -74,7 +74,7 @@ ColumnLayout {
         text: "LTC : ex 00143200 → 00:14:32:00 — Durée : ex 3:45"
         size: Fonts.caption
         font.italic: true
-        color: Colors.pvPaperFaint
+        color: Colors.pvPaperDim
     }
     GuestsEditorView {
         showId: details.editor.showId

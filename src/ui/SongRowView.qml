@@ -93,13 +93,20 @@ FocusScope {
                 text: Icons.dragHandle
                 size: 14
                 color: Colors.pvPaperFaint
+                Layout.preferredWidth: 12
+
+                HoverHandler {
+                    cursorShape: row.isDragged ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+                }
             }
             EditedField {
                 boxed: false
                 size: 15
+                leftPadding: 4
                 stored: row.song.title
                 placeholderText: "Titre du morceau"
                 Layout.fillWidth: true
+                Layout.leftMargin: -leftPadding
                 onTextEdited: row.editor.setTitle(row.song.id, text)
                 onAccepted: row.editor.setTitle(row.song.id, text)
             }

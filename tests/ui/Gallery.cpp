@@ -10,6 +10,7 @@
 
 #include "display/Application.h"
 #include "import/XLSXReader.h"
+#include "ltc/LtcEncoder.h"
 #include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "support/WorkbookWriter.h"
@@ -141,6 +142,9 @@ private:
     void takeLaunchStates() {
         const QSize size(1180, 820);
         take(*main_, "launch-choice", size);
+        main_->setProperty("keepsShows", false);
+        take(*main_, "launch-not-kept", size);
+        main_->setProperty("keepsShows", true);
         main_->setProperty("launchMode", stationMode);
         take(*main_, "station-searching", size);
         AdminBroadcaster other(computer_.network.addComputer("Console FOH"), computer_.time);
@@ -150,6 +154,9 @@ private:
         other.update({typicalShow(), 2, computer_.time.now()});
         computer_.time.advance(1.0);
         take(*main_, "station-following", size);
+        other.update({typicalShow(), 8, computer_.time.now()});
+        computer_.time.advance(1.0);
+        take(*main_, "station-finished", size);
         main_->setProperty("launchMode", adminMode);
         take(*main_, "admin-checking", size);
         computer_.time.advance(AdminBroadcaster::checkDuration);
@@ -164,10 +171,20 @@ private:
         present(typicalShow(), 0);
         present(crowdedShow(), 0);
         Show empty;
+        empty.name = "Filage";
         empty.mics.clear();
         present(std::move(empty), 0);
         state_.setActiveShowId(std::nullopt);
         take(*main_, "list-typical", {1180, 820});
+        click("Nouveau show");
+        take(*main_, "list-new-show", {1180, 820});
+        QTest::keyClick(main_, Qt::Key_Escape);
+        click("Supprimer ce show");
+        take(*main_, "list-delete-show", {1180, 820});
+        QTest::keyClick(main_, Qt::Key_Escape);
+        click("Fichier");
+        take(*main_, "menu-file", {1180, 820});
+        QTest::keyClick(main_, Qt::Key_Escape);
         for (int i = 0; i < 30; ++i) {
             Show more = crowdedShow();
             more.id = Uuid::random();
@@ -186,11 +203,12 @@ private:
         computer_.files.contents["/tableau.xlsx"] = "aucun";
         computer_.files.contents["/Festival.xlsx"] =
             test::WorkbookWriter({runSheet(4), runSheet(30)}).file();
-        QObject* popup = main_->findChild<QObject*>(QStringLiteral("importing"));
-        QMetaObject::invokeMethod(popup, "open");
+        click("Importer un conducteur");
         take(*main_, "import-no-file", {1180, 820});
         pickFile("/tableau.xlsx");
         take(*main_, "import-error", {1180, 820});
+        click("Fermer");
+        click("Importer un conducteur");
         pickFile("/Festival.xlsx");
         auto* import = main_->findChild<ShowImport*>();
         take(*main_, "import-untouched", {1180, 820});
@@ -204,7 +222,14 @@ private:
         take(*main_, "import-narrow", {720, 544});
         import->selectSheet(1);
         take(*main_, "import-many-columns", {1180, 820});
-        QMetaObject::invokeMethod(popup, "close");
+        import->selectSheet(0);
+        for (int column = 0; column < 4; ++column) {
+            import->setRole(column, column + 1);
+        }
+        click("Importer");
+        click("Déplier");
+        take(*main_, "editor-imported", {1180, 820});
+        state_.setActiveShowId(std::nullopt);
     }
 
     void pickFile(const char* location) {
@@ -214,6 +239,7 @@ private:
     }
 
     void takeStageStates() {
+        state_.setActiveDisplayShowId(std::nullopt);
         take(*stage_, "stage-waiting", {900, 560});
         Show empty;
         empty.name = "Répétition du jeudi";
@@ -227,7 +253,6 @@ private:
         take(*stage_, "stage-full-hd", {1920, 1080});
         take(*stage_, "stage-4k", {3840, 2160});
         computer_.time.advance(138.0);
-        settle();
         take(*stage_, "stage-urgent", {900, 560});
         state_.jumpTo(7);
         take(*stage_, "stage-last-song", {900, 560});
@@ -281,16 +306,22 @@ private:
         present(typicalShow(), 0);
         set("selectedTab", liveTab);
         take(*main_, "live-first-song", {1180, 820});
+        click("Démarrer la capture");
+        take(*main_, "live-no-input", {1180, 820});
+        computer_.audio.setDevices(
+            {{1, "Interface 2×2 USB", {48000.0, 2}}, {2, "Micro interne", {44100.0, 1}}});
+        click("Actualiser la liste des entrées audio");
+        click("Choisir un périphérique…");
+        take(*main_, "live-choosing-input", {1180, 820});
+        click("Interface 2×2 USB");
+        click("Démarrer la capture");
         state_.jumpTo(2);
         computer_.time.advance(42.0);
-        computer_.audio.setDevices({{1, "Interface 2×2 USB", {48000.0, 2}}});
-        LtcManager& timecode = state_.ltcManager();
-        timecode.setAvailableInputDevices(timecode.fetchInputDevices());
-        timecode.startCapturing();
+        playTimecode({10, 6, 42, 0});
         take(*main_, "live-typical", {1180, 820});
         take(*main_, "live-narrow", {720, 544});
         computer_.time.advance(138.0);
-        settle();
+        playTimecode({10, 9, 0, 0});
         take(*main_, "live-announced", {1180, 820});
         state_.jumpTo(8);
         take(*main_, "live-finished", {1180, 820});
@@ -305,12 +336,54 @@ private:
         state_.jumpTo(index);
     }
 
-    /// Lets animations end.
-    static void settle() { QTest::qWait(500); }
+    /// A second of it, on the input that is captured.
+    void playTimecode(ltc::Timecode timecode) {
+        const ltc::FrameRate rate;
+        ltc::LtcEncoder encoder(rate, 48000);
+        std::vector<float> signal;
+        for (int i = 0; i < 25; ++i) {
+            encoder.appendFrame(timecode, signal);
+            timecode = next(timecode, rate);
+        }
+        for (std::size_t i = 0; i + 512 <= signal.size(); i += 512) {
+            const auto block = signal.begin() + static_cast<std::ptrdiff_t>(i);
+            const std::vector<float> channels[] = {{block, block + 512}, std::vector<float>(512)};
+            computer_.audio.deliver(channels);
+            computer_.time.drain();
+        }
+    }
+
+    /// Clicks on the first shown item that says this.
+    void click(const char* text) const {
+        const QQuickItem* item = find(main_->contentItem(), QString::fromUtf8(text));
+        if (!item) {
+            std::fprintf(stderr, "gallery: nothing says %s\n", text);
+            return;
+        }
+        main_->requestActivate();
+        const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
+        QTest::mouseClick(main_, Qt::LeftButton, {}, centre.toPoint());
+        QTest::qWait(50);
+        main_->grabWindow();  // lays out
+    }
+    static const QQuickItem* find(const QQuickItem* item, const QString& text) {
+        if (!item->isVisible()) {
+            return nullptr;
+        }
+        if (item->property("text") == text || item->property("tip") == text) {
+            return item;
+        }
+        for (const QQuickItem* child : item->childItems()) {
+            if (const QQuickItem* found = find(child, text)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
 
     void take(QQuickWindow& window, const char* name, QSize size) {
         window.resize(size);
-        QTest::qWait(60);
+        QTest::qWait(400);  // animations end
         const QString path =
             folder_ + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
         if (!window.grabWindow().save(path)) {

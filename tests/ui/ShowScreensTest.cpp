@@ -130,8 +130,8 @@ void ShowScreensTest::aRunSheetIsImported() {
     sheetImportOf(screen)->setRole(0, 1);
     sheetImportOf(screen)->setRole(1, 3);
     QVERIFY(screen.shows("2 morceaux seront créés"));
-    screen.click("1 durée et 0 timecodes à lire, 1 cellule ne peut pas être lue");
-    QVERIFY(screen.shows("Ligne 4, colonne B : 3 min"));
+    screen.click("1 durée et 0 timecode lus, 1 cellule illisible");
+    QVERIFY(screen.shows("Ligne 4, colonne B\u00A0: 3 min"));
     sheetImportOf(screen)->setStartRow(4);
     QVERIFY(screen.shows("1 morceau sera créé"));
 
