@@ -20,8 +20,8 @@ class Person:
     def see(self, text, role=None):
         self._screen.find(role, text, 60)
 
-    def press(self, name):
-        self._screen.find("push button", name).press()
+    def press(self, name, role="push button"):
+        self._screen.find(role, name).press()
 
     def to_front(self):
         self._test.screen.focus_program(self.program.pid, MAIN)
@@ -33,5 +33,5 @@ class Person:
     def open_show(self, path, first_title):
         self.key("ctrl+o")
         self._test.screen.answer_file_dialog("Ouvrir un show", path)
-        self._screen.find("push button", "Vue live").press()
+        self._screen.find("page tab", "Vue live").press()
         self.see(first_title, "heading")

@@ -1,14 +1,12 @@
-"""A show is prepared from nothing with keyboard and mouse, run, kept and deleted; another is imported."""
+"""A show is prepared from nothing with keyboard and mouse, run, kept and deleted."""
 
 import json
 import unittest
-from pathlib import Path
 
 import processes
 from case import EndToEndTest, explained
 
 MAIN = "Tessivo"
-RUN_SHEET = Path(__file__).resolve().parents[2] / "examples" / "conducteur.xlsx"
 TITLES = [f"Morceau {number}" for number in range(1, 11)]
 TITLE_FIELD = "Titre du morceau, puis Entrée…"
 
@@ -27,7 +25,6 @@ class PrepareAndRun(EndToEndTest):
         self.run_by_keyboard()
         self.find_it_all_again()
         self.delete_it()
-        self.import_a_run_sheet()
 
     def start_as_admin(self):
         self.start_program()
@@ -40,7 +37,7 @@ class PrepareAndRun(EndToEndTest):
         self.wait_for_keyboard(self.screen.find("text", "Nom du show"))
         self.screen.type("Concert de mai")
         self.screen.key("Return")
-        self.screen.find("push button", "Setlist")
+        self.screen.find("page tab", "Setlist")
 
     def type_the_setlist(self):
         self.screen.find("text", TITLE_FIELD).click()
@@ -73,13 +70,13 @@ class PrepareAndRun(EndToEndTest):
         self.screen.find("push button", "Replier").press()
 
     def add_a_microphone(self):
-        self.screen.find("push button", "Micros & IEM").press()
+        self.screen.find("page tab", "Micros & IEM").press()
         self.screen.find("text", "Ex: HF 5, Guest 5…").click()
         self.screen.type("  HF 5 ")
         self.screen.key("Return")
         self.expect_stored(lambda show: show["mics"][-1] == "HF 5")
         self.picture(MAIN, "prepare-4-labels")
-        self.screen.find("push button", "Setlist").press()
+        self.screen.find("page tab", "Setlist").press()
 
     def reorder(self):
         """The first song goes below the third by mouse, then back by keyboard."""
@@ -104,7 +101,7 @@ class PrepareAndRun(EndToEndTest):
         self.expect_stored(lambda show: show["songs"][0]["title"] == TITLES[0] + " bis")
 
     def run_by_keyboard(self):
-        self.screen.find("push button", "Vue live").press()
+        self.screen.find("page tab", "Vue live").press()
         self.screen.find("heading", TITLES[0] + " bis")
         self.picture(MAIN, "prepare-6-live")
         for title in TITLES[1:]:
@@ -132,33 +129,11 @@ class PrepareAndRun(EndToEndTest):
         self.screen.find(None, "Aucun show pour l'instant")
         processes.wait_until(lambda: self.stored_shows() == [], "the empty record")
 
-    def import_a_run_sheet(self):
-        self.screen.find("push button", "Importer un conducteur").press()
-        self.screen.find("push button", "Choisir un fichier…").press()
-        self.screen.answer_file_dialog("Importer un conducteur", RUN_SHEET)
-        # The first song is in row 4, the headings are in row 3.
-        for row in (2, 3, 1, 2):
-            self.screen.find("push button", f"Ligne {row} : augmenter").press()
-        for column, role in (("B", "Titre du morceau"), ("C", "Guests / micros"), ("D", "Durée"),
-                             ("E", "Timecode LTC")):
-            self.screen.find("combo box", f"Colonne {column}").click()
-            self.screen.find("list item", role).click()
-        self.screen.find(None, "12 morceaux seront créés")
-        self.picture(MAIN, "prepare-8-import")
-        self.screen.find("push button", "Importer").press()
-        self.assertEqual([self.title_at(index).text for index in range(2)],
-                         ["Ouverture", "Les lumières du port"])
-        self.screen.find("push button", "Vue live").press()
-        self.screen.find("heading", "Ouverture")
-        self.screen.key("space")
-        self.screen.find("heading", "Les lumières du port")
-
     def title_at(self, index):
         """The field of that song's title, counted from the top."""
         def look():
             fields = [element for element in self.screen.descendants()
                       if element.role == "text" and element.name == "Titre du morceau"]
-            fields.sort(key=lambda field: field.extents()[1])  # moved rows keep their place in the tree
             return fields[index] if len(fields) > index else None
         return processes.wait_until(look, f"title {index}")
 

@@ -29,7 +29,7 @@ class TheWholeEvening(EndToEndTest):
         self.station.press("Affichage")
         self.admin = self.start_admin()
         self.import_run_sheet()
-        self.admin.press("Vue live")
+        self.admin.press("Vue live", "page tab")
         self.expect_song(0)
         self.picture_of(self.admin, "evening-1-live")
         self.admin.key("space")
@@ -50,8 +50,9 @@ class TheWholeEvening(EndToEndTest):
         admin.press("Importer un conducteur")
         admin.press("Choisir un fichier…")
         self.screen.answer_file_dialog("Importer un conducteur", RUN_SHEET)
-        for row in (2, 3, 1, 2):
-            admin.press(f"Ligne {row} : augmenter")
+        for stepper in ("Ligne des titres de colonnes", "Première ligne de données"):
+            for _ in range(2):
+                admin.press(f"{stepper} : augmenter")
         for column, role in (("B", "Titre du morceau"), ("C", "Guests / micros"), ("D", "Durée"),
                              ("E", "Timecode LTC")):
             admin.screen().find("combo box", f"Colonne {column}").click()
@@ -92,7 +93,7 @@ class TheWholeEvening(EndToEndTest):
         processes.wait_until(lambda: not self.desk.services(), "yesterday's admin to be forgotten")
         self.admin = self.start_admin()
         self.admin.press("conducteur")
-        self.admin.press("Vue live")
+        self.admin.press("Vue live", "page tab")
         self.admin.see("Fin de la setlist")
         self.station.see("Merci !")
 

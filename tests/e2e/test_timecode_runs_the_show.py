@@ -65,7 +65,7 @@ class TimecodeRunsTheShow(EndToEndTest):
         self.screen.find("menu item", "Open...").click()
         self.screen.answer_file_dialog("Ouvrir un show", path)
         self.screen.find(None, "Concert d'été")
-        self.screen.find("push button", "Vue live").press()
+        self.screen.find("page tab", "Vue live").press()
         self.picture(MAIN, "1-opened")
 
     def open_stage_display(self):
