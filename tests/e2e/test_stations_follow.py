@@ -55,13 +55,13 @@ class StationsFollow(EndToEndTest):
             station.press("Affichage")
         others += [during, last]
         self.expect_song(0, before, after, *others)
-        screen_saver.wait_for(5)
+        screen_saver.wait_for(6)  # five stations, and the live tab
         self.picture_of(after, "station-following")
         self.step(admin, 1, before, after, *others)
         self.check_the_bytes(stages[1])
         for station in others:
             station.program.stop()
-        screen_saver.wait_for(2)
+        screen_saver.wait_for(3)
 
         self.chapter("the cable of a station is pulled and put back")
         stages[0].plug(False)
