@@ -50,9 +50,6 @@ LiveState stateAt(std::int64_t index) {
 
 TEST_CASE("an admin alone on the network broadcasts after a second and a half") {
     Room room;
-    std::vector<Kind> told;
-    const auto subscription = room.broadcaster.didChange.subscribe(
-        [&](AdminBroadcaster::Field) { told.push_back(room.broadcaster.status().kind); });
     CHECK(room.broadcaster.status().kind == Kind::checking);
     room.queue.advance(5.0);
     CHECK(room.broadcaster.status().kind == Kind::checking);  // nobody asked yet
@@ -62,11 +59,9 @@ TEST_CASE("an admin alone on the network broadcasts after a second and a half") 
     room.queue.advance(1.49);
     CHECK(room.broadcaster.status().kind == Kind::checking);
     CHECK(room.servicesSeen().size() == 1);
-    CHECK(told == std::vector{Kind::checking, Kind::broadcasting});
-    CHECK(room.servicesSeen() == std::vector<std::string>{"Régie"});
-
     room.broadcaster.startChecking();
     CHECK(room.broadcaster.status().kind == Kind::broadcasting);
+    CHECK(room.servicesSeen() == std::vector<std::string>{"Régie"});
 }
 
 TEST_CASE("who else advertises during the check decides its outcome") {
@@ -138,32 +133,23 @@ TEST_CASE("a broadcaster that goes during its check never broadcasts") {
 TEST_CASE("a station has the latest state as soon as it is connected, then every later one") {
     Room room;
     room.broadcast();
-    ReceiverClient early(room.other);
-    early.start();
-    room.queue.advance(2.0);
-    CHECK(early.status() == ReceiverStatus::connected);
-    CHECK_FALSE(early.liveState());
-
+    room.broadcaster.update(stateAt(5));
+    room.broadcaster.update(stateAt(0));
+    ReceiverClient station(room.other);
     std::vector<std::int64_t> told;
-    const auto subscription = early.didChange.subscribe([&](ReceiverClient::Field field) {
+    const auto subscription = station.didChange.subscribe([&](ReceiverClient::Field field) {
         if (field == ReceiverClient::Field::liveState) {
-            told.push_back(early.liveState()->activeSongIndex);
+            told.push_back(station.liveState()->activeSongIndex);
         }
     });
-    for (const std::int64_t index : {0, 1, 1, -7}) {
+    station.start();
+    room.queue.advance(1.0);
+    for (const std::int64_t index : {1, 1, -7}) {
         room.broadcaster.update(stateAt(index));
     }
     room.queue.advance(1.0);
     CHECK(told == std::vector<std::int64_t>{0, 1, 1, -7});
-
-    ReceiverClient late(room.network.addComputer("Retour"));
-    late.start();
-    room.queue.advance(1.0);
-    REQUIRE(late.liveState());
-    CHECK(late.liveState()->activeSongIndex == -7);
-    CHECK(late.liveState()->show == early.liveState()->show);
-    CHECK(late.liveState()->currentSongStartedAt == Instant{800'000'000.25});
-    CHECK(room.broadcaster.connectionCount() == 2);
+    CHECK(room.broadcaster.connectionCount() == 1);
 }
 
 TEST_CASE("a stalled station delays nobody, and has the newest state once it reads again") {
