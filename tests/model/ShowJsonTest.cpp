@@ -4,6 +4,8 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace tessivo;
 
@@ -126,25 +128,29 @@ TEST_CASE("what JSON leaves free is read: order, unknown members, space, escapes
     };
     for (const std::string& json : same) {
         CAPTURE(json);
-        REQUIRE(decodeGuest(json).has_value());
-        CHECK(*decodeGuest(json) == guest);
+        CHECK(decodeGuest(json) == guest);
     }
+    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\uD83C\uDFA4)"))->name == "\U0001F3A4");
+    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\b\f\r\t\/)"))->name == "\b\f\r\t/");
 }
 
 TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
-    struct Row {
-        const char* json;
-        std::int64_t value;
-    };
-    for (const Row& row :
-         {Row{"-0", 0}, Row{"-0.0", 0}, Row{"1e2", 100}, Row{"1.25E+2", 125}, Row{"1200e-2", 12},
-          Row{"-3.0", -3}, Row{"0e-50", 0}, Row{"1e18", 1'000'000'000'000'000'000},
-          Row{"9007199254740993", 9007199254740993}, Row{"9223372036854775807", INT64_MAX},
-          Row{"-9223372036854775808", INT64_MIN}}) {
-        CAPTURE(row.json);
-        const auto song = decodeSong(replaced(songJson, "215", row.json));
+    const std::pair<const char*, std::int64_t> rows[] = {{"-0", 0},
+                                                         {"-0.0", 0},
+                                                         {"1e2", 100},
+                                                         {"1.25E+2", 125},
+                                                         {"1200e-2", 12},
+                                                         {"-3.0", -3},
+                                                         {"0e-50", 0},
+                                                         {"1e18", 1'000'000'000'000'000'000},
+                                                         {"9007199254740993", 9007199254740993},
+                                                         {"9223372036854775807", INT64_MAX},
+                                                         {"-9223372036854775808", INT64_MIN}};
+    for (const auto& [json, value] : rows) {
+        CAPTURE(json);
+        const auto song = decodeSong(replaced(songJson, "215", json));
         REQUIRE(song.has_value());
-        CHECK(song->duration == row.value);
+        CHECK(song->duration == value);
         CHECK(decodeSong(encodeJson(*song)) == song);
     }
 }
@@ -172,13 +178,6 @@ TEST_CASE("text that is no JSON document of UTF-8 is refused") {
         refuses(withExtra(member));
     }
     refuses(replaced(guestJson, R"(dB"})", R"(dB",})"));
-}
-
-TEST_CASE("text outside ASCII is written as itself, and read from escapes too") {
-    const Guest guest{Uuid{}, "Zoé \U0001F3A4", "", "", std::nullopt};
-    CHECK(encodeJson(guest).find("\"Zoé \U0001F3A4\"") != std::string::npos);
-    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\uD83C\uDFA4)"))->name == "\U0001F3A4");
-    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\b\f\r\t\/)"))->name == "\b\f\r\t/");
 }
 
 TEST_CASE("nesting is followed up to its limit and refused beyond, however deep") {
