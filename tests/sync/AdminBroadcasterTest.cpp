@@ -6,9 +6,7 @@
 
 #include <doctest/doctest.h>
 
-#include <algorithm>
 #include <memory>
-#include <string>
 #include <vector>
 
 using namespace tessivo;
@@ -29,17 +27,6 @@ struct Room {
         queue.advance(2.0);
         REQUIRE(broadcaster.status().kind == Kind::broadcasting);
     }
-    std::vector<std::string> servicesSeen() {
-        std::vector<std::string> names;
-        const auto browser = other.makeBrowser(AdminBroadcaster::serviceType);
-        browser->onResultsChanged = [&](const std::vector<ServiceEndpoint>& services) {
-            names.clear();
-            std::ranges::transform(services, std::back_inserter(names), &ServiceEndpoint::name);
-        };
-        browser->start();
-        queue.advance(1.0);
-        return names;
-    }
 };
 
 LiveState stateAt(std::int64_t index) {
@@ -58,10 +45,9 @@ TEST_CASE("an admin alone on the network broadcasts after a second and a half") 
     room.broadcaster.startChecking();
     room.queue.advance(1.49);
     CHECK(room.broadcaster.status().kind == Kind::checking);
-    CHECK(room.servicesSeen().size() == 1);
+    room.queue.advance(0.02);
     room.broadcaster.startChecking();
     CHECK(room.broadcaster.status().kind == Kind::broadcasting);
-    CHECK(room.servicesSeen() == std::vector<std::string>{"Régie"});
 }
 
 TEST_CASE("who else advertises during the check decides its outcome") {
@@ -89,9 +75,6 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         room.broadcaster.startChecking();
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);
-        const auto seen = room.servicesSeen();
-        CHECK((std::ranges::count(seen, "Régie") == 1) ==
-              (row.expected.kind == Kind::broadcasting));
     }
 }
 
@@ -122,12 +105,14 @@ TEST_CASE("without a port there is no broadcast, and the operator is told why") 
 
 TEST_CASE("a broadcaster that goes during its check never broadcasts") {
     Room room;
-    auto brief = std::make_unique<AdminBroadcaster>(room.other, room.queue);
+    auto brief = std::make_unique<AdminBroadcaster>(room.computer, room.queue);
     brief->startChecking();
     room.queue.advance(1.0);
     brief.reset();
+    ReceiverClient station(room.other);
+    station.start();
     room.queue.advance(2.0);
-    CHECK(room.servicesSeen().empty());
+    CHECK(station.status() == ReceiverStatus::searching);
 }
 
 TEST_CASE("a station has the latest state as soon as it is connected, then every later one") {
