@@ -22,7 +22,7 @@ std::string row(int number, const std::string& cells) {
     return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
 }
 
-/// Headings in row 3, four songs between rows 4 and 9, and a remark below.
+/// Headings in row 3, four songs between rows 4 and 9, a remark below, and cells that hold nothing.
 const std::string gala =
     row(3, cell("B3", " Titre\n") + cell("C3", "Avec") + cell("D3", "Durée") + cell("F3", "TC")) +
     row(4, cell("B4", "\n Intro\nOuverture \n") + cell("C4", "Anna + Marc") + cell("D4", "3'45") +
@@ -30,7 +30,7 @@ const std::string gala =
     row(5, cell("B5", " \n\t")) + row(6, cell("C6", "personne")) +
     row(7, cell("B7", "Chanson") + cell("C7", "/") + cell("D7", "3 min") + cell("F7", "10:00")) +
     row(8, cell("B8", "Reprise")) + row(9, cell("B9", "Final") + cell("D9", "1:00:00")) +
-    row(12, cell("A12", "fin"));
+    row(12, cell("A12", "fin") + R"(<c r="H12"/>)") + row(15, R"(<c r="A15"/>)");
 
 struct Fixture {
     RunSheetImport import;

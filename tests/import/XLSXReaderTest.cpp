@@ -100,26 +100,6 @@ TEST_CASE("the cells of a sheet are its stored values") {
     }
 }
 
-TEST_CASE("the extent of a sheet is that of its non-empty cells") {
-    struct Row {
-        const char* sheetData;
-        std::int64_t maxRow;
-        std::int64_t maxCol;
-    };
-    const Row rows[] = {
-        {R"(<row r="5"><c r="C5"><v>7</v></c><c r="F5"/></row><row r="8"><c r="A8"/></row>)", 5, 3},
-        {R"(<row r="-3"><c r="B1"><v>1</v></c></row>)", 0, 2},
-        {"", 0, 0}};
-    for (const Row& row : rows) {
-        CAPTURE(row.sheetData);
-        const XLSXWorkbook::Sheet sheet = workbookIn(workbookOf(row.sheetData)).sheets.at(0);
-        CHECK(sheet.maxRow == row.maxRow);
-        CHECK(sheet.maxCol == row.maxCol);
-        CHECK(sheet.text(5, 2) == std::nullopt);
-        CHECK(sheet.text(8, 1) == std::nullopt);
-    }
-}
-
 TEST_CASE("sheets come in the workbook's order, and those without a part are left out") {
     WorkbookWriter parts({R"(<row r="1"><c r="A1"><v>1</v></c></row>)",
                           R"(<row r="1"><c r="A1"><v>2</v></c></row>)"});
@@ -203,15 +183,4 @@ TEST_CASE("UTF-16 parts and texts longer than the pieces they come in are read w
     WorkbookWriter parts({""});
     parts.sheets[0] = wide;
     CHECK(cellsOfOnlySheet(parts.file()) == "A1=x;");
-}
-
-TEST_CASE("a sheet cut anywhere gives a part of itself") {
-    const WorkbookWriter whole({R"(<row r="1"><c r="A1"><v>1</v></c></row>)"
-                                R"(<row r="2"><c r="B2"><v>2</v></c></row>)"});
-    for (std::size_t size = 1; size < whole.sheets[0].size(); ++size) {
-        WorkbookWriter cut = whole;
-        cut.sheets[0].resize(size);
-        const std::string cells = cellsOfOnlySheet(cut.file());
-        CHECK(std::string("A1=1;B2=2;").starts_with(cells));
-    }
 }

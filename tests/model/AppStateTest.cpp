@@ -23,22 +23,6 @@ Show namedShow(const char* name) {
 
 }  // namespace
 
-TEST_CASE("a restart gives back the shows and the cursor, but opens no show") {
-    SimulatedPlatform computer;
-    std::vector<Show> shows;
-    {
-        AppState state(computer);
-        state.importShow(namedShow("Un"));
-        state.importShow(namedShow("Deux"));
-        state.goNext();
-        shows = state.shows();
-    }
-    const AppState state(computer);
-    CHECK(state.shows() == shows);
-    CHECK(state.activeSongIndex() == 1);
-    CHECK_FALSE(state.activeShowId().has_value());
-}
-
 TEST_CASE("a record that can't be read starts empty and is kept before it is replaced") {
     for (const char* bytes : {"", "{", R"({"shows":[]})", "\xFF\xFE"}) {
         CAPTURE(bytes);

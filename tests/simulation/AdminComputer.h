@@ -59,7 +59,8 @@ public:
                      disk_.updates, computer, disk_.stayAwake, disk_.log});
     }
 
-    /// Ends the program as a crash would, at any moment; what it had must all be kept.
+    /// Ends the program as a crash would, at any moment. What it had must all be kept, but for the
+    /// choice of a show.
     void stop() {
         if (!program) {
             return;
@@ -70,6 +71,7 @@ public:
         const AppState restored(disk_);
         REQUIRE(restored.shows() == shows);
         REQUIRE(restored.activeSongIndex() == index);
+        REQUIRE_FALSE(restored.activeShowId());
     }
 
     SimulatedComputer& computer;
