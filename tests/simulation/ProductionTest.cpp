@@ -1,13 +1,16 @@
 #include "live/Countdown.h"
 #include "simulation/AdminComputer.h"
 #include "support/RandomRecords.h"
-#include "sync/RawAdmin.h"
+#include "support/RawAdmin.h"
 #include "sync/ReceiverClient.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <memory>
 #include <set>
+#include <string>
+#include <vector>
 
 using namespace tessivo;
 using namespace tessivo::test;
@@ -75,7 +78,7 @@ private:
     /// Does one thing, and gives a line for the history.
     std::string act() {
         struct Action {
-            std::size_t weight;  // added to those before
+            std::size_t upTo;  // the weights of this one and of those before
             std::string (Production::*act)();
         };
         static constexpr Action actions[] = {
@@ -83,8 +86,8 @@ private:
             {66, &Production::edit},           {106, &Production::wait},
             {138, &Production::disturbCable},  {141, &Production::endAdmin},
             {147, &Production::toggleStation}, {149, &Production::toggleNonsense}};
-        const std::size_t choice = random_.below(149);
-        return (this->*std::ranges::upper_bound(actions, choice, {}, &Action::weight)->act)();
+        const std::size_t choice = random_.below(std::rbegin(actions)->upTo);
+        return (this->*std::ranges::upper_bound(actions, choice, {}, &Action::upTo)->act)();
     }
 
     std::string operate() {

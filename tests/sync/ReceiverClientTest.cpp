@@ -1,7 +1,7 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedNetwork.h"
+#include "support/RawAdmin.h"
 #include "support/Shows.h"
-#include "sync/RawAdmin.h"
 #include "sync/ReceiverClient.h"
 
 #include <doctest/doctest.h>
