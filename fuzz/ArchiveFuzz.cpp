@@ -1,21 +1,12 @@
+#include "Fuzz.h"
 #include "import/XLSXReader.h"
 #include "import/ZipArchive.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 #include <variant>
 
 namespace {
 
 constexpr std::uint64_t deflateLimit = 1032;  // RFC 1951: 258 bytes from no less than 2 bits
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Extracts a member, but no more than `budget` bytes of it, and takes them off.
 void checkMember(const tessivo::ZipEntry& entry, std::string_view archive, std::uint64_t& budget) {
@@ -38,7 +29,7 @@ void checkMember(const tessivo::ZipEntry& entry, std::string_view archive, std::
 
 /// Any bytes as an archive, and as a workbook.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view archive(reinterpret_cast<const char*>(data), size);
+    const std::string_view archive = asText(data, size);
     const auto entries = tessivo::parseCentralDirectory(archive);
     require(entries.size() * 46 <= size);
     std::uint64_t budget = std::uint64_t{4} * 1024 * 1024;

@@ -1,9 +1,8 @@
+#include "Fuzz.h"
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "timecode/LtcBiphaseDecoder.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -12,12 +11,6 @@
 namespace {
 
 using Frame = tessivo::LtcBiphaseDecoder::Frame;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Any sample values at all.
 std::vector<float> asSamples(std::span<const std::uint8_t> bytes) {

@@ -1,14 +1,11 @@
+#include "Fuzz.h"
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "sync/NetworkFraming.h"
 #include "sync/Stream.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 using namespace tessivo;
@@ -55,8 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     receiveNext();
     stream.write(bytes);
     stream.close();
-    if (received != payloadsOf(bytes) || stream.states.back() != StreamConnection::State::failed) {
-        std::abort();
-    }
+    require(received == payloadsOf(bytes));
+    require(stream.states.back() == StreamConnection::State::failed);
     return 0;
 }

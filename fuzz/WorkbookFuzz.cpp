@@ -1,15 +1,12 @@
+#include "Fuzz.h"
 #include "import/RunSheetImport.h"
 #include "import/XLSXReader.h"
 #include "support/ZipWriter.h"
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -17,12 +14,6 @@
 namespace {
 
 using tessivo::XLSXWorkbook;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// A workbook whose parts stand one after the other in the input, each but the last followed by a
 /// byte that UTF-8 doesn't have; what is missing takes the usual form.
@@ -82,7 +73,7 @@ void checkImport(XLSXWorkbook workbook) {
 
 /// Any text as the parts of a workbook, and what an import makes of it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string file = workbookFrom({reinterpret_cast<const char*>(data), size});
+    const std::string file = workbookFrom(asText(data, size));
     auto result = tessivo::XLSXReader::read(file);
     if (auto* workbook = std::get_if<XLSXWorkbook>(&result)) {
         std::ranges::for_each(workbook->sheets, checkSheet);

@@ -22,20 +22,3 @@ TEST_CASE("virtual time runs tasks in the order of their time, then of posting")
     CHECK(queue.now() - start == doctest::Approx(2.0));
     CHECK(queue.isIdle());
 }
-
-TEST_CASE("a repetition runs once per interval until it is destroyed, also by its own task") {
-    SimulatedMainQueue queue;
-    int runs = 0;
-    std::unique_ptr<tessivo::MainQueue::Repetition> repetition;
-    repetition = queue.repeatEvery(1.0, [&] {
-        if (++runs == 3) {
-            repetition.reset();
-        }
-    });
-    queue.advance(0.9);
-    CHECK(runs == 0);
-    queue.advance(1.2);
-    CHECK(runs == 2);
-    queue.advance(10.0);
-    CHECK(runs == 3);
-}

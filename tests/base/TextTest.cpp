@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 using namespace tessivo;
@@ -34,14 +35,14 @@ TEST_CASE("trimming takes spaces of every width from the ends, and line breaks w
 }
 
 TEST_CASE("integers are a sign and digits, nothing else") {
-    struct Row {
-        const char* text;
-        std::int64_t value;
-    };
-    for (const Row& row :
-         {Row{"0", 0}, Row{"007", 7}, Row{"+7", 7}, Row{"-7", -7},
-          Row{"9223372036854775807", INT64_MAX}, Row{"-9223372036854775808", INT64_MIN}}) {
-        CHECK(readInteger(row.text) == row.value);
+    const std::pair<const char*, std::int64_t> rows[] = {{"0", 0},
+                                                         {"007", 7},
+                                                         {"+7", 7},
+                                                         {"-7", -7},
+                                                         {"9223372036854775807", INT64_MAX},
+                                                         {"-9223372036854775808", INT64_MIN}};
+    for (const auto& [text, value] : rows) {
+        CHECK(readInteger(text) == value);
     }
     for (const char* text : {"", "+", "-", "+-7", "--7", " 7", "7 ", "7.0", "0x7", "٧", "7e1",
                              "9223372036854775808", "-9223372036854775809"}) {

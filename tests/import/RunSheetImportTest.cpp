@@ -22,7 +22,7 @@ std::string row(int number, const std::string& cells) {
     return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
 }
 
-/// Headings in row 3, four songs between rows 4 and 9, and a remark below.
+/// Headings in row 3, four songs between rows 4 and 9, a remark below, and cells that hold nothing.
 const std::string gala =
     row(3, cell("B3", " Titre\n") + cell("C3", "Avec") + cell("D3", "Durée") + cell("F3", "TC")) +
     row(4, cell("B4", "\n Intro\nOuverture \n") + cell("C4", "Anna + Marc") + cell("D4", "3'45") +
@@ -30,7 +30,7 @@ const std::string gala =
     row(5, cell("B5", " \n\t")) + row(6, cell("C6", "personne")) +
     row(7, cell("B7", "Chanson") + cell("C7", "/") + cell("D7", "3 min") + cell("F7", "10:00")) +
     row(8, cell("B8", "Reprise")) + row(9, cell("B9", "Final") + cell("D9", "1:00:00")) +
-    row(12, cell("A12", "fin"));
+    row(12, cell("A12", "fin") + R"(<c r="H12"/>)") + row(15, R"(<c r="A15"/>)");
 
 struct Fixture {
     RunSheetImport import;
@@ -63,8 +63,6 @@ TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
     const std::optional<Show> show = create();
     REQUIRE(show.has_value());
     CHECK(show->name == "Gala 2");
-    CHECK(show->mics == Show().mics);
-    CHECK(show->iems == Show().iems);
     REQUIRE(show->songs.size() == 4);
     const Song& intro = show->songs[0];
     CHECK(intro.title == "Intro / Ouverture");
@@ -73,7 +71,6 @@ TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
     REQUIRE(intro.guests.size() == 2);
     CHECK(intro.guests[1].name == "Marc");
     const Song& song = show->songs[1];
-    CHECK(song.title == "Chanson");
     CHECK(song == Song{song.id, "Chanson", {}, std::nullopt, std::nullopt});
     CHECK(show->songs[2].title == "Reprise");
     CHECK(show->songs[3].duration == 3600);
@@ -86,7 +83,7 @@ TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells w
     import.setRole(4, ColumnRole::duration);
     CHECK(import.preview().unread == 0);  // without titles there are no songs
     assignGala();
-    const RunSheetImport::Preview preview = import.preview();
+    RunSheetImport::Preview preview = import.preview();
     CHECK(preview.songs == 4);
     CHECK(preview.durations == 2);
     CHECK(preview.timecodes == 1);
@@ -97,18 +94,15 @@ TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells w
     CHECK(preview.firstUnread[0].text == "3 min");
     CHECK(preview.firstUnread[1].column == 6);
     CHECK(preview.firstUnread[1].text == "10:00");
-}
 
-TEST_CASE_FIXTURE(Fixture, "a preview lists a bounded number of cells and counts them all") {
+    // So many that the list leaves some out.
     std::string rows;
     for (int number = 1; number <= 300; ++number) {
-        const std::string text = std::to_string(number);
-        rows += row(number, cell("A" + text, "Chanson") + cell("B" + text, "3 min"));
+        rows += row(number, cell("B", "Chanson") + cell("D", "3 min"));
     }
     load({rows});
-    import.setRole(1, ColumnRole::title);
-    import.setRole(2, ColumnRole::duration);
-    const RunSheetImport::Preview preview = import.preview();
+    assignGala();
+    preview = import.preview();
     CHECK(preview.unread == 299);
     CHECK(preview.firstUnread.size() == RunSheetImport::Preview::maximumListed);
 }
@@ -124,7 +118,7 @@ TEST_CASE_FIXTURE(Fixture, "columns are listed up to the last one in use, with t
     CHECK(import.columnLabel(2) == "(vide)");
     import.selectSheet(1);
     CHECK(import.usedColumns() == 0);
-    import.selectSheet(2);
+    import.selectSheet(2);  // no sheet
     CHECK(import.usedColumns() == 0);
     CHECK(import.columnLabel(1).empty());
     load({row(1, cell("zzzzzzzzzzzzz1", "x"))});  // the greatest column that is read
@@ -146,10 +140,10 @@ TEST_CASE_FIXTURE(Fixture, "choosing a sheet suggests its rows and takes the rol
         CHECK(import.sheet() == nullptr);
         CHECK(import.headerRow == 3);  // stays
         CHECK_FALSE(create().has_value());
-        CHECK_FALSE(import.errorMessage().has_value());
     }
     import.selectSheet(2);
     CHECK(import.headerRow == INT64_MAX);
+    CHECK(import.startRow == INT64_MAX);
 }
 
 TEST_CASE_FIXTURE(Fixture, "the leftmost of the columns with one role counts") {
@@ -161,63 +155,45 @@ TEST_CASE_FIXTURE(Fixture, "the leftmost of the columns with one role counts") {
     CHECK(create().value().songs[1].title == "personne");
 }
 
-TEST_CASE_FIXTURE(Fixture, "the first row of songs may be any row") {
+TEST_CASE_FIXTURE(Fixture, "the first row of songs may be any row, and the title may be missing") {
     load({gala});
+    import.startRow = 2000;
+    CHECK_FALSE(create().has_value());
+    CHECK(import.errorMessage() == "Choisis au moins une colonne pour le titre du morceau.");
     import.setRole(2, ColumnRole::title);
-    struct Row {
-        std::int64_t startRow;
-        std::int64_t songs;
-    };
-    const Row rows[] = {{INT64_MIN, 5}, {3, 5},  {4, 4},  {5, 3},        {9, 1},
-                        {10, 0},        {12, 0}, {13, 0}, {INT64_MAX, 0}};
-    for (const Row& row : rows) {
-        CAPTURE(row.startRow);
-        import.startRow = row.startRow;
-        CHECK(import.songCount() == row.songs);
-        CHECK(create().has_value() == (row.songs > 0));
-        if (row.songs == 0) {
-            CHECK(import.errorMessage() == (row.startRow > 12
+    const std::pair<std::int64_t, std::int64_t> rows[] = {
+        {INT64_MIN, 5}, {3, 5}, {4, 4}, {9, 1}, {10, 0}, {12, 0}, {13, 0}, {INT64_MAX, 0}};
+    for (const auto& [startRow, songs] : rows) {
+        CAPTURE(startRow);
+        import.startRow = startRow;
+        CHECK(import.songCount() == songs);
+        CHECK(create().has_value() == (songs > 0));
+        if (songs == 0) {
+            CHECK(import.errorMessage() == (startRow > 12
                                                 ? "La ligne de départ dépasse la fin du tableau."
                                                 : "Aucun morceau trouvé avec ces réglages."));
         }
     }
 }
 
-TEST_CASE_FIXTURE(Fixture, "the missing title is told before anything else, and stays told") {
-    load({gala});
-    import.startRow = 2000;
-    CHECK_FALSE(create().has_value());
-    const std::string message = "Choisis au moins une colonne pour le titre du morceau.";
-    CHECK(import.errorMessage() == message);
-    import.startRow = 4;
-    assignGala();
-    CHECK(create().has_value());
-    CHECK(import.errorMessage() == message);
-}
-
-TEST_CASE_FIXTURE(Fixture, "a show takes the name typed, or else the file's") {
-    load({gala});
-    assignGala();
-    const std::pair<const char*, const char*> rows[] = {
-        {"", "Gala 2"}, {" \t\u00A0", "Gala 2"}, {" Soirée ", " Soirée "}};
-    for (const auto& [typed, name] : rows) {
-        import.showName = typed;
-        CHECK(create().value().name == name);
-    }
-}
-
-TEST_CASE_FIXTURE(Fixture, "names come from the file even when it can't be read") {
-    const std::pair<const char*, const char*> rows[] = {{"/x/Gala.xlsx", "Gala"},
-                                                        {"Gala.v2.xlsx", "Gala.v2"},
-                                                        {"/x.y/Gala", "Gala"},
-                                                        {"/x/.xlsx", ".xlsx"}};
-    for (const auto& [path, name] : rows) {
-        import.load(path, ReaderError::corrupt);
+TEST_CASE_FIXTURE(Fixture, "a show takes the name typed, or else that of the file") {
+    const std::pair<const char*, const char*> paths[] = {{"/x/Gala.xlsx", "Gala"},
+                                                         {"Gala.v2.xlsx", "Gala.v2"},
+                                                         {"/x.y/Gala", "Gala"},
+                                                         {"/x/.xlsx", ".xlsx"}};
+    for (const auto& [path, name] : paths) {
+        load({gala}, path);
         CHECK(import.fileName() == name);
         CHECK(import.showName == name);
     }
-    CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
-    CHECK_FALSE(import.workbook().has_value());
+    load({gala});
+    assignGala();
+    const std::pair<const char*, const char*> names[] = {
+        {"", "Gala 2"}, {" \t\u00A0", "Gala 2"}, {" Soirée ", " Soirée "}};
+    for (const auto& [typed, name] : names) {
+        import.showName = typed;
+        CHECK(create().value().name == name);
+    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "a file that fails leaves the workbook before it in place") {

@@ -3,7 +3,6 @@
 
 #include <doctest/doctest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -23,6 +22,10 @@ std::optional<std::string> contentOf(const ZipEntry& entry, std::string_view arc
         return true;
     });
     return extracted ? std::optional(content) : std::nullopt;
+}
+
+std::optional<std::string> onlyContentOf(std::string_view archive) {
+    return contentOf(parseCentralDirectory(archive).at(0), archive);
 }
 
 std::vector<std::string> namesIn(std::string_view archive) {
@@ -56,31 +59,28 @@ TEST_CASE("every member comes back as it was put in, whatever the writer's habit
         {.name = "extra", .content = "x", .localExtra = "longer extra", .directoryExtra = "extra"},
         {.name = "comment", .content = "y", .method = 0, .comment = "PK\x05\x06 in a comment"},
         {.name = "empty", .content = "", .method = 0},
+        {.name = "\xE9t\xE9", .content = "a name that isn't UTF-8"},
     };
     const std::string archive = zipOf(members, std::string(100'000, 'c'));
     const std::vector<ZipEntry> entries = parseCentralDirectory(archive);
     REQUIRE(entries.size() == members.size());
     for (std::size_t i = 0; i < members.size(); ++i) {
-        CAPTURE(members[i].name);
-        CHECK(entries[i].name == members[i].name);
+        CAPTURE(i);
+        CHECK(entries[i].name == (i == 6 ? "" : members[i].name));
         CHECK(contentOf(entries[i], archive) == members[i].content);
     }
 }
 
-TEST_CASE("what isn't an archive lists nothing") {
+TEST_CASE("the end record is the one nearest the end, up to the 22nd byte from it") {
     const std::string end = "PK\x05\x06" + std::string(18, '\0');
     const std::string beyond = "PK\x05\x06" + std::string(18, '\xFF');
+    const std::string archive = zipOf({{.name = "a"}});
     for (const std::string& bytes :
-         {std::string(), std::string(1000, 'x'), end.substr(0, 21), end, beyond}) {
+         {std::string(1000, 'x'), end.substr(0, 21), end, beyond, archive + end}) {
         CAPTURE(bytes.size());
-        CHECK(parseCentralDirectory(bytes).empty());
+        CHECK(namesIn(bytes).empty());
     }
-}
-
-TEST_CASE("the end record nearest the end is taken, up to the 22nd byte from it") {
-    const std::string fake = "PK\x05\x06" + std::string(18, '\0');
-    CHECK(namesIn(zipOf({{.name = "a"}}, "note " + fake)).empty());
-    CHECK(namesIn(zipOf({{.name = "a"}}, "note " + fake.substr(0, 21))).size() == 1);
+    CHECK(namesIn(archive + end.substr(0, 21)).size() == 1);
 }
 
 TEST_CASE("a directory that is cut short gives the members before the cut") {
@@ -92,11 +92,6 @@ TEST_CASE("a directory that is cut short gives the members before the cut") {
     const std::size_t lastRecord = archive.rfind("PK\x01\x02");
     replaceAt(archive, lastRecord + 28, littleEndian(0xFFFF, 2));
     CHECK(namesIn(archive) == std::vector<std::string>{"a", "b"});
-}
-
-TEST_CASE("a name that isn't UTF-8 is listed as an empty one") {
-    CHECK(namesIn(zipOf({{.name = "\xE9t\xE9"}, {.name = "été\U0001F3A4"}})) ==
-          std::vector<std::string>{"", "été\U0001F3A4"});
 }
 
 TEST_CASE("the claimed size cuts a deflated member and is ignored for a stored one") {
@@ -111,11 +106,10 @@ TEST_CASE("the claimed size cuts a deflated member and is ignored for a stored o
         {8, 100, 1000}, {0, -1000, 1000}, {0, 1, 1000},  {8, 0xFFFFFFFF - 1000, 1000}};
     for (const Row& row : rows) {
         CAPTURE(row.sizeClaimError);
-        const std::string archive = zipOf({{.name = "a",
-                                            .content = text,
-                                            .method = row.method,
-                                            .sizeClaimError = row.sizeClaimError}});
-        CHECK(contentOf(parseCentralDirectory(archive).at(0), archive) ==
+        CHECK(onlyContentOf(zipOf({{.name = "a",
+                                    .content = text,
+                                    .method = row.method,
+                                    .sizeClaimError = row.sizeClaimError}})) ==
               text.substr(0, row.length));
     }
 }
@@ -146,7 +140,7 @@ TEST_CASE("a member that can't be extracted is absent") {
         CAPTURE(row.fault);
         std::string archive = zipOf({row.member});
         replaceAt(archive, archive.rfind("PK\x01\x02") + row.field, row.value);
-        CHECK_FALSE(contentOf(parseCentralDirectory(archive).at(0), archive).has_value());
+        CHECK_FALSE(onlyContentOf(archive).has_value());
     }
 }
 
@@ -171,28 +165,12 @@ TEST_CASE("a receiver that has had enough gets no more") {
     }
 }
 
-TEST_CASE("an archive cut anywhere, or with any two bytes set, is read within its bounds") {
+TEST_CASE("an archive cut anywhere is read within its bounds") {
     const std::string archive = zipOf({{.name = "a", .content = "stored", .method = 0},
-                                       {.name = "b", .content = std::string(100, 'b')}},
-                                      "comment");
-    const auto readAll = [](const std::string& bytes) {
-        const std::vector<char> exactly(bytes.begin(), bytes.end());  // seen by AddressSanitizer
-        const std::string_view view(exactly.data(), exactly.size());
-        std::size_t total = 0;
-        for (const ZipEntry& entry : parseCentralDirectory(view)) {
-            total += contentOf(entry, view).value_or("").size();
-        }
-        return total;
-    };
-    CHECK(readAll(archive) == 106);
-    for (std::size_t size = 0; size < archive.size() - 7; ++size) {
-        CHECK(readAll(archive.substr(0, size)) == 0);
-    }
-    for (std::size_t offset = 0; offset + 2 <= archive.size(); ++offset) {
-        for (const std::uint64_t value : {0x0000U, 0x7FFFU, 0xFFFFU, 0x8000U}) {
-            std::string changed = archive;
-            replaceAt(changed, offset, littleEndian(value, 2));
-            CHECK(readAll(changed) <= changed.size() * 1032);
-        }
+                                       {.name = "b", .content = std::string(100, 'b')}});
+    CHECK(namesIn(archive).size() == 2);
+    for (std::size_t size = 0; size < archive.size(); ++size) {
+        const std::vector<char> exactly(archive.data(), archive.data() + size);  // nothing behind
+        CHECK(namesIn({exactly.data(), size}).empty());
     }
 }

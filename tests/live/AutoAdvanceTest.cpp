@@ -3,27 +3,15 @@
 
 #include <doctest/doctest.h>
 
+#include <optional>
+#include <string>
 #include <vector>
 
 using namespace tessivo;
 
-namespace {
-
-Show showWithTimecodes(const std::vector<const char*>& timecodes) {
-    Show show = showWithSongs(timecodes.size());
-    for (std::size_t i = 0; i < timecodes.size(); ++i) {
-        if (timecodes[i]) {
-            show.songs[i].ltcTimecode = timecodes[i];
-        }
-    }
-    return show;
-}
-
-}  // namespace
-
 TEST_CASE("the first other song whose first second holds the frame is triggered") {
     struct Row {
-        std::vector<const char*> timecodes;
+        std::vector<std::optional<std::string>> timecodes;
         std::int64_t current;
         std::int64_t frame;
         std::optional<std::size_t> triggered;
@@ -34,7 +22,7 @@ TEST_CASE("the first other song whose first second holds the frame is triggered"
         {{"00:01:00:00"}, 7, 1524, 0},
         {{"00:01:00:00"}, 7, 1525, std::nullopt},
         {{"00:01:00:00"}, 0, 1500, std::nullopt},
-        {{nullptr, "", "xx", "00:00:02:00"}, 0, 50, 3},
+        {{std::nullopt, "", "xx", "00:00:02:00"}, 0, 50, 3},
         {{"00:00:01:00", "00:00:02:00", "00:00:03:00"}, 2, 30, 0},
         {{"00:00:01:00", "00:00:01:00"}, 0, 25, 1},
         {{"00:00:01:00", "00:00:01:00"}, 1, 25, 0},
@@ -45,9 +33,11 @@ TEST_CASE("the first other song whose first second holds the frame is triggered"
         {{"0:0:0:9223372036854775800"}, 7, INT64_MIN, std::nullopt},
     };
     for (const Row& row : rows) {
-        CAPTURE(row.timecodes.front());
-        CAPTURE(row.frame);
-        CHECK(songTriggeredBy(showWithTimecodes(row.timecodes), row.current, row.frame, 25) ==
-              row.triggered);
+        CAPTURE(&row - rows);
+        Show show = showWithSongs(row.timecodes.size());
+        for (std::size_t i = 0; i < show.songs.size(); ++i) {
+            show.songs[i].ltcTimecode = row.timecodes[i];
+        }
+        CHECK(songTriggeredBy(show, row.current, row.frame, 25) == row.triggered);
     }
 }

@@ -62,10 +62,3 @@ TEST_CASE("a guest's line leaves out an empty volume and names the nameless") {
     CHECK(guestLine(guest, "(sans nom)") == "(sans nom) — HF 1 · ");
     CHECK(guestLine(guest, "—") == "— — HF 1 · ");
 }
-
-TEST_CASE("lengths read minutes and seconds") {
-    CHECK(minutesAndSeconds(0) == "0:00");
-    CHECK(minutesAndSeconds(59) == "0:59");
-    CHECK(minutesAndSeconds(605) == "10:05");
-    CHECK(minutesAndSeconds(INT64_MAX) == "153722867280912930:07");
-}

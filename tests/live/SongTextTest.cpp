@@ -4,14 +4,12 @@
 
 #include <doctest/doctest.h>
 
+#include <utility>
+
 using namespace tessivo;
 
 TEST_CASE("a typed timecode is its last eight digits, aligned to the frames") {
-    struct Row {
-        const char* typed;
-        const char* stored;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"00143200", "00:14:32:00"},
         {"143200", "00:14:32:00"},
         {"1", "00:00:00:01"},
@@ -25,10 +23,10 @@ TEST_CASE("a typed timecode is its last eight digits, aligned to the frames") {
         {"000000000000", "00:00:00:00"},
         {"１2", "00:00:00:02"},
     };
-    for (const Row& row : rows) {
-        CAPTURE(row.typed);
-        const auto stored = normalizeLtcInput(row.typed);
-        REQUIRE(stored == row.stored);
+    for (const auto& [typed, kept] : rows) {
+        CAPTURE(typed);
+        const auto stored = normalizeLtcInput(typed);
+        REQUIRE(stored == kept);
         CHECK(normalizeLtcInput(*stored) == stored);
         CHECK(timecodeToFrames(*stored, 25).has_value());
     }
@@ -54,6 +52,7 @@ TEST_CASE("a typed length is minutes and seconds, or seconds, and is shown as th
         {"62:05", 3725, "62:05"},
         {"3600", 3600, "60:00"},
         {"0", 0, "0:00"},
+        {"59", 59, "0:59"},
         {"+3:+5", 185, "3:05"},
         {"-75", -75, "-1:-15"},
         {"-1:-15", -75, "-1:-15"},

