@@ -114,8 +114,16 @@ TEST_CASE("only so many sheets are read, and fewer when they are large") {
                                 numbered(R"(<Relationship Target="worksheets/" Id=")", "\"/>"));
     CHECK(workbookIn(writer.file()).sheets.empty());
 
-    const std::string spaces(8 * mebibyte, ' ');  // of 64 MiB in all; the last breaks off
+    const std::string spaces(20 * mebibyte, ' ');  // of 160 MiB in all; the last breaks off
     CHECK(workbookIn(manyTimes(20, "<a>" + spaces + "</a>").file()).sheets.size() == 8);
+    // Tags, attributes and line breaks take longer than as many bytes of text.
+    const auto sheetsRead = [](std::string_view piece, std::size_t size) {
+        return workbookIn(manyTimes(40, "<a>" + filled(size * mebibyte, piece)).file())
+            .sheets.size();
+    };
+    CHECK(sheetsRead("<n/>", 2) == 20);  // 4 bytes that count as 16, and so on
+    CHECK(sheetsRead("<n a=''/>", 2) == 22);
+    CHECK(sheetsRead("\n", 2) == 20);
     // Compressed data costs time too, also where its blocks give no byte.
     std::vector<ZipMember> members = manyTimes(20, "").members();
     members.back().content =
@@ -123,5 +131,5 @@ TEST_CASE("only so many sheets are read, and fewer when they are large") {
     members.back().method = 0;
     std::string archive = zipOf(members);
     archive.replace(archive.rfind("PK\x01\x02") + 10, 2, littleEndian(8, 2));
-    CHECK(workbookIn(archive).sheets.size() == 16);
+    CHECK(workbookIn(archive).sheets.size() == 17);
 }
