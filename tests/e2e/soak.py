@@ -1,0 +1,66 @@
+"""Runs a show by timecode for an hour, or for as many minutes as the first argument says.
+
+Not one of CTest's: start it as tests/e2e/CMakeLists.txt starts the stories. Each minute it tells what
+the admin and a station use; it fails when that grows.
+"""
+
+import sys
+import time
+import unittest
+
+from case import explained
+from hosts import Switch
+from person import Person
+from sound import Sound
+from test_the_whole_evening import INPUT, TheWholeEvening
+
+MINUTES = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 60
+WARM_UP = 5  # minutes
+MEGABYTE = 1e6
+
+
+class Soak(TheWholeEvening):
+    test_from_the_run_sheet_to_the_next_day = None
+
+    @explained
+    def test_nothing_grows(self):
+        sound = Sound(self.stage, [INPUT])
+        switch = Switch(self.stage)
+        self.addCleanup(switch.remove)
+        self.desk = switch.add_host("regie")
+        self.station = Person(self, switch.add_host("plateau"))
+        self.station.press("Affichage")
+        self.admin = self.start_admin()
+        self.import_run_sheet()
+        self.admin.press("Ouvrir l'affichage")
+        self.admin.press("Vue live", "page tab")
+        self.admin.press("Actualiser la liste des entrées audio")
+        self.admin.screen().find("combo box", "Entrée audio").click()
+        self.admin.screen().find("list item", INPUT).click()
+        self.admin.press("Démarrer la capture")
+        wav = self.write_ltc("10:00:00:00", 180)
+        players, used = [], []
+        for minute in range(MINUTES):
+            if not players or players[-1].poll() is not None:
+                players.append(sound.play(wav, INPUT))
+            self.admin.key("space" if minute % 2 else "Left")
+            time.sleep(60)
+            used.append([self.use_of(person) for person in (self.admin, self.station)])
+            self.note(f"minute {minute + 1}, admin, station", used[-1])
+        moves = sum(line.startswith("LTC:") for line in self.admin.program.lines())
+        self.note("songs started by timecode", moves)
+        self.assertGreater(moves, MINUTES // 2)
+        for before, after in zip(used[min(WARM_UP, MINUTES - 1)], used[-1]):
+            self.assertLess(after["MB"], before["MB"] + 8)
+            self.assertLessEqual(after["threads"], before["threads"])
+            self.assertLessEqual(after["descriptors"], before["descriptors"])
+
+    @staticmethod
+    def use_of(person):
+        program = person.program
+        return {"MB": round(program.resident_bytes() / MEGABYTE, 1), "threads": program.threads(),
+                "descriptors": program.descriptors(), "CPU s": round(program.cpu_seconds(), 1)}
+
+
+if __name__ == "__main__":
+    unittest.main()
