@@ -39,8 +39,8 @@ T.Button {
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
-    PVToolTip {
-        visible: button.hovered && button.tip !== ""
+    PVToolTipOnDemand {
+        wanted: button.hovered && button.tip !== ""
         text: button.tip
     }
 

@@ -29,8 +29,8 @@ ComboBox {
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
     }
-    PVToolTip {
-        visible: chooser.hovered && (chooser.contentItem as PVText).truncated
+    PVToolTipOnDemand {
+        wanted: chooser.hovered && (chooser.contentItem as PVText).truncated
         text: chooser.displayText
     }
 

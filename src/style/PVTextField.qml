@@ -36,10 +36,10 @@ TextField {
         border.color: field.activeFocus || field.pending ? Colors.pvAmber : Colors.pvLine
     }
 
-    PVToolTip {
+    PVToolTipOnDemand {
         readonly property bool truncated: !field.activeFocus && field.contentWidth > field.width - field.leftPadding - field.rightPadding
 
-        visible: field.pending ? field.hovered || field.activeFocus : field.hovered && truncated
+        wanted: field.pending ? field.hovered || field.activeFocus : field.hovered && truncated
         text: field.pending ? "Entrée pour valider" : field.text
     }
 }

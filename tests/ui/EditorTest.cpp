@@ -58,6 +58,7 @@ private Q_SLOTS:
     void aTitleIsKeptAtEveryKeystroke();
     void commitsTimecodeAndLength();
     void clearsTimecodeAndLength();
+    void explainsIconsAndWhatIsNotYetStored();
     void oneRowIsOpenAtATime();
     void aDragTakesThePlaceOfTheRowItEnters();
     void aDragScrollsALongListAtItsEdge();
@@ -172,6 +173,18 @@ void EditorTest::clearsTimecodeAndLength() {
     QVERIFY(!screen.state.activeShow()->songs[0].ltcTimecode);
     QVERIFY(!screen.state.activeShow()->songs[0].duration);
     QCOMPARE(screen.item("mm:ss")->property("text").toString(), QString());
+}
+
+void EditorTest::explainsIconsAndWhatIsNotYetStored() {
+    Screen screen(fourSongs());
+    screen.click("Déplier");
+    QTest::mouseMove(screen.window, Screen::centreOf(screen.item("Effacer la durée")));
+    QTRY_VERIFY(screen.texts().contains("Effacer la durée"));
+    screen.click("mm:ss");
+    screen.type("3:45");
+    QTRY_VERIFY(screen.texts().contains("Entrée pour valider"));
+    screen.press(Qt::Key_Return);
+    QTRY_VERIFY(!screen.texts().contains("Entrée pour valider"));
 }
 
 void EditorTest::oneRowIsOpenAtATime() {

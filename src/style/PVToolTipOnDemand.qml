@@ -1,0 +1,21 @@
+// In Qt 6.4 a bound component can't be loaded by a Loader, so ids are reached unbound.
+// qmllint disable unqualified
+import QtQuick
+import Tessivo.Style
+
+/** The tool tip of the item that it stands in, made only when it is wanted: a list has hundreds of
+    controls, and making a popup for each takes longer than making the controls. */
+Loader {
+    id: maker
+
+    required property bool wanted
+    required property string text
+
+    anchors.fill: parent
+    active: wanted
+    sourceComponent: PVToolTip {
+        parent: maker
+        text: maker.text
+        visible: true
+    }
+}
