@@ -84,8 +84,8 @@ private:
         static constexpr Action actions[] = {
             {40, &Production::operate},        {46, &Production::changeActiveShow},
             {66, &Production::edit},           {106, &Production::wait},
-            {138, &Production::disturbCable},  {141, &Production::endAdmin},
-            {147, &Production::toggleStation}, {149, &Production::toggleNonsense}};
+            {146, &Production::disturbCable},  {149, &Production::endAdmin},
+            {155, &Production::toggleStation}, {157, &Production::toggleNonsense}};
         const std::size_t choice = random_.below(std::rbegin(actions)->upTo);
         return (this->*std::ranges::upper_bound(actions, choice, {}, &Action::upTo)->act)();
     }
@@ -166,7 +166,7 @@ private:
 
     std::string disturbCable() {
         SimulatedComputer& computer = *anyOf(computers_);
-        switch (random_.below(6)) {
+        switch (random_.below(8)) {
             case 0:
                 computer.setLatency(static_cast<double>(random_.below(500)) / 1000.0);
                 return "slowed " + computer.name();
@@ -182,6 +182,12 @@ private:
             case 4:
                 computer.cutConnections();
                 return "cut " + computer.name();
+            case 5:
+                computer.setDeaf(true);
+                return "deafened " + computer.name();
+            case 6:
+                computer.setDeaf(false);
+                return "no longer deaf: " + computer.name();
             default:
                 computer.truncateAfter(random_.below(3000));
                 return "truncated " + computer.name();

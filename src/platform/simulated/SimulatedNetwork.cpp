@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tessivo {
 
@@ -17,16 +18,16 @@ public:
 
     void start() override {
         computer_.browsers_.push_back(this);
-        askAfter(SimulatedNetwork::discoveryDelay);
+        askAfter(computer_.newsDelay());
     }
 
     void servicesChanged() {
-        postAfter(SimulatedNetwork::discoveryDelay, [this] { report(false); });
+        postAfter(computer_.newsDelay(), [this] { report(false); });
     }
 
-    void askAgain() {
+    void askAgain(double delay = SimulatedNetwork::askAgainDelay) {
         if (!isAsking_) {
-            askAfter(SimulatedNetwork::askAgainDelay);
+            askAfter(delay);
         }
     }
 
@@ -41,6 +42,9 @@ private:
     }
 
     void report(bool isAnswer) {
+        if (computer_.isDeaf_) {
+            return;
+        }
         auto services = computer_.network_.servicesOfType(type_);
         if (isAnswer || services != reported_) {
             reported_ = services;
@@ -143,6 +147,18 @@ void SimulatedComputer::setStalled(bool isStalled) {
     forEachLink([](SimulatedLink& link) { link.pump(); });
 }
 
+void SimulatedComputer::setDeaf(bool isDeaf) {
+    if (std::exchange(isDeaf_, isDeaf) && !isDeaf) {
+        for (Browser* browser : browsers_) {
+            browser->askAgain(newsDelay());
+        }
+    }
+}
+
+double SimulatedComputer::newsDelay() const {
+    return SimulatedNetwork::discoveryDelay + cable_.latency;
+}
+
 void SimulatedComputer::cutConnections() {
     forEachLink([](SimulatedLink& link) { link.cut(); });
 }
@@ -153,6 +169,7 @@ void SimulatedComputer::truncateAfter(std::size_t bytes) {
 
 void SimulatedComputer::repairCable() {
     cable_ = {};
+    setDeaf(false);
     forEachLink([](SimulatedLink& link) { link.truncateAfter(std::nullopt); });
 }
 

@@ -29,7 +29,10 @@ public:
     /// From now on no port can be opened here.
     void setOutOfPorts(bool isOut) { isOutOfPorts_ = isOut; }
 
+    /// Of streams, and of the news of services beyond what it takes anyway.
     void setLatency(double seconds) { cable_.latency = seconds; }
+    /// While deaf, no news of a service comes in here. What was missed is asked for afterwards.
+    void setDeaf(bool isDeaf);
     void setSegmentSize(std::size_t bytes) { cable_.segmentSize = bytes; }
     /// While stalled, connections stay open but no byte sets out on them, either way.
     void setStalled(bool isStalled);
@@ -50,6 +53,7 @@ private:
     friend class SimulatedNetwork;
 
     void add(const std::shared_ptr<SimulatedLink>& link);
+    double newsDelay() const;
     template <typename Change>
     void forEachLink(Change change);
 
@@ -57,6 +61,7 @@ private:
     std::string name_;
     SimulatedCable cable_;
     bool isOutOfPorts_ = false;
+    bool isDeaf_ = false;
     int questionCount_ = 0;
     std::vector<Browser*> browsers_;                   // those that were started
     std::vector<std::weak_ptr<SimulatedLink>> links_;  // with an end here
