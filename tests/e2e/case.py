@@ -17,7 +17,7 @@ class EndToEndTest(unittest.TestCase):
     """
 
     program_path = Path(os.environ["TESSIVO_PROGRAM"])
-    ltc_wav_path = Path(os.environ["TESSIVO_LTC_WAV"])
+    ltc_path = Path(os.environ["TESSIVO_LTC"])
     pictures_folder = Path(os.environ["TESSIVO_PICTURES"])
 
     @classmethod
@@ -37,7 +37,8 @@ class EndToEndTest(unittest.TestCase):
     def write_ltc(self, start, seconds, rate=48000):
         """Makes a .wav of 25 fps timecode that begins at `start` and returns its path."""
         path = self.stage.folder / f"{start.replace(':', '-')}.wav"
-        self.stage.run(self.ltc_wav_path, start, "25", str(seconds), str(rate), path)
+        self.stage.run(self.ltc_path, "--start", start, "--rate", "25", "--length", str(seconds),
+                       "--sample-rate", str(rate), path)
         return path
 
     def picture(self, title, name):
