@@ -56,8 +56,9 @@ public:
     bool shows(const char* text) const { return item(text) != nullptr; }
 
     /// The first visible item with this text, explanation or placeholder; none when there is none.
-    QQuickItem* item(const char* text) const {
-        return find(window->contentItem(), QString::fromUtf8(text));
+    QQuickItem* item(const char* text) const { return find(window, text); }
+    static QQuickItem* find(const QQuickWindow* shown, const char* text) {
+        return find(shown->contentItem(), QString::fromUtf8(text));
     }
 
     void click(const char* text) const {

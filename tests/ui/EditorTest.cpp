@@ -99,8 +99,12 @@ void EditorTest::preparesAShowFromNothing() {
 }
 
 void EditorTest::renamesTheShow() {
-    Screen screen(fourSongs());
-    screen.click("Concert");
+    Show show = fourSongs();
+    show.name = "R&B";
+    Screen screen(show);
+    screen.press(Qt::Key_B, Qt::AltModifier);  // an & in a name makes no shortcut
+    QVERIFY(!screen.shows("Nom du show"));
+    screen.click("R&B");
     QTRY_VERIFY(screen.item("Nom du show"));
     QTRY_VERIFY(screen.item("Nom du show")->hasActiveFocus());
     screen.type("Gala");

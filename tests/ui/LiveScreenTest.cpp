@@ -44,6 +44,7 @@ private Q_SLOTS:
     void capturesFromTheChosenDevice();
     void saysWhyACaptureFailed();
     void menuCommandsNeedAnActiveShow();
+    void whatIsWatchedKeepsTheComputerAwake();
     void theStageWindowFollows();
     void allGuestsOfACrowdedSongAreInView_data();
     void allGuestsOfACrowdedSongAreInView();
@@ -190,6 +191,20 @@ void LiveScreenTest::menuCommandsNeedAnActiveShow() {
     QTRY_VERIFY(screen.item("Morceau 1"));
 }
 
+void LiveScreenTest::whatIsWatchedKeepsTheComputerAwake() {
+    LiveScreen screen(concert());
+    QVERIFY(screen.computer.stayAwake.isAwake);
+    screen.click("Setlist");
+    QVERIFY(!screen.computer.stayAwake.isAwake);
+    QQuickWindow* stage = screen.openStage();
+    QVERIFY(screen.computer.stayAwake.isAwake);
+    screen.click("Vue live");
+    stage->close();
+    QVERIFY(screen.computer.stayAwake.isAwake);
+    screen.click("Retour à tous les shows");
+    QVERIFY(!screen.computer.stayAwake.isAwake);
+}
+
 void LiveScreenTest::theStageWindowFollows() {
     LiveScreen screen(concert());
     QQuickWindow* stage = screen.openStage();
@@ -197,10 +212,17 @@ void LiveScreenTest::theStageWindowFollows() {
     QVERIFY(stage->width() >= 900 && stage->height() >= 560);
     QVERIFY(Screen::texts(stage).contains("EN COURS"));
     QVERIFY(Screen::texts(stage).contains("Léa"));
+    const auto rowOfNext = [&] {
+        return Screen::around(Screen::find(stage, "À SUIVRE"), "urgent");
+    };
+    const QColor resting =
+        stage->grabWindow().pixelColor(rowOfNext()->mapToScene({9, 9}).toPoint());
 
     QTest::keyClick(stage, Qt::Key_Space);
     QCOMPARE(screen.state.activeSongIndex(), 1);
     QVERIFY(Screen::texts(stage).contains("Morceau 2"));
+    // A song that becomes the next one takes its colour at once: a fade would flash like an alarm.
+    QCOMPARE(stage->grabWindow().pixelColor(rowOfNext()->mapToScene({9, 9}).toPoint()), resting);
     screen.state.jumpTo(10);
     QTRY_VERIFY(Screen::texts(stage).contains("Merci !"));
 }

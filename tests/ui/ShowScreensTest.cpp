@@ -104,6 +104,8 @@ void ShowScreensTest::aShowIsCreatedOrNot() {
 void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
     Screen screen(std::vector{showWithSongs(1), showWithSongs(2)});
     const Uuid kept = screen.state.shows().back().id;
+    screen.click("Supprimer ce show");
+    screen.press(Qt::Key_Return);  // too hasty to mean it
     for (const char* answer : {"Annuler", "Supprimer"}) {
         QCOMPARE(screen.state.shows().size(), 2U);
         screen.click("Supprimer ce show");
