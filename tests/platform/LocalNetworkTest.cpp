@@ -1,21 +1,17 @@
+#include <QProcess>
+
 #include "platform/LocalWorld.h"
 #include "platform/dnssd/ServiceDialer.h"
 
 #include <doctest/doctest.h>
-#include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
-
-extern char** environ;
 
 using namespace tessivo;
 using test::Connected;
@@ -33,33 +29,6 @@ std::unique_ptr<NetworkWorld> makeNetworkWorld() {
 }  // namespace tessivo::test
 
 namespace {
-
-/// A service that another program on this computer advertises, on a port that may be closed.
-class ForeignService {
-public:
-    ForeignService(std::string name, std::string type, std::uint16_t port) {
-        std::string command = "avahi-publish";
-        std::string option = "-s";
-        std::string number = std::to_string(port);
-        char* arguments[] = {command.data(), option.data(), name.data(),
-                             type.data(),    number.data(), nullptr};
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        REQUIRE(posix_spawnp(&process_, command.c_str(), &actions, nullptr, arguments, environ) ==
-                0);
-        posix_spawn_file_actions_destroy(&actions);
-    }
-    ~ForeignService() {
-        kill(process_, SIGKILL);
-        waitpid(process_, nullptr, 0);
-    }
-    ForeignService(const ForeignService&) = delete;
-    ForeignService& operator=(const ForeignService&) = delete;
-
-private:
-    pid_t process_ = 0;
-};
 
 /// Stops or starts the message bus or the responder.
 void servers(const std::string& order) {
@@ -81,40 +50,30 @@ TEST_CASE("a service is advertised under the computer's name") {
           ServiceEndpoint{"tessivo-test", stream.type, "local"});
 }
 
-TEST_CASE("whoever has just withdrawn a service doesn't take it for another computer's") {
-    LocalWorld world;
-    const std::string type = test::freshServiceType();
-    auto listener = world.here().makeListener(type);
-    listener->start();
-    const Reports witness(world.there(), type);
-    REQUIRE(world.runUntil([&] { return witness.count() == 1U; }));
-
-    listener.reset();
-    const Reports own(world.here(), type);
-    const auto start = std::chrono::steady_clock::now();
-    CHECK(world.runUntil([&] { return own.count() == 0U && witness.count() == 0U; }));
-    CHECK(world.runUntil(
-        [&] { return std::chrono::steady_clock::now() > start + 2 * Withdrawals::duration; }));
-    CHECK(std::ranges::all_of(own.all, [](const auto& services) { return services.empty(); }));
-
-    // One that is there again, under the same name, is seen.
-    const auto again = world.there().makeListener(type);
-    again->start();
-    CHECK(world.runUntil([&] { return own.count() == 1U; }));
-}
-
-TEST_CASE("another's service that takes a withdrawn name at once is seen all the same") {
-    LocalWorld world;
-    const std::string type = test::freshServiceType();
-    auto listener = world.here().makeListener(type);
-    listener->start();
-    const Reports witness(world.there(), type);
-    REQUIRE(world.runUntil([&] { return witness.count() == 1U; }));
-    listener.reset();
-    const auto other = world.there().makeListener(type);
-    other->start();
-    const Reports own(world.here(), type);
-    CHECK(world.runUntil([&] { return own.count() == 1U; }));
+TEST_CASE("a service just withdrawn isn't taken for another's, but a new one of its name is seen") {
+    for (const bool isTakenAtOnce : {false, true}) {
+        CAPTURE(isTakenAtOnce);
+        LocalWorld world;
+        const std::string type = test::freshServiceType();
+        auto listener = world.here().makeListener(type);
+        listener->start();
+        const Reports witness(world.there(), type);
+        REQUIRE(world.runUntil([&] { return witness.count() == 1U; }));
+        listener.reset();
+        const auto other = world.there().makeListener(type);
+        if (isTakenAtOnce) {
+            other->start();
+        }
+        const Reports own(world.here(), type);
+        if (!isTakenAtOnce) {
+            const auto end = std::chrono::steady_clock::now() + 2 * Withdrawals::duration;
+            CHECK(world.runUntil([&] { return own.count() == 0U && witness.count() == 0U; }));
+            CHECK(world.runUntil([&] { return std::chrono::steady_clock::now() > end; }));
+            CHECK(std::ranges::all_of(own.all, [](const auto& set) { return set.empty(); }));
+            other->start();
+        }
+        CHECK(world.runUntil([&] { return own.count() == 1U; }));
+    }
 }
 
 TEST_CASE("what was asked of the responder holds through its end and that of the bus") {
@@ -126,9 +85,10 @@ TEST_CASE("what was asked of the responder holds through its end and that of the
         if (withBus) {
             servers("stop bus");
         }
-        const auto late = stream.world->there().makeListener(stream.type);
+        LocalWorld lateWorld;  // programs that start before the responder
+        const auto late = lateWorld.there().makeListener(stream.type);
         late->start();
-        const Reports lateReports(stream.world->here(), stream.type);
+        const Reports lateReports(lateWorld.here(), stream.type);
         const auto reportCount = stream.reports.all.size();
         End undialled;
         undialled.open(stream.world->here().connect(stream.reports.all.back().front()));
@@ -143,17 +103,6 @@ TEST_CASE("what was asked of the responder holds through its end and that of the
         }));
         CHECK(stream.near.is(State::ready));  // an open connection needs no responder
     }
-}
-
-TEST_CASE("a program that starts before the responder finds it when it comes") {
-    servers("stop avahi");
-    LocalWorld world;
-    const std::string type = test::freshServiceType();
-    const auto listener = world.there().makeListener(type);
-    listener->start();
-    const Reports reports(world.here(), type);
-    servers("start avahi");
-    CHECK(world.runUntil([&] { return reports.count() == 1U; }));
 }
 
 TEST_CASE("every way on which a service was seen leads to it, those with a scope included") {
@@ -193,7 +142,10 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
 TEST_CASE("whoever takes the first service comes past one that can't be reached") {
     LocalWorld world;
     const std::string type = test::freshServiceType();
-    const ForeignService dead("a dead one", type, 9);
+    QProcess dead;  // another program's service, on a port that is closed
+    dead.start(QStringLiteral("avahi-publish"),
+               {QStringLiteral("-s"), QStringLiteral("a dead one"), QString::fromStdString(type),
+                QStringLiteral("9")});
     const auto listener = world.there().makeListener(type);
     listener->start();
     const Reports reports(world.here(), type);
