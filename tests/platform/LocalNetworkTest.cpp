@@ -1,7 +1,10 @@
 #include <QProcess>
 
-#include "platform/LocalWorld.h"
+#include "platform/dnssd/LocalNetwork.h"
 #include "platform/dnssd/ServiceDialer.h"
+#include "platform/qt/QtMainQueue.h"
+#include "support/EventLoop.h"
+#include "support/NetworkWorld.h"
 
 #include <doctest/doctest.h>
 #include <net/if.h>
@@ -16,19 +19,25 @@
 using namespace tessivo;
 using test::Connected;
 using test::End;
-using test::LocalWorld;
 using test::Reports;
 using State = StreamConnection::State;
 
-namespace tessivo::test {
-
-std::unique_ptr<NetworkWorld> makeNetworkWorld() {
-    return std::make_unique<LocalWorld>();
-}
-
-}  // namespace tessivo::test
-
 namespace {
+
+/// Two programs on this computer, as its responder sees them.
+class LocalWorld final : public test::NetworkWorld {
+public:
+    LocalNetwork& here() override { return here_; }
+    LocalNetwork& there() override { return there_; }
+    bool runUntil(const std::function<bool()>& condition) override {
+        return test::runUntil(condition);
+    }
+
+private:
+    QtMainQueue queue_;
+    LocalNetwork here_{queue_};
+    LocalNetwork there_{queue_};
+};
 
 /// Stops or starts the message bus or the responder.
 void servers(const std::string& order) {
@@ -42,6 +51,10 @@ std::ptrdiff_t openFiles() {
 }
 
 }  // namespace
+
+std::unique_ptr<test::NetworkWorld> test::makeNetworkWorld() {
+    return std::make_unique<LocalWorld>();
+}
 
 TEST_CASE("a service is advertised under the computer's name") {
     Connected stream;

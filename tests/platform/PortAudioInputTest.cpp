@@ -33,8 +33,8 @@ namespace {
 constexpr double toneFrequency = 1000.0;
 
 template <typename Condition>
-bool waitFor(Condition condition, std::chrono::seconds limit = std::chrono::seconds(30)) {
-    const auto end = std::chrono::steady_clock::now() + limit;
+bool waitFor(Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition() && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }

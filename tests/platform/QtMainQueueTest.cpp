@@ -1,12 +1,10 @@
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QThread>
 
 #include "ltc/LtcEncoder.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/simulated/SimulatedAudioInput.h"
+#include "support/EventLoop.h"
 #include "timecode/LtcManager.h"
 
 #include <doctest/doctest.h>
@@ -23,19 +21,9 @@
 
 using tessivo::MainQueue;
 using tessivo::QtMainQueue;
+using tessivo::test::runUntil;
 
 namespace {
-
-// Runs the event loop until `condition` holds; false when it still doesn't after half a minute.
-template <typename Condition>
-bool runUntil(Condition condition) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition() && waited.elapsed() < 30'000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return condition();
-}
 
 // Runs the event loop until everything that is waiting without a delay has run.
 void drain(QtMainQueue& queue) {
