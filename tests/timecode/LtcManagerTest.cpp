@@ -234,19 +234,6 @@ TEST_CASE_FIXTURE(Fixture, "a frame may stop or restart the capture that it came
     CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
 }
 
-TEST_CASE_FIXTURE(Fixture, "blocks that nobody could handle are dropped and counted") {
-    capture(mono);
-    const Channels block = {std::vector<float>(4096)};
-    for (int i = 0; i < 100; ++i) {
-        deliver(block);
-    }
-    queue.drain();
-    const auto dropped = static_cast<std::int64_t>(manager->droppedBlockCount());
-    CHECK(dropped > 0);
-    handle(block);
-    CHECK(manager->buffersReceivedCount() == 101 - dropped);
-}
-
 TEST_CASE_FIXTURE(Fixture, "blocks that arrive when the manager is gone are dropped") {
     capture(mono);
     deliver({timecode({{1, 2, 3, 4}})});

@@ -12,14 +12,9 @@ namespace tessivo {
 
 namespace {
 
-void setField(std::string& bits, std::int64_t units, std::size_t unitsAt, std::int64_t tens,
-              std::size_t tensAt) {
-    for (std::size_t bit = 0; bit < 4; ++bit) {
-        bits[unitsAt + bit] = (units >> bit & 1) != 0 ? '1' : '0';
-        if ((tens >> bit & 1) != 0) {
-            bits[tensAt + bit] = '1';
-        }
-    }
+ltc::Timecode timecodeOf(const LtcBiphaseDecoder::Frame& frame) {
+    return {static_cast<int>(frame.hours), static_cast<int>(frame.minutes),
+            static_cast<int>(frame.seconds), static_cast<int>(frame.frames)};
 }
 
 }  // namespace
@@ -86,20 +81,15 @@ std::vector<float> signalOfBits(const std::string& bits) {
 }
 
 std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame) {
-    std::string bits = std::string(64, '0') + "0011111111111101";
-    setField(bits, frame.frames % 10, 0, frame.frames / 10, 8);
-    setField(bits, frame.seconds % 10, 16, frame.seconds / 10, 24);
-    setField(bits, frame.minutes % 10, 32, frame.minutes / 10, 40);
-    setField(bits, frame.hours % 10, 48, frame.hours / 10, 56);
+    std::string bits = ltc::frameBits(timecodeOf(frame), {}).to_string();
+    std::ranges::reverse(bits);
     return bits;
 }
 
 std::string text(std::span<const LtcBiphaseDecoder::Frame> frames) {
     std::string result;
     for (const LtcBiphaseDecoder::Frame& frame : frames) {
-        result += ltc::toText({static_cast<int>(frame.hours), static_cast<int>(frame.minutes),
-                               static_cast<int>(frame.seconds), static_cast<int>(frame.frames)}) +
-                  ' ';
+        result += ltc::toText(timecodeOf(frame)) + ' ';
     }
     return result;
 }

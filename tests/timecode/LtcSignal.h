@@ -37,8 +37,8 @@ std::vector<LtcBiphaseDecoder::Frame> decodeAll(std::span<const float> samples);
 /// width of a cell with just that, and followed by the edge that ends the last bit.
 std::vector<float> signalOfBits(const std::string& bits);
 
-/// The 80 bits of a frame with these values in its fields, oldest first, as '0' and '1'. Values
-/// beyond a field's digits are the caller's to avoid.
+/// The 80 bits of a frame at 25 frames per second, oldest first, as '0' and '1'. Values beyond a
+/// field's digits are the caller's to avoid.
 std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame);
 
 /// "HH:MM:SS:FF " of each, for messages.
