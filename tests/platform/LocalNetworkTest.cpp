@@ -119,13 +119,8 @@ TEST_CASE("what was asked of the responder holds through its end and that of the
 }
 
 TEST_CASE("every way on which a service was seen leads to it, those with a scope included") {
-    LocalWorld world;
-    const std::string type = test::freshServiceType();
-    const auto listener = world.there().makeListener(type);
-    listener->start();
-    const Reports reports(world.here(), type);
-    REQUIRE(world.runUntil([&] { return reports.count() == 1U; }));
-
+    Connected stream;
+    REQUIRE(stream.isOpen());
     const auto cable = static_cast<AvahiIfIndex>(if_nametoindex("cable0"));
     const auto loopback = static_cast<AvahiIfIndex>(if_nametoindex("lo"));
     std::vector<ServiceSighting> sightings{{loopback, AVAHI_PROTO_INET}};
@@ -139,10 +134,10 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
     for (const ServiceSighting& sighting : sightings) {
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
-        ServiceDialer dialer(avahi, events, queue, reports.all.back().front(), {sighting});
+        ServiceDialer dialer(avahi, events, queue, stream.reports.all.back().front(), {sighting});
         FileDescriptor socket;
         dialer.start([&](FileDescriptor opened) { socket = std::move(opened); });
-        REQUIRE(world.runUntil([&] { return socket.isOpen(); }));
+        REQUIRE(stream.runUntil([&] { return socket.isOpen(); }));
         sockaddr_in6 peer{};
         socklen_t size = sizeof(peer);
         REQUIRE(getpeername(socket.value(), reinterpret_cast<sockaddr*>(&peer), &size) == 0);
@@ -177,22 +172,13 @@ TEST_CASE("whoever takes the first service comes past one that can't be reached"
 }
 
 TEST_CASE("nothing stays open behind a connection, a listener and a browser") {
-    LocalWorld world;
+    auto world = test::makeNetworkWorld();
     std::vector<std::ptrdiff_t> counts;
     for (int round = 0; round < 3; ++round) {
         {
-            const std::string type = test::freshServiceType();
-            const auto listener = world.there().makeListener(type);
-            std::vector<End> ends(3);
-            std::size_t accepted = 0;
-            listener->onNewConnection = [&](auto connection) {
-                ends[accepted++].open(std::move(connection));
-            };
-            listener->start();
-            const Reports reports(world.here(), type);
-            REQUIRE(world.runUntil([&] { return reports.count() == 1U; }));
-            ends.back().open(world.here().connect(reports.all.back().front()));
-            REQUIRE(world.runUntil([&] { return ends.back().is(State::ready) && accepted == 1; }));
+            Connected stream(std::move(world));
+            REQUIRE(stream.isOpen());
+            world = std::move(stream.world);
         }
         counts.push_back(openFiles());
     }

@@ -76,10 +76,11 @@ TEST_CASE("the last 80 bits are a frame when they end in the sync word and their
         {good.substr(1), {}},
         {std::string(300, '0') + good, {frame}},
         {good + good, {frame, frame}},
-        // The last 80 bits of an accepted frame aren't looked at again; those of a refused one are.
+        // The bits of an accepted frame aren't looked at again; those of a refused one are, here
+        // its second half as the first of another, with the sync word as seconds and minutes.
         {good + good.substr(1), {frame}},
         {refused + good, {frame}},
-        {good.substr(0, 40) + refused + good, {frame}},
+        {refused + good.substr(40), {{10, 35, 50, 0}}},
     };
     for (const Row& row : rows) {
         CAPTURE(row.bits);
