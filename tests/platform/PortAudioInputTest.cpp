@@ -16,14 +16,12 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <numbers>
 #include <thread>
 #include <vector>
 
 using tessivo::AudioBlock;
 using tessivo::AudioDeviceId;
-using tessivo::AudioInputUnit;
 using tessivo::AudioStreamFormat;
 using tessivo::AuhalCapture;
 using tessivo::PortAudioInput;
@@ -115,7 +113,7 @@ std::size_t entries(const char* folder) {
 
 }  // namespace
 
-TEST_CASE("both inputs are listed by name, in the same order and with the same ids each time") {
+TEST_CASE("both inputs are listed by name, alike each time, and ids of none are refused") {
     PortAudioInput system(TESSIVO_DEVICE_LISTER);
     const auto ids = system.deviceIds();
     const auto stereo = deviceNamed(system, "tessivo_stereo");
@@ -125,34 +123,12 @@ TEST_CASE("both inputs are listed by name, in the same order and with the same i
     CHECK(*stereo != *quad);
     CHECK(system.inputConfigurationSize(*stereo).value_or(0) > 0);
     CHECK(system.deviceIds() == ids);
-    CHECK_FALSE(system.deviceName(4711).has_value());
-    CHECK_FALSE(system.inputConfigurationSize(4711).has_value());
-
-    PortAudioInput withoutLister("");
-    CHECK(withoutLister.deviceIds() == ids);
-}
-
-TEST_CASE("what is no device or doesn't fit the opened one is refused, with PortAudio's code") {
-    PortAudioInput system(TESSIVO_DEVICE_LISTER);
+    CHECK(PortAudioInput("").deviceIds() == ids);  // without the lister
     for (const AudioDeviceId id : {AudioDeviceId{0}, AudioDeviceId{4711}, ~AudioDeviceId{0}}) {
+        CHECK_FALSE(system.deviceName(id).has_value());
+        CHECK_FALSE(system.inputConfigurationSize(id).has_value());
         CHECK(Capture(system).auhal.start(id) == noSuchDevice);
     }
-    std::unique_ptr<AudioInputUnit> unit;
-    REQUIRE(system.createUnit(unit) == tessivo::audioSuccess);
-    AudioStreamFormat format;
-    CHECK(unit->readDeviceFormat(format) == paInvalidDevice);
-    CHECK(unit->start() == paBadStreamPtr);
-    REQUIRE(unit->setCurrentDevice(deviceNamed(system, "tessivo_stereo").value()) == 0);
-    REQUIRE(unit->readDeviceFormat(format) == 0);
-    CHECK(unit->setClientFormat({format.sampleRate * 2, 1}) == paInvalidSampleRate);
-    CHECK(unit->setClientFormat({format.sampleRate, 0}) == paInvalidChannelCount);
-    CHECK(unit->setClientFormat({format.sampleRate, format.channelsPerFrame + 1}) ==
-          paInvalidChannelCount);
-    CHECK(unit->initialize() == paInvalidChannelCount);
-    CHECK(unit->setClientFormat({format.sampleRate, 1}) == 0);
-    CHECK(unit->initialize() == paNullCallback);
-    CHECK(unit->render(0, {}) == paBadBufferPtr);
-    CHECK(unit->stop() == 0);
 }
 
 TEST_CASE("a capture delivers what is played, and the list refreshes meanwhile") {
