@@ -154,8 +154,7 @@ TEST_CASE("feeding pieces of any length gives what feeding sample by sample give
 }
 
 TEST_CASE("every frame but the first two is read, at any rate, speed, polarity and level") {
-    // A tape at half the speed has the edges that a tape at full speed has at twice the sample
-    // rate.
+    // At half the speed, a tape has the edges of twice the sample rate.
     const int sampleRates[] = {22'050, 24'000, 32'000, 44'100, 48'000, 88'200, 192'000, 384'000};
     for (const char* rate : {"24", "25", "29.97df", "29.97ndf", "30"}) {
         for (const int sampleRate : sampleRates) {
