@@ -204,9 +204,8 @@ TEST_CASE("a capture changes its device two hundred times while an audio thread 
     audio.setDevices({{.id = 0, .name = "A", .format = {48'000.0, 2}},
                       {.id = 1, .name = "B", .format = {96'000.0, 2}}});
     tessivo::LtcManager manager(clock, queue, audio);
-    std::atomic<bool> ended = false;
-    std::thread audioThread([&] {
-        while (!ended) {
+    const std::jthread audioThread([&](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
             audio.deliver(block);
             std::this_thread::yield();
         }
@@ -216,7 +215,7 @@ TEST_CASE("a capture changes its device two hundred times while an audio thread 
         manager.setSelectedDeviceId(change % 2);
         manager.startCapturing();
         const std::int64_t before = manager.buffersReceivedCount();
-        CHECK(runUntil([&] { return manager.buffersReceivedCount() >= before + 5; }));
+        REQUIRE(runUntil([&] { return manager.buffersReceivedCount() >= before + 5; }));
         CHECK(manager.currentTimecodeDisplay() == "10:00:00:00");
         CHECK(manager.levelsPerChannel() == std::vector{1.0F, 0.125F});
     }
@@ -224,6 +223,4 @@ TEST_CASE("a capture changes its device two hundred times while an audio thread 
     const std::int64_t handled = manager.buffersReceivedCount();
     drain(queue);
     CHECK(manager.buffersReceivedCount() == handled);
-    ended = true;
-    audioThread.join();
 }
