@@ -216,6 +216,21 @@ TEST_CASE("a version is never written over an older one, which a power cut could
     CHECK(recent.read()->bytes == "third");
 }
 
+TEST_CASE("versions are forgotten up to the synced one, never a newer one") {
+    const TemporaryFolder folder;
+    RecentValue recent(folder.path(key));
+    for (const std::string value : {"1", "2", "3"}) {
+        REQUIRE(recent.write(value));
+    }
+    recent.forget(1);
+    CHECK(folder.names().size() == 2);
+    recent.forget(2);
+    CHECK(recent.read()->bytes == "3");
+    CHECK(folder.names().size() == 1);
+    recent.forget(3);
+    CHECK(folder.names().empty());
+}
+
 TEST_CASE("a second store reads and never writes, even once the first is gone") {
     const TemporaryFolder folder;
     std::optional<FilePreferencesStore> first(folder.path());
