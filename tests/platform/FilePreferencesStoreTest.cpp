@@ -30,25 +30,6 @@ void waitForNames(const TemporaryFolder& folder, const Names& names) {
     CHECK(folder.names() == names);
 }
 
-/// Lets no file of this process grow past a size while it lives, as a full disk would.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        oldHandler_ = ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        ::signal(SIGXFSZ, oldHandler_);
-    }
-
-private:
-    rlimit before_{};
-    sighandler_t oldHandler_ = nullptr;
-};
-
 }  // namespace
 
 TEST_CASE("a value comes back in the next run, whatever its bytes") {
@@ -72,9 +53,12 @@ TEST_CASE("a value comes back in the next run, whatever its bytes") {
     CHECK(folder.names() == Names{"lock", key, "other"});
 }
 
-TEST_CASE("the folder is made, and its files are the user's only") {
+TEST_CASE("the user's own folder is made, and its files are the user's only") {
     const TemporaryFolder parent;
-    const std::string folder = parent.path("d\u00E9j\u00E0/vu");
+    ::setenv("XDG_CONFIG_HOME", parent.path("d\u00E9j\u00E0").c_str(), 1);
+    const std::string folder = FilePreferencesStore::defaultFolder();
+    ::unsetenv("XDG_CONFIG_HOME");
+    CHECK(folder == parent.path("d\u00E9j\u00E0/tessivo"));
     const mode_t mask = ::umask(0);
     FilePreferencesStore store(folder);
     store.setData(key, "1");
@@ -118,59 +102,55 @@ TEST_CASE("values are set aside under names of their own, and none is lost") {
 }
 
 TEST_CASE("what can't be read gives empty bytes and can be set aside") {
-    const TemporaryFolder folder;
-    FilePreferencesStore store(folder.path());
-    const std::string path = folder.path(key);
-    SUBCASE("a folder") {
-        std::filesystem::create_directory(path);
-        std::filesystem::create_directory(path + "/inside");
+    for (const bool isFolder : {true, false}) {
+        CAPTURE(isFolder);
+        const TemporaryFolder folder;
+        if (isFolder) {
+            std::filesystem::create_directories(folder.path(key + "/inside"));
+        } else {  // a pipe that nobody writes to
+            REQUIRE(::mkfifo(folder.path(key).c_str(), 0600) == 0);
+        }
+        FilePreferencesStore store(folder.path());
         CHECK(store.data(key) == "");
         CHECK(store.setAside(key));
-        CHECK(std::filesystem::exists(path + ".illisible-1/inside"));
+        CHECK(std::filesystem::is_directory(folder.path(key + ".illisible-1")) == isFolder);
+        store.setData(key, "1");
+        CHECK(store.data(key) == "1");
+        waitForNames(folder, {"lock", key, key + ".illisible-1"});
+        CHECK(folder.read(key) == "1");
     }
-    SUBCASE("a pipe without a writer") {
-        REQUIRE(::mkfifo(path.c_str(), 0600) == 0);
-        CHECK(store.data(key) == "");
-        CHECK(store.setAside(key));
-    }
-    store.setData(key, "1");
-    CHECK(store.data(key) == "1");
-    waitForNames(folder, {"lock", key, key + ".illisible-1"});
-    CHECK(folder.read(key) == "1");
 }
 
-TEST_CASE("a value that can't be put in its place is kept beside it") {
-    const TemporaryFolder folder;
-    std::filesystem::create_directories(folder.path(key + "/inside"));
-    FilePreferencesStore(folder.path()).setData(key, "1");
-    FilePreferencesStore store(folder.path());
-    CHECK(store.data(key) == "1");
-    CHECK_FALSE(store.setAside(key));
-    CHECK(store.data(key) == "1");
-}
-
-TEST_CASE("what can't be synced is tried again until it can") {
-    const TemporaryFolder folder;
-    const std::filesystem::path inTheWay = folder.path() + "/record.nouveau";
-    std::filesystem::create_directory(inTheWay);
-    FilePreferencesStore store(folder.path());
-    store.setData(key, "value");
-    std::this_thread::sleep_for(std::chrono::seconds(1));  // the first round fails meanwhile
-    CHECK_FALSE(std::filesystem::exists(folder.path() + "/record"));
-    std::filesystem::remove(inTheWay);
-    waitForNames(folder, {"lock", "record"});
-    CHECK(folder.read("record") == "value");
+TEST_CASE("a value that can't be put in its place is kept beside it until it can") {
+    for (const int seconds : {0, 1}) {
+        CAPTURE(seconds);
+        const TemporaryFolder folder;
+        std::filesystem::create_directories(folder.path(key + "/inside"));
+        FilePreferencesStore(folder.path()).setData(key, "1");
+        FilePreferencesStore store(folder.path());
+        CHECK(store.data(key) == "1");
+        CHECK_FALSE(store.setAside(key));  // it tries to sync first, and fails
+        CHECK(store.data(key) == "1");
+        std::this_thread::sleep_for(std::chrono::seconds(seconds));  // the store's thread fails too
+        std::filesystem::remove_all(folder.path(key));
+        waitForNames(folder, {"lock", key});
+        CHECK(folder.read(key) == "1");
+    }
 }
 
 TEST_CASE("a write that fails leaves the old value") {
     const TemporaryFolder folder;
     std::optional<FilePreferencesStore> store(folder.path());
     store->setData(key, "old");
-    {
-        const FileSizeLimit limit(1000);
-        store->setData(key, std::string(4000, 'x'));
-        CHECK(store->data(key) == "old");
-    }
+    // No file may grow past this, as on a full disk.
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit tight{1000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    store->setData(key, std::string(4000, 'x'));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    CHECK(store->data(key) == "old");
     store.reset();
     CHECK(folder.names() == Names{"lock", key});
     CHECK(folder.read(key) == "old");
@@ -216,17 +196,9 @@ TEST_CASE("of what a killed run or a power cut left, the newest whole version is
         if (remains.olderFile) {
             left.write(key + ".recent-1", *remains.olderFile);
         }
-        {
-            FilePreferencesStore store(left.path());
-            CHECK(store.data(key) == remains.expected);
-        }
+        CHECK(FilePreferencesStore(left.path()).data(key) == remains.expected);
         CHECK(left.read(key) == remains.expected);
-        {
-            FilePreferencesStore store(left.path());
-            CHECK(store.data(key) == remains.expected);
-            store.setData(key, "next");
-            CHECK(store.data(key) == "next");
-        }
+        FilePreferencesStore(left.path()).setData(key, "next");
         CHECK(left.read(key) == "next");
         CHECK(left.names() == Names{"lock", key});
     }
@@ -272,11 +244,4 @@ TEST_CASE("a second store reads and never writes, even once the first is gone") 
     second.setData(key, "second");
     CHECK(second.data(key) == "first");
     CHECK(FilePreferencesStore(folder.path()).isWritable());
-}
-
-TEST_CASE("the default folder is in the configuration folder") {
-    const TemporaryFolder folder;
-    ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
-    CHECK(FilePreferencesStore::defaultFolder() == folder.path("tessivo"));
-    ::unsetenv("XDG_CONFIG_HOME");
 }

@@ -1,9 +1,8 @@
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include "platform/qt/HttpUpdateFeed.h"
+#include "support/EventLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -27,12 +26,7 @@ std::optional<std::string> versionFrom(const QByteArray& answer) {
     std::optional<std::optional<std::string>> version;
     feed.fetchLatestVersion([&](std::optional<std::string> found) { version = std::move(found); });
     CHECK_FALSE(version.has_value());
-    QElapsedTimer waited;
-    waited.start();
-    while (!version && waited.elapsed() < 30'000) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    }
-    REQUIRE(version.has_value());
+    REQUIRE(test::runUntil([&] { return version.has_value(); }));
     return *version;
 }
 

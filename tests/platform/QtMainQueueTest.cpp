@@ -1,10 +1,11 @@
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QThread>
 
+#include "ltc/LtcEncoder.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/simulated/SimulatedAudioInput.h"
+#include "support/EventLoop.h"
+#include "timecode/LtcManager.h"
 
 #include <doctest/doctest.h>
 
@@ -20,19 +21,9 @@
 
 using tessivo::MainQueue;
 using tessivo::QtMainQueue;
+using tessivo::test::runUntil;
 
 namespace {
-
-// Runs the event loop until `condition` holds; false when it still doesn't after half a minute.
-template <typename Condition>
-bool runUntil(Condition condition) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition() && waited.elapsed() < 30'000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return condition();
-}
 
 // Runs the event loop until everything that is waiting without a delay has run.
 void drain(QtMainQueue& queue) {
@@ -56,23 +47,33 @@ TEST_CASE("posted tasks run on a later turn, in order") {
     CHECK(order == "abc");
 }
 
-TEST_CASE("tasks posted by another thread run on the main thread in the order of that thread") {
+TEST_CASE("what another thread posts or fires runs on the main thread, each once and in order") {
     QtMainQueue queue;
+    constexpr int count = 2000;
     const auto mainThread = std::this_thread::get_id();
     std::vector<int> order;
-    bool elsewhere = false;
-    std::thread poster([&] {
-        for (int i = 0; i < 1000; ++i) {
+    std::atomic<int> fired = 0;
+    int runs = 0, wrong = 0;
+    const auto trigger = queue.makeRealtimeTrigger([&] {
+        ++runs;
+        wrong += runs > fired || std::this_thread::get_id() != mainThread ? 1 : 0;
+    });
+    std::thread other([&] {
+        for (int i = 0; i < count; ++i) {
             queue.post([&, i] {
                 order.push_back(i);
-                elsewhere = elsewhere || std::this_thread::get_id() != mainThread;
+                wrong += std::this_thread::get_id() != mainThread ? 1 : 0;
             });
+            ++fired;
+            trigger->fire();
         }
     });
-    CHECK(runUntil([&] { return order.size() == 1000; }));
-    poster.join();
+    CHECK(runUntil([&] { return order.size() == count && runs == count; }));
+    other.join();
+    drain(queue);
+    CHECK(runs == count);
     CHECK(std::is_sorted(order.begin(), order.end()));
-    CHECK_FALSE(elsewhere);
+    CHECK(wrong == 0);
 }
 
 TEST_CASE("a delayed task runs once, no sooner than its delay") {
@@ -108,12 +109,12 @@ TEST_CASE("a repetition keeps to its first instant, however late single runs are
             QThread::msleep(35);  // what a drifting timer would add to each later run
         }
     });
-    QThread::msleep(1000);  // what was missed meanwhile is made up for by one run
+    QThread::msleep(1050);  // what was missed is made up for by one run, half an interval late
     drain(queue);
     CHECK(phases.size() < 10);
     REQUIRE(runUntil([&] { return phases.size() >= 30; }));
-    // Had each run shifted the next, eight sleeps would have moved the grid by 280 ms, and none of
-    // the runs would be near it. A busy machine may delay some, not all.
+    // Had a late run shifted the next, or a long one, none would be near the grid any more. A busy
+    // machine may delay some, not all.
     std::sort(phases.begin(), phases.end());
     CHECK(phases[phases.size() / 4] < 0.3 * interval);
 }
@@ -139,30 +140,6 @@ TEST_CASE("a repetition or trigger may be ended by its own task") {
     drain(queue);
     CHECK(runs == 2 * static_cast<int>(text->size()));
     CHECK(text.use_count() == 1);
-}
-
-TEST_CASE("each firing from another thread gives one run on the main thread") {
-    QtMainQueue queue;
-    constexpr int firings = 2000;
-    const auto mainThread = std::this_thread::get_id();
-    int runs = 0;
-    int early = 0;
-    std::atomic<int> fired = 0;
-    const auto trigger = queue.makeRealtimeTrigger([&] {
-        ++runs;
-        early += runs > fired || std::this_thread::get_id() != mainThread ? 1 : 0;
-    });
-    std::thread audio([&] {
-        for (int i = 0; i < firings; ++i) {
-            ++fired;
-            trigger->fire();
-        }
-    });
-    CHECK(runUntil([&] { return runs == firings; }));
-    audio.join();
-    drain(queue);
-    CHECK(runs == firings);
-    CHECK(early == 0);
 }
 
 TEST_CASE("a burst of firings doesn't hold up posted work") {
@@ -212,4 +189,38 @@ TEST_CASE("the system clock counts from 2001 in UTC") {
     const double after = std::difftime(std::time(nullptr), 978'307'200) + 1.0;
     CHECK(now >= before);
     CHECK(now <= after);
+}
+
+TEST_CASE("a capture changes its device two hundred times while an audio thread delivers blocks") {
+    tessivo::ltc::LtcEncoder encoder({}, 16'000);  // short frames: a block holds four
+    std::vector<std::vector<float>> block(2);
+    for (int i = 0; i < 4; ++i) {
+        encoder.appendFrame({.hours = 10}, block[0]);
+    }
+    block[1].assign(block[0].size(), 0.125F);
+    QtMainQueue queue;
+    const tessivo::SystemClock clock;
+    tessivo::SimulatedAudioInput audio;
+    audio.setDevices({{.id = 0, .name = "A", .format = {48'000.0, 2}},
+                      {.id = 1, .name = "B", .format = {96'000.0, 2}}});
+    tessivo::LtcManager manager(clock, queue, audio);
+    const std::jthread audioThread([&](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            audio.deliver(block);
+            std::this_thread::yield();
+        }
+    });
+    for (tessivo::AudioDeviceId change = 0; change < 200; ++change) {
+        manager.stopCapturing();
+        manager.setSelectedDeviceId(change % 2);
+        manager.startCapturing();
+        const std::int64_t before = manager.buffersReceivedCount();
+        REQUIRE(runUntil([&] { return manager.buffersReceivedCount() >= before + 5; }));
+        CHECK(manager.currentTimecodeDisplay() == "10:00:00:00");
+        CHECK(manager.levelsPerChannel() == std::vector{1.0F, 0.125F});
+    }
+    manager.stopCapturing();
+    const std::int64_t handled = manager.buffersReceivedCount();
+    drain(queue);
+    CHECK(manager.buffersReceivedCount() == handled);
 }

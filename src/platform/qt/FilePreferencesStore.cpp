@@ -172,9 +172,11 @@ void FilePreferencesStore::settle() {
         if (isSettled) {
             value.recent.forget(*number);
         } else if (!value.unsettled) {
-            // A full disk may have room again: the next round tries once more.
+            // A full disk may have room again: the next round tries once more. The settler may have
+            // looked meanwhile and found nothing to do.
             value.unsettled = number;
             std::swap(value.bytes, settlingBytes_);
+            changed_.notify_one();
         }
     }
     lock.unlock();

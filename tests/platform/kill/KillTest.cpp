@@ -1,3 +1,5 @@
+#include <QProcess>
+
 #include "StormOperations.h"
 #include "model/ShowJson.h"
 #include "platform/qt/FilePreferencesStore.h"
@@ -5,74 +7,43 @@
 #include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>
-#include <fcntl.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <random>
 #include <set>
 #include <string>
 #include <thread>
-#include <vector>
 
 using namespace tessivo;
 
 namespace {
 
-/// The storm in its own process, from its first stored operation to its death.
-class Storm {
-public:
-    explicit Storm(std::string folder) {
-        int ends[2] = {};
-        REQUIRE(::pipe2(ends, O_CLOEXEC) == 0);
-        posix_spawn_file_actions_t actions{};
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        std::string program = RECORD_STORM;
-        char* const arguments[] = {program.data(), folder.data(), nullptr};
-        REQUIRE(::posix_spawn(&process_, program.c_str(), &actions, nullptr, arguments, environ) ==
-                0);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        acknowledgements_ = FileDescriptor(ends[0]);
+/// Runs the storm on the folder for up to a tenth of a second, from its first acknowledgement on or
+/// while it still starts, and kills it. Gives the last operation that it acknowledged, 0 for none.
+std::int64_t runAndKillStorm(const std::string& folder, bool whileItStarts,
+                             std::mt19937_64& random) {
+    QProcess storm;
+    storm.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    storm.start(QStringLiteral(RECORD_STORM), {QString::fromStdString(folder)});
+    REQUIRE(storm.waitForStarted());
+    REQUIRE((whileItStarts || storm.waitForReadyRead()));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 100'000));
+    storm.kill();
+    storm.waitForFinished();
+    CHECK(storm.exitStatus() == QProcess::CrashExit);  // it hadn't ended by itself
+    const QByteArray acknowledged = storm.readAllStandardOutput();
+    std::int64_t last = 0;
+    const qsizetype whole = acknowledged.size() - acknowledged.size() % qsizetype(sizeof last);
+    if (whole > 0) {
+        std::memcpy(&last, acknowledged.data() + whole - sizeof last, sizeof last);
     }
-
-    /// Waits for the first acknowledgement: the program has started and owns the folder.
-    void waitForStart() {
-        last_ = readNumber();
-        REQUIRE(last_ > 0);
-    }
-
-    /// Kills it, and gives the last operation that it acknowledged, 0 for none.
-    std::int64_t kill() {
-        ::kill(process_, SIGKILL);
-        int status = 0;
-        ::waitpid(process_, &status, 0);
-        CHECK(WIFSIGNALED(status));  // it hadn't ended by itself
-        while (const std::int64_t number = readNumber()) {
-            last_ = number;
-        }
-        return last_;
-    }
-
-private:
-    std::int64_t readNumber() const {
-        std::int64_t number = 0;
-        const auto size = static_cast<ssize_t>(sizeof number);
-        return ::read(acknowledgements_.value(), &number, sizeof number) == size ? number : 0;
-    }
-
-    pid_t process_ = -1;
-    FileDescriptor acknowledgements_;
-    std::int64_t last_ = 0;
-};
+    return last;
+}
 
 std::uint64_t chooseSeed() {
     const char* given = std::getenv("TESSIVO_SEED");
@@ -87,12 +58,7 @@ void killStorms(const test::TemporaryFolder& folder, int kills, std::mt19937_64&
     std::int64_t number = 0;
     for (int round = 0; round < kills; ++round) {
         CAPTURE(round);
-        Storm storm(folder.path());
-        if (round % 4 != 0) {  // the others are killed while they start
-            storm.waitForStart();
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 100'000));
-        const std::int64_t acknowledged = storm.kill();
+        const std::int64_t acknowledged = runAndKillStorm(folder.path(), round % 4 == 0, random);
 
         FilePreferencesStore store(folder.path());
         REQUIRE(store.isWritable());
