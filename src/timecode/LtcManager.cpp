@@ -82,10 +82,6 @@ std::vector<AudioInputDevice> LtcManager::fetchInputDevices() const {
     return tessivo::fetchInputDevices(audio_);
 }
 
-std::uint64_t LtcManager::droppedBlockCount() const {
-    return blocks_ ? blocks_->droppedCount() : 0;
-}
-
 void LtcManager::setAvailableInputDevices(std::vector<AudioInputDevice> devices) {
     assign(availableInputDevices_, std::move(devices), Field::availableInputDevices);
 }

@@ -83,9 +83,6 @@ public:
     /// Blocks handled since the manager was made.
     std::int64_t buffersReceivedCount() const { return buffersReceivedCount_; }
 
-    /// Blocks of the present capture that were lost because the main thread stood still.
-    std::uint64_t droppedBlockCount() const;
-
     void setAvailableInputDevices(std::vector<AudioInputDevice> devices);
     void setSelectedDeviceId(std::optional<AudioDeviceId> device);
     void setSelectedChannelIndex(std::int64_t index);

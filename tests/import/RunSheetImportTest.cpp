@@ -163,8 +163,9 @@ TEST_CASE_FIXTURE(Fixture, "the first row of songs may be any row, and the title
     import.setRole(2, ColumnRole::title);
     const std::pair<std::int64_t, std::int64_t> rows[] = {
         {INT64_MIN, 5}, {3, 5}, {4, 4}, {9, 1}, {10, 0}, {12, 0}, {13, 0}, {INT64_MAX, 0}};
-    for (const auto& [startRow, songs] : rows) {
-        CAPTURE(startRow);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [startRow, songs] = row;
         import.startRow = startRow;
         CHECK(import.songCount() == songs);
         CHECK(create().has_value() == (songs > 0));

@@ -28,8 +28,9 @@ TEST_CASE("lengths are read in the forms that crews write") {
                                                          {"3'x'45", 225},
                                                          {"2562047788015215:30:07", INT64_MAX},
                                                          {"-2562047788015215:-30:-08", INT64_MIN}};
-    for (const auto& [text, seconds] : rows) {
-        CAPTURE(text);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [text, seconds] = row;
         CHECK(parseDuration(text) == seconds);
     }
     // Neither form has its count, or could be hours and minutes; the last are out of range.
@@ -47,8 +48,9 @@ TEST_CASE("timecodes are kept as they are written") {
                                                         {"00:14:32:00\nnote", "00:14:32:00"},
                                                         {":10:00:00:00:", ":10:00:00:00:"},
                                                         {"99:-1:+7:0", "99:-1:+7:0"}};
-    for (const auto& [text, timecode] : rows) {
-        CAPTURE(text);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [text, timecode] = row;
         CHECK(parseLtc(text) == timecode);
     }
     for (const char* text : {"10:00:00;00", "10:00:00", "1:2:3:4:5", "1:2:3:4:x", "1:2:x:4",
@@ -67,8 +69,9 @@ TEST_CASE("guests stand between slashes, plus signs and line breaks") {
         {" /+ \n\t/\u00A0", {}},
         {"", {}},
     };
-    for (const auto& [text, names] : rows) {
-        CAPTURE(text);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [text, names] = row;
         std::vector<std::string> found;
         for (const Guest& guest : splitGuests(text)) {
             found.push_back(guest.name);

@@ -23,8 +23,9 @@ TEST_CASE("a typed timecode is its last eight digits, aligned to the frames") {
         {"000000000000", "00:00:00:00"},
         {"１2", "00:00:00:02"},
     };
-    for (const auto& [typed, kept] : rows) {
-        CAPTURE(typed);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [typed, kept] = row;
         const auto stored = normalizeLtcInput(typed);
         REQUIRE(stored == kept);
         CHECK(normalizeLtcInput(*stored) == stored);

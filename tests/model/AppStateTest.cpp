@@ -138,8 +138,9 @@ TEST_CASE("only a version newer than this one is an update") {
         {std::nullopt, false}, {"0.70.0", false}, {"0.69.9", false},
         {"0.70.1", true},      {"0.100", true},   {"1", true},
         {"", false},           {"v9", false},     {"9.", false}};
-    for (const auto& [published, isUpdate] : rows) {
-        CAPTURE(published.value_or("none"));
+    for (const auto& row : rows) {
+        CAPTURE(row.first.value_or("none"));
+        const auto& [published, isUpdate] = row;
         SimulatedPlatform computer;
         computer.updates.latestVersion = published;
         AppState state(computer);

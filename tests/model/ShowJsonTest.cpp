@@ -146,8 +146,9 @@ TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
                                                          {"9007199254740993", 9007199254740993},
                                                          {"9223372036854775807", INT64_MAX},
                                                          {"-9223372036854775808", INT64_MIN}};
-    for (const auto& [json, value] : rows) {
-        CAPTURE(json);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [json, value] = row;
         const auto song = decodeSong(replaced(songJson, "215", json));
         REQUIRE(song.has_value());
         CHECK(song->duration == value);
