@@ -75,6 +75,28 @@ void readRunSheet(benchmark::State& state) {
 
 BENCHMARK(readRunSheet)->Arg(200)->Arg(manyRows)->Unit(benchmark::kMillisecond);
 
+/// What takes longest to read for its size, over and over in a small file. Budget: 1 s.
+void readHostile(benchmark::State& state, std::string_view piece) {
+    constexpr std::size_t size = std::size_t{160} * 1024 * 1024;
+    std::string rows = "<row r=\"1\">";
+    while (rows.size() < size) {
+        rows += piece;
+    }
+    const std::string file = tessivo::test::workbookOf(rows);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(cellsIn(file));
+    }
+    state.counters["file_KiB"] = static_cast<double>(file.size()) / 1024.0;
+}
+
+BENCHMARK_CAPTURE(readHostile, tags, "<c/>")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readHostile, attributes, R"(<n a="" b="" c="" d=""/>)")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readHostile, entities, R"(<c r="&lt;&lt;&lt;&lt;&lt;&lt;&lt;&lt;"/>)")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readHostile, cells, R"(<c r="A1"><v>1</v></c>)")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readHostile, lines, "<v>\n\n\n\n\n\n\n\n</v>")->Unit(benchmark::kMillisecond);
+
 }  // namespace
 
 /// With `--write FILE`, writes the large run sheet for another reader instead of reading it.

@@ -27,7 +27,9 @@ ListView {
         while (row && row.parent !== contentItem) {
             row = row.parent;
         }
-        if (row && row.index !== undefined) {
+        if (row && row === headerItem) {
+            positionViewAtBeginning();
+        } else if (row && row.index !== undefined) {
             currentIndex = row.index;
             // The Tab key goes on only to a row that is there.
             const next = focusItem.focusReason === Qt.TabFocusReason ? 1 : focusItem.focusReason === Qt.BacktabFocusReason ? -1 : 0;

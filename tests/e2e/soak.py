@@ -8,23 +8,23 @@ import sys
 import time
 import unittest
 
+import test_the_whole_evening as evening  # not its class alone, which unittest would run too
 from case import explained
 from hosts import Switch
 from person import Person
 from sound import Sound
-from test_the_whole_evening import INPUT, TheWholeEvening
 
 MINUTES = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 60
 WARM_UP = 5  # minutes
 MEGABYTE = 1e6
 
 
-class Soak(TheWholeEvening):
+class Soak(evening.TheWholeEvening):
     test_from_the_run_sheet_to_the_next_day = None
 
     @explained
     def test_nothing_grows(self):
-        sound = Sound(self.stage, [INPUT])
+        sound = Sound(self.stage, [evening.INPUT])
         switch = Switch(self.stage)
         self.addCleanup(switch.remove)
         self.desk = switch.add_host("regie")
@@ -36,13 +36,13 @@ class Soak(TheWholeEvening):
         self.admin.press("Vue live", "page tab")
         self.admin.press("Actualiser la liste des entrées audio")
         self.admin.screen().find("combo box", "Entrée audio").click()
-        self.admin.screen().find("list item", INPUT).click()
+        self.admin.screen().find("list item", evening.INPUT).click()
         self.admin.press("Démarrer la capture")
         wav = self.write_ltc("10:00:00:00", 180)
         players, used = [], []
         for minute in range(MINUTES):
             if not players or players[-1].poll() is not None:
-                players.append(sound.play(wav, INPUT))
+                players.append(sound.play(wav, evening.INPUT))
             self.admin.key("space" if minute % 2 else "Left")
             time.sleep(60)
             used.append([self.use_of(person) for person in (self.admin, self.station)])
