@@ -33,14 +33,14 @@ Flickable {
     }
 
     /// A smaller card takes more guests on a line, so that its height has to be tried.
-    function fitInto(height: real, least: real): bool {
+    function fitInto(available: real, least: real): bool {
         card.bodyScale = 1;
         card.layOut();
-        while (card.height > height && card.bodyScale > least) {
+        while (card.height > available && card.bodyScale > least) {
             card.bodyScale *= 0.95;
             card.layOut();
         }
-        return card.height <= height;
+        return card.height <= available;
     }
 
     /// Not at once: a layout that is being made can't be made again.

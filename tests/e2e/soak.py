@@ -10,9 +10,6 @@ import unittest
 
 import test_the_whole_evening as evening  # not its class alone, which unittest would run too
 from case import explained
-from hosts import Switch
-from person import Person
-from sound import Sound
 
 MINUTES = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 60
 WARM_UP = 5  # minutes
@@ -24,20 +21,10 @@ class Soak(evening.TheWholeEvening):
 
     @explained
     def test_nothing_grows(self):
-        sound = Sound(self.stage, [evening.INPUT])
-        switch = Switch(self.stage)
-        self.addCleanup(switch.remove)
-        self.desk = switch.add_host("regie")
-        self.station = Person(self, switch.add_host("plateau"))
-        self.station.press("Affichage")
-        self.admin = self.start_admin()
-        self.import_run_sheet()
+        sound = self.begin()
         self.admin.press("Ouvrir l'affichage")
         self.admin.press("Vue live", "page tab")
-        self.admin.press("Actualiser la liste des entrées audio")
-        self.admin.screen().find("combo box", "Entrée audio").click()
-        self.admin.screen().find("list item", evening.INPUT).click()
-        self.admin.press("Démarrer la capture")
+        self.start_capture()
         wav = self.write_ltc("10:00:00:00", 180)
         players, used = [], []
         for minute in range(MINUTES):

@@ -21,14 +21,7 @@ SONGS = 12
 class TheWholeEvening(EndToEndTest):
     @explained
     def test_from_the_run_sheet_to_the_next_day(self):
-        sound = Sound(self.stage, [INPUT])
-        switch = Switch(self.stage)
-        self.addCleanup(switch.remove)
-        self.desk = switch.add_host("regie")
-        self.station = Person(self, switch.add_host("plateau"))
-        self.station.press("Affichage")
-        self.admin = self.start_admin()
-        self.import_run_sheet()
+        sound = self.begin()
         self.admin.press("Vue live", "page tab")
         self.expect_song(0)
         self.picture_of(self.admin, "evening-1-live")
@@ -37,6 +30,18 @@ class TheWholeEvening(EndToEndTest):
         self.run_by_timecode(sound)
         self.finish()
         self.find_it_the_next_day()
+
+    def begin(self):
+        """Up to the imported show, with a station that waits for it; gives what can be played on."""
+        sound = Sound(self.stage, [INPUT])
+        switch = Switch(self.stage)
+        self.addCleanup(switch.remove)
+        self.desk = switch.add_host("regie")
+        self.station = Person(self, switch.add_host("plateau"))
+        self.station.press("Affichage")
+        self.admin = self.start_admin()
+        self.import_run_sheet()
+        return sound
 
     def start_admin(self):
         admin = Person(self, self.desk)
@@ -63,10 +68,7 @@ class TheWholeEvening(EndToEndTest):
     def run_by_timecode(self, sound):
         """A step back keeps the fourth song's timecode, 15 seconds after the third's, from acting."""
         admin = self.admin
-        admin.press("Actualiser la liste des entrées audio")
-        admin.screen().find("combo box", "Entrée audio").click()
-        admin.screen().find("list item", INPUT).click()
-        admin.press("Démarrer la capture")
+        self.start_capture()
         player = sound.play(self.write_ltc("10:00:28:00", 38), INPUT)
         self.expect_song(2)
         admin.screen().find(None, re.compile(r"10:00:3[3-9]:\d\d"))
@@ -79,6 +81,12 @@ class TheWholeEvening(EndToEndTest):
         self.assertEqual(moves, [f"LTC: ✅ avance vers morceau {index} '{TITLES[index]}'"
                                  for index in (2, 4)])
         admin.press("Arrêter la capture")
+
+    def start_capture(self):
+        self.admin.press("Actualiser la liste des entrées audio")
+        self.admin.screen().find("combo box", "Entrée audio").click()
+        self.admin.screen().find("list item", INPUT).click()
+        self.admin.press("Démarrer la capture")
 
     def finish(self):
         for _ in range(4, SONGS):
