@@ -150,6 +150,9 @@ TEST_CASE_FIXTURE(Fixture, "the leftmost of the columns with one role counts") {
     load({gala});
     import.setRole(3, ColumnRole::title);
     import.setRole(2, ColumnRole::title);
+    CHECK(import.counts(2));
+    CHECK_FALSE(import.counts(3));
+    CHECK(import.counts(4));  // ignored, like any number of others
     CHECK(create().value().songs.size() == 4);
     import.setRole(2, ColumnRole::ignore);
     CHECK(create().value().songs[1].title == "personne");
