@@ -2,7 +2,7 @@
 #include <QEventLoop>
 
 #include "Library.h"
-#include "platform/dnssd/LocalNetwork.h"
+#include "platform/network/LocalNetwork.h"
 #include "platform/qt/QtMainQueue.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/NetworkFraming.h"

@@ -11,12 +11,12 @@
 #include <QQuickWindow>
 #include <QTimer>
 
-#include "display/Application.h"
+#include "kit/ScreenContext.h"
 #include "ltc/LtcEncoder.h"
-#include "model/AppState.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 #include "sync/AdminBroadcaster.h"
 
 #include <sys/resource.h>
@@ -71,7 +71,7 @@ public:
         state_.importShow(showOfSeconds(seconds));
         state_.setActiveDisplayShowId(state_.activeShowId());
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplication(engine_, application_);
+        setScreenContext(engine_, context_);
         // Windows come and go here without ending the program.
         QObject::connect(&engine_, &QQmlEngine::quit, [] {});
     }
@@ -86,8 +86,8 @@ public:
     }
 
     void measureCapture() {
-        QQmlComponent component(&engine_,
-                                QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        QQmlComponent component(
+            &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
         const std::unique_ptr<QObject> window(component.create());
         window->setProperty("launchMode", adminMode);
         show(*window);
@@ -182,7 +182,7 @@ private:
     Platform platform_{clock_,      mainQueue_,    rest_.preferences, rest_.files,     rest_.panels,
                        rest_.audio, rest_.updates, rest_.computer,    rest_.stayAwake, rest_.log};
     AppState state_;
-    Application application_{state_, platform_};
+    ScreenContext context_{state_, platform_};
     QQmlApplicationEngine engine_;
     std::atomic<bool> stop_ = false;
     std::atomic<SteadyClock::rep> deliveredAt_ = 0;
@@ -202,7 +202,7 @@ int main(int argc, char* argv[]) {
     Production production(seconds);
     production.measureAtRest("stage display at rest (budget 1 %)",
                              "qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml");
-    production.measureAtRest("live screen at rest", "qrc:/qt/qml/Tessivo/Ui/MainWindow.qml");
+    production.measureAtRest("live screen at rest", "qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml");
     production.measureCapture();
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "Library.h"
 #include "model/ShowJson.h"
-#include "platform/qt/FilePreferencesStore.h"
+#include "platform/posix/FilePreferencesStore.h"
 #include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>

@@ -8,14 +8,14 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "display/Application.h"
 #include "import/XLSXReader.h"
+#include "kit/ScreenContext.h"
 #include "ltc/LtcEncoder.h"
-#include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 #include "support/WorkbookWriter.h"
 #include "sync/AdminBroadcaster.h"
-#include "ui/ShowImport.h"
+#include "ui/import/ShowImportViewModel.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -119,8 +119,8 @@ public:
     explicit Gallery(const QString& folder) : folder_(folder), state_(computer_) {
         QDir().mkpath(folder);
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplication(engine_, application_);
-        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        setScreenContext(engine_, context_);
+        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         QQmlComponent component(
             &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
@@ -210,7 +210,7 @@ private:
         click("Fermer");
         click("Importer un conducteur");
         pickFile("/Festival.xlsx");
-        auto* import = main_->findChild<ShowImport*>();
+        auto* import = main_->findChild<ShowImportViewModel*>();
         take(*main_, "import-untouched", {1180, 820});
         for (int column = 0; column < 4; ++column) {
             import->setRole(column, column + 1);
@@ -234,7 +234,7 @@ private:
 
     void pickFile(const char* location) {
         computer_.panels.answers = {location};
-        main_->findChild<ShowImport*>()->pickFile();
+        main_->findChild<ShowImportViewModel*>()->pickFile();
         QCoreApplication::processEvents();
     }
 
@@ -395,7 +395,7 @@ private:
     QString folder_;
     SimulatedPlatform computer_;
     AppState state_;
-    Application application_{state_, computer_};
+    ScreenContext context_{state_, computer_};
     QQmlApplicationEngine engine_;
     QQuickWindow* main_ = nullptr;
     QQuickWindow* stage_ = nullptr;

@@ -5,20 +5,22 @@
 #include <QPalette>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
+#include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTranslator>
 
-#include "display/Application.h"
-#include "model/AppState.h"
+#include "kit/ScreenContext.h"
 #include "platform/audio/PortAudioInput.h"
-#include "platform/dnssd/LocalNetwork.h"
+#include "platform/network/LocalNetwork.h"
+#include "platform/posix/FilePreferencesStore.h"
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
-#include "platform/qt/FilePreferencesStore.h"
 #include "platform/qt/HttpUpdateFeed.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SessionStayAwake.h"
 #include "platform/qt/SystemClock.h"
+#include "state/AppState.h"
+#include "style/Colors.h"
 
 #include <csignal>
 #include <iostream>
@@ -33,25 +35,31 @@ void dressStandardDialogs(QApplication& application, QTranslator& translator) {
         QCoreApplication::installTranslator(&translator);
     }
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const tessivo::Colors colors;
     QPalette dark;
-    const QColor paper(236, 230, 218);
-    dark.setColor(QPalette::Window, QColor(19, 18, 17));
-    dark.setColor(QPalette::Base, QColor(10, 9, 8));
-    dark.setColor(QPalette::AlternateBase, QColor(28, 26, 24));
-    dark.setColor(QPalette::Button, QColor(28, 26, 24));
-    dark.setColor(QPalette::ToolTipBase, QColor(28, 26, 24));
-    dark.setColor(QPalette::Highlight, QColor(92, 23, 20));
+    dark.setColor(QPalette::Window, colors.pvBlack2);
+    dark.setColor(QPalette::Base, colors.pvBlack);
+    dark.setColor(QPalette::AlternateBase, colors.pvBlack3);
+    dark.setColor(QPalette::Button, colors.pvBlack3);
+    dark.setColor(QPalette::ToolTipBase, colors.pvBlack3);
+    dark.setColor(QPalette::Highlight, colors.pvRedDim);
     for (const auto role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
           QPalette::HighlightedText, QPalette::BrightText}) {
-        dark.setColor(role, paper);
+        dark.setColor(role, colors.pvPaper);
     }
-    dark.setColor(QPalette::PlaceholderText, QColor(90, 86, 79));
+    dark.setColor(QPalette::PlaceholderText, colors.pvPaperFaint);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        dark.setColor(QPalette::Disabled, role, QColor(90, 86, 79));
+        dark.setColor(QPalette::Disabled, role, colors.pvPaperFaint);
     }
     application.setPalette(dark);
     application.setFont(QFont(QStringLiteral("Inter"), 10));
+}
+
+/// The user's own: "tessivo" in the configuration folder.
+std::string preferencesFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
+           "/tessivo";
 }
 
 }  // namespace
@@ -70,7 +78,7 @@ int main(int argc, char* argv[]) {
 
     tessivo::SystemClock clock;
     tessivo::QtMainQueue mainQueue;
-    tessivo::FilePreferencesStore preferences(tessivo::FilePreferencesStore::defaultFolder());
+    tessivo::FilePreferencesStore preferences(preferencesFolder());
     tessivo::DiskFileStore files;
     tessivo::DialogFilePanels panels;
     tessivo::PortAudioInput audio(
@@ -82,13 +90,13 @@ int main(int argc, char* argv[]) {
     const tessivo::Platform platform{clock, mainQueue, preferences, files,     panels,
                                      audio, updates,   network,     stayAwake, std::cout};
     tessivo::AppState state(platform);
-    tessivo::Application screens{state, platform};
+    tessivo::ScreenContext screens{state, platform};
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    tessivo::setApplication(engine, screens);
+    tessivo::setScreenContext(engine, screens);
     engine.setInitialProperties({{QStringLiteral("keepsShows"), preferences.isWritable()}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
     if (engine.rootObjects().isEmpty()) {
         return EXIT_FAILURE;
     }

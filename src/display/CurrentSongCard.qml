@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /** The song being played: the time left, the title, and a card per guest. */

@@ -2,5 +2,5 @@ import Tessivo.Display
 
 /** The stage display of this computer's own state. */
 StageView {
-    content: LocalStage.content
+    content: LocalStageViewModel.content
 }

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /** The local stage display in its window: one instance, opened on demand. */

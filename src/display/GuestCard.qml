@@ -1,5 +1,6 @@
 import QtQuick
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /** One guest of the current song: the name over microphone, IEM and volume. */

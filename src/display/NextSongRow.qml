@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /** A song still to come; the first one is larger, and stronger when it is about to start. */

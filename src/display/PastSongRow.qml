@@ -1,5 +1,6 @@
 import QtQuick
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /** A song that was just played, on one line: it never pushes the current song out of view. */

@@ -1,5 +1,6 @@
 #include "display/StageContent.h"
 
+#include "kit/ShownText.h"
 #include "live/Countdown.h"
 #include "live/Setlist.h"
 

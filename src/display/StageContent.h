@@ -4,7 +4,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include "display/SongListModel.h"
+#include "kit/SongListModel.h"
 #include "live/StagePanel.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "sync/AdminSyncBridge.h"
 
-#include "model/AppState.h"
 #include "platform/MainQueue.h"
+#include "state/AppState.h"
 #include "sync/AdminBroadcaster.h"
 
 namespace tessivo {

@@ -2,7 +2,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "display/KeyedListModel.h"
+#include "kit/KeyedListModel.h"
 
 #include <random>
 #include <string>

@@ -2,10 +2,10 @@
 #include <QQmlEngine>
 #include <QTest>
 
-#include "display/Application.h"
-#include "display/Receiver.h"
-#include "model/AppState.h"
+#include "display/ReceiverViewModel.h"
+#include "kit/ScreenContext.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 #include "support/Shows.h"
 #include "sync/AdminBroadcaster.h"
 
@@ -20,10 +20,10 @@ namespace {
 class Station {
 public:
     Station() {
-        setApplication(engine_, application_);
+        setScreenContext(engine_, context_);
         QQmlComponent component(&engine_);
         component.setData("import Tessivo.Display\nReceiver {}", QUrl());
-        receiver.reset(qobject_cast<Receiver*>(component.create()));
+        receiver.reset(qobject_cast<ReceiverViewModel*>(component.create()));
         QVERIFY2(receiver, qPrintable(component.errorString()));
     }
 
@@ -44,11 +44,11 @@ public:
 private:
     SimulatedComputer& admin_ = computer.network.addComputer("Ailleurs");
     AppState state_{computer};
-    Application application_{state_, computer};
+    ScreenContext context_{state_, computer};
     QQmlEngine engine_;
 
 public:
-    std::unique_ptr<Receiver> receiver;  // ends before what it stands on
+    std::unique_ptr<ReceiverViewModel> receiver;  // ends before what it stands on
 };
 
 Show show() {
@@ -70,19 +70,19 @@ private Q_SLOTS:
 
 void ReceiverTest::followsAnAdminAndLosesIt() {
     Station station;
-    Receiver& receiver = *station.receiver;
-    QCOMPARE(receiver.status(), Receiver::Searching);
+    ReceiverViewModel& receiver = *station.receiver;
+    QCOMPARE(receiver.status(), ReceiverViewModel::Searching);
     for (int round = 0; round < 2; ++round) {
         station.startAdmin();
-        QCOMPARE(receiver.status(), Receiver::Waiting);
+        QCOMPARE(receiver.status(), ReceiverViewModel::Waiting);
         QVERIFY(!station.computer.stayAwake.isAwake);
         station.tell(show(), 1, station.computer.time.now());
-        QCOMPARE(receiver.status(), Receiver::Following);
+        QCOMPARE(receiver.status(), ReceiverViewModel::Following);
         QCOMPARE(receiver.content()->current().title, QStringLiteral("Morceau 2"));
         QVERIFY(station.computer.stayAwake.isAwake);
         station.admin.reset();
         station.computer.time.advance(2.0);
-        QCOMPARE(receiver.status(), Receiver::Searching);
+        QCOMPARE(receiver.status(), ReceiverViewModel::Searching);
         QVERIFY(!station.computer.stayAwake.isAwake);
     }
     station.startAdmin();
@@ -116,7 +116,7 @@ void ReceiverTest::survivesInstantsFarAway() {
     station.startAdmin();
     for (const double seconds : {1.7e308, -1.7e308}) {
         station.tell(show(), 0, Instant{seconds});
-        QCOMPARE(station.receiver->status(), Receiver::Following);
+        QCOMPARE(station.receiver->status(), ReceiverViewModel::Following);
         QVERIFY(!station.receiver->content()->countdown().isEmpty());
     }
     station.tell(show(), INT64_MIN, Instant{});

@@ -1,4 +1,4 @@
-#include "platform/qt/FilePreferencesStore.h"
+#include "platform/posix/FilePreferencesStore.h"
 #include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>

@@ -1,7 +1,7 @@
 #include <QProcess>
 
-#include "platform/dnssd/LocalNetwork.h"
-#include "platform/dnssd/ServiceDialer.h"
+#include "platform/network/LocalNetwork.h"
+#include "platform/network/ServiceDialer.h"
 #include "platform/qt/QtMainQueue.h"
 #include "support/EventLoop.h"
 #include "support/NetworkWorld.h"

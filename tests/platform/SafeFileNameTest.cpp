@@ -1,4 +1,4 @@
-#include "platform/qt/SafeFileName.h"
+#include "platform/posix/SafeFileName.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/AppState.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/AdminSyncBridge.h"
 

@@ -1,7 +1,7 @@
 // What every network promises: these cases run on the simulated one and on the real one.
 
+#include "platform/OutgoingMessages.h"
 #include "support/NetworkWorld.h"
-#include "sync/OutgoingMessages.h"
 
 #include <doctest/doctest.h>
 

@@ -7,9 +7,9 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "display/Application.h"
-#include "model/AppState.h"
+#include "kit/ScreenContext.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 
 #include <utility>
 #include <vector>
@@ -27,8 +27,8 @@ public:
         }
         state.setActiveShowId(std::nullopt);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        setApplication(engine, application);
-        engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/MainWindow.qml")));
+        setScreenContext(engine, application);
+        engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
         window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
         QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowExposed(window));
@@ -124,7 +124,7 @@ public:
 
     SimulatedPlatform computer;
     AppState state;
-    Application application{state, computer};
+    ScreenContext application{state, computer};
     QQmlApplicationEngine engine;
     QQuickWindow* window = nullptr;
 

@@ -1,6 +1,6 @@
-#include "model/AppState.h"
 #include "platform/simulated/SimulatedNetwork.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
 #include "support/Shows.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/AdminSyncBridge.h"

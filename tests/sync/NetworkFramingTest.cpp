@@ -1,5 +1,5 @@
+#include "platform/OutgoingMessages.h"
 #include "sync/NetworkFraming.h"
-#include "sync/OutgoingMessages.h"
 #include "sync/Stream.h"
 
 #include <doctest/doctest.h>

@@ -5,7 +5,7 @@
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "support/WorkbookWriter.h"
-#include "ui/ShowImport.h"
+#include "ui/import/ShowImportViewModel.h"
 
 #include <string>
 #include <utility>
@@ -32,8 +32,8 @@ void pickFile(Screen& screen, const std::string& content) {
     screen.click("Choisir un fichier…");
 }
 
-ShowImport* sheetImportOf(const Screen& screen) {
-    return screen.window->findChild<ShowImport*>();
+ShowImportViewModel* sheetImportOf(const Screen& screen) {
+    return screen.window->findChild<ShowImportViewModel*>();
 }
 
 const std::vector<Show> noShows;
@@ -185,7 +185,8 @@ void ShowScreensTest::absurdColumnsAreBounded() {
     Screen screen(noShows);
     screen.click("Importer un conducteur");
     pickFile(screen, workbookOf("<row r=\"1\"><c r=\"zzzzzzzzzzzzz1\"><v>1</v></c></row>"));
-    QCOMPARE(sheetImportOf(screen)->columns()->rowCount(), int(RunSheetColumns::maximumListed));
+    QCOMPARE(sheetImportOf(screen)->columns()->rowCount(),
+             int(RunSheetColumnListModel::maximumListed));
     QVERIFY(sheetImportOf(screen)->unlistedColumns() > 0);
     // Only what is in sight is made.
     QVERIFY(Screen::items(screen.window->contentItem()).size() < 2000);

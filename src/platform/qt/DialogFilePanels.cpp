@@ -3,7 +3,7 @@
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
 
-#include "platform/qt/SafeFileName.h"
+#include "platform/posix/SafeFileName.h"
 
 namespace tessivo {
 namespace {

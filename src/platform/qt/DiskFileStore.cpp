@@ -3,7 +3,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
-#include "platform/qt/RegularFile.h"
+#include "platform/posix/RegularFile.h"
 
 namespace tessivo {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/OutgoingMessages.h"
 #include "platform/StreamConnection.h"
-#include "sync/OutgoingMessages.h"
 
 #include <array>
 #include <cstddef>

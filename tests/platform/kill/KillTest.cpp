@@ -2,7 +2,7 @@
 
 #include "StormOperations.h"
 #include "model/ShowJson.h"
-#include "platform/qt/FilePreferencesStore.h"
+#include "platform/posix/FilePreferencesStore.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "support/TemporaryFolder.h"
 

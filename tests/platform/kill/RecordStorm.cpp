@@ -2,7 +2,7 @@
 // its number to the standard output, as 8 bytes.
 
 #include "StormOperations.h"
-#include "platform/qt/FilePreferencesStore.h"
+#include "platform/posix/FilePreferencesStore.h"
 #include "platform/simulated/SimulatedPlatform.h"
 
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/AppState.h"
+#include "state/AppState.h"
 #include "support/RandomRecords.h"
 
 #include <cstdint>

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <set>
+
+class QObject;
+class QQmlEngine;
+
+namespace tessivo {
+
+class AppState;
+
+/// What every screen of an engine stands on: the one state, and the outside world.
+struct ScreenContext {
+    AppState& state;
+    Platform platform;
+    std::set<const QObject*> reasonsToStayAwake = {};
+
+    /// The computer stays awake as long as there is a reason to.
+    void keepAwake(const QObject* reason, bool active);
+};
+
+/// `context` outlives the engine.
+void setScreenContext(QQmlEngine& engine, ScreenContext& context);
+ScreenContext& screenContextOf(const QQmlEngine& engine);
+
+}  // namespace tessivo

@@ -1,0 +1,49 @@
+#include "platform/network/LocalNetwork.h"
+
+#include "platform/network/AvahiBrowser.h"
+#include "platform/network/ServiceDialer.h"
+#include "platform/network/TcpConnection.h"
+#include "platform/network/TcpListener.h"
+
+#include <utility>
+
+namespace tessivo {
+
+std::unique_ptr<ServiceBrowser> LocalNetwork::makeBrowser(const std::string& type) {
+    return std::make_unique<AvahiBrowser>(*this, type);
+}
+
+std::unique_ptr<ServiceListener> LocalNetwork::makeListener(const std::string& type) {
+    FileDescriptor socket = TcpListener::openPort();
+    if (!socket.isOpen()) {
+        return nullptr;
+    }
+    return std::make_unique<TcpListener>(avahi_, events_, queue_, std::move(socket), type,
+                                         withdrawals_);
+}
+
+std::unique_ptr<StreamConnection> LocalNetwork::connect(const ServiceEndpoint& endpoint) {
+    auto dialer =
+        std::make_unique<ServiceDialer>(avahi_, events_, queue_, endpoint, sightings(endpoint));
+    return std::make_unique<TcpConnection>(events_, queue_, std::move(dialer),
+                                           [this, endpoint] { connectionEnded(endpoint); });
+}
+
+/// Where a service was seen by the browsers; anywhere when they don't know it.
+std::vector<ServiceSighting> LocalNetwork::sightings(const ServiceEndpoint& endpoint) const {
+    for (const AvahiBrowser* browser : browsers_) {
+        auto known = browser->sightings(endpoint);
+        if (!known.empty()) {
+            return known;
+        }
+    }
+    return {ServiceSighting{}};
+}
+
+void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint) {
+    for (AvahiBrowser* browser : browsers_) {
+        browser->connectionEnded(endpoint);
+    }
+}
+
+}  // namespace tessivo

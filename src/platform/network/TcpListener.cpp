@@ -1,0 +1,105 @@
+#include "platform/network/TcpListener.h"
+
+#include "platform/network/TcpConnection.h"
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace tessivo {
+namespace {
+
+/// How long the listener waits when the program has no descriptor left for a caller, in seconds.
+constexpr double pauseSeconds = 1.0;
+
+FileDescriptor listenOn(const sockaddr* address, socklen_t size) {
+    FileDescriptor socket(
+        ::socket(address->sa_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    const int both = 0;
+    if (address->sa_family == AF_INET6) {
+        ::setsockopt(socket.value(), IPPROTO_IPV6, IPV6_V6ONLY, &both, sizeof(both));
+    }
+    const bool isOpen =
+        ::bind(socket.value(), address, size) == 0 && ::listen(socket.value(), SOMAXCONN) == 0;
+    return isOpen ? std::move(socket) : FileDescriptor();
+}
+
+std::uint16_t portOf(const FileDescriptor& socket) {
+    // The port is at the same place in the addresses of both families.
+    sockaddr_in6 address{};
+    socklen_t size = sizeof(address);
+    ::getsockname(socket.value(), reinterpret_cast<sockaddr*>(&address), &size);
+    return ntohs(address.sin6_port);
+}
+
+}  // namespace
+
+FileDescriptor TcpListener::openPort() {
+    sockaddr_in6 any6{};
+    any6.sin6_family = AF_INET6;
+    FileDescriptor socket = listenOn(reinterpret_cast<const sockaddr*>(&any6), sizeof(any6));
+    if (!socket.isOpen()) {
+        sockaddr_in any4{};
+        any4.sin_family = AF_INET;
+        socket = listenOn(reinterpret_cast<const sockaddr*>(&any4), sizeof(any4));
+    }
+    return socket;
+}
+
+TcpListener::TcpListener(AvahiThread& avahi, SocketEvents& events, MainQueue& queue,
+                         FileDescriptor socket, const std::string& type,
+                         std::shared_ptr<Withdrawals> withdrawals)
+    : avahi_(avahi),
+      events_(events),
+      queue_(queue),
+      turns_(queue),
+      socket_(std::move(socket)),
+      advertisement_(
+          std::make_shared<ServiceAdvertisement>(type, portOf(socket_), std::move(withdrawals))) {}
+
+TcpListener::~TcpListener() {
+    avahi_.remove(advertisement_);
+    if (isStarted_) {
+        events_.remove(socket_);
+    }
+}
+
+void TcpListener::start() {
+    isStarted_ = true;
+    events_.add(socket_, EPOLLIN, *this);
+    avahi_.add(advertisement_);
+}
+
+void TcpListener::handleSocket(std::uint32_t) {
+    for (;;) {
+        const int caller =
+            ::accept4(socket_.value(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+        if (caller >= 0) {
+            const auto socket = std::make_shared<FileDescriptor>(caller);
+            turns_.post([this, socket] { handOver(std::move(*socket)); });
+        } else if (errno == EAGAIN) {
+            return;
+        } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+            pause();
+            return;
+        }
+        // Any other error is that of one caller (accept(2)).
+    }
+}
+
+void TcpListener::handOver(FileDescriptor socket) {
+    // A copy: the handler may destroy the listener that owns it.
+    if (const auto handler = onNewConnection) {
+        handler(std::make_unique<TcpConnection>(events_, queue_, std::move(socket)));
+    }
+}
+
+/// A caller that can't be taken would wake the main thread without end.
+void TcpListener::pause() {
+    events_.change(socket_, 0, *this);
+    turns_.postAfter(pauseSeconds, [this] { events_.change(socket_, EPOLLIN, *this); });
+}
+
+}  // namespace tessivo

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Layouts
+import Tessivo.Kit
+import Tessivo.Style
+import Tessivo.Ui
+
+/** One label in its field, and the way to remove it. */
+RowLayout {
+    id: row
+
+    required property string value
+
+    signal edited(string label)
+    signal removed
+    /** The keyboard has come to this row. */
+    signal reached
+
+    spacing: 8
+
+    EditedField {
+        id: field
+
+        stored: row.value
+        Accessible.name: row.value
+        Layout.fillWidth: true
+        onTextEdited: row.edited(text)
+        onAccepted: row.edited(text)
+        onActiveFocusChanged: {
+            if (activeFocus) {
+                row.reached();
+            }
+        }
+    }
+    PVButton {
+        look: PVButton.Plain
+        glyph: Icons.remove
+        foreground: Colors.pvPaperFaint
+        tip: "Retirer " + row.value
+        onClicked: row.removed()
+    }
+}

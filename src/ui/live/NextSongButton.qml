@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tessivo.Display
+import Tessivo.Kit
+import Tessivo.Style
+import Tessivo.Ui
+
+/** A coming song: a click goes to it. The one about to start is announced. */
+T.AbstractButton {
+    id: button
+
+    required property songInfo song
+    required property int index
+    property bool announced: false
+
+    focusPolicy: Qt.TabFocus
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: 14
+    verticalPadding: 10
+    hoverEnabled: true
+
+    Accessible.role: Accessible.Button
+    Accessible.name: song.title
+    Accessible.description: "Aller à ce morceau"
+    Accessible.onPressAction: button.clicked()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    contentItem: NextSongSummary {
+        song: button.song
+        announced: button.announced
+        lively: button.hovered || button.visualFocus
+    }
+
+    background: Rectangle {
+        radius: 6
+        color: button.down || button.hovered ? Colors.pvBlack3 : button.announced ? "transparent" : Colors.pvBlack2
+        border.width: button.announced ? 2 : 1
+        border.color: button.announced || button.visualFocus ? Colors.pvAmber : Colors.pvLine
+
+        Behavior on border.color {
+            ColorAnimation {
+                duration: 300
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: Colors.pvAmber
+            opacity: button.announced ? 0.1 : 0
+
+            Behavior on opacity {
+                NumberAnimation {
+                    duration: 300
+                    easing.type: Easing.InOutQuad
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import Tessivo.Display
+import Tessivo.Kit
+import Tessivo.Style
+import Tessivo.Ui
+
+/** The admin's computer: makes sure that it is the only one, then shows the operator's screens. */
+FocusScope {
+    id: root
+
+    readonly property bool refused: network.status === AdminNetworkViewModel.Conflict
+
+    signal changeMode
+
+    AdminNetworkViewModel {
+        id: network
+    }
+
+    NetworkStatusView {
+        anchors.fill: parent
+        visible: network.status !== AdminNetworkViewModel.Broadcasting
+        systemImage: root.refused ? Icons.alert : Icons.wifi
+        text: root.refused ? "Un admin est déjà actif sur ce réseau" : "Vérification du réseau…"
+        detail: network.conflict
+        showsSpinner: !root.refused
+        accentColor: root.refused ? Colors.pvAmber : Colors.pvPaperDim
+        canChangeMode: root.refused
+        onChangeMode: root.changeMode()
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: network.status === AdminNetworkViewModel.Broadcasting
+        focus: true
+        sourceComponent: ContentView {
+            focus: true
+        }
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+import Tessivo.Ui
+
+/** The file commands, each with its shortcut beside it. */
+PVMenu {
+    title: "Fichier"
+
+    Action {
+        text: "Save"
+        shortcut: "Ctrl+S"
+        enabled: ShellViewModel.activeShowId !== ""
+        onTriggered: ShellViewModel.saveCurrentShow()
+    }
+    Action {
+        text: "Save As..."
+        shortcut: "Ctrl+Shift+S"
+        enabled: ShellViewModel.activeShowId !== ""
+        onTriggered: ShellViewModel.saveCurrentShowAs()
+    }
+    MenuSeparator {
+        contentItem: Rectangle {
+            implicitHeight: 1
+            color: Colors.pvLine
+        }
+    }
+    Action {
+        text: "Open..."
+        shortcut: "Ctrl+O"
+        onTriggered: ShellViewModel.openShow()
+    }
+}

@@ -1,0 +1,52 @@
+import QtQuick
+import Tessivo.Kit
+import Tessivo.Style
+import Tessivo.Ui
+
+/** Asks at each start how this computer is to be used. */
+Rectangle {
+    id: view
+
+    signal choose(int mode)
+
+    color: Colors.pvBlack
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 28
+
+        AppHeader {
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+        PVText {
+            text: "Comment ce poste doit-il être utilisé ?"
+            size: 14
+            color: Colors.pvPaperDim
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+        Row {
+            spacing: 20
+            anchors.horizontalCenter: parent.horizontalCenter
+
+            LaunchModeCard {
+                text: "Admin"
+                subtitle: "Crée et pilote le show"
+                glyph: Icons.controls
+                focus: true
+                onClicked: view.choose(RootView.Admin)
+            }
+            LaunchModeCard {
+                text: "Affichage"
+                subtitle: "Suit le show à distance sur le réseau"
+                glyph: Icons.screen
+                onClicked: view.choose(RootView.Affichage)
+            }
+        }
+    }
+
+    AppFooter {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 20
+    }
+}

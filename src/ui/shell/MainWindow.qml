@@ -1,0 +1,134 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessivo.Display
+import Tessivo.Kit
+import Tessivo.Style
+import Tessivo.Ui
+
+/** The main window: the choice of a launch mode and all that follows from it. */
+ApplicationWindow {
+    id: window
+
+    /** False when another running program holds the shows of this computer, or their folder can't
+        be written. */
+    property bool keepsShows: true
+    property alias launchMode: root.mode
+
+    title: "Tessivo"
+    width: 1180
+    height: 820
+    // The editor needs 700 × 500 beside the menu, the import sheet 600 × 520 and its margin.
+    minimumWidth: 720
+    minimumHeight: 544
+    visible: true
+    color: Colors.pvBlack
+
+    palette {
+        window: Colors.pvBlack2
+        windowText: Colors.pvPaper
+        base: Colors.pvBlack2
+        text: Colors.pvPaper
+        button: Colors.pvBlack3
+        buttonText: Colors.pvPaper
+        mid: Colors.pvLine
+        dark: Colors.pvPaper
+        light: Colors.pvLine
+        highlight: Colors.pvRedDim
+        highlightedText: Colors.pvPaper
+    }
+
+    menuBar: MenuBar {
+        id: bar
+
+        // A station on a wall shows the stage display and nothing else.
+        visible: root.mode !== RootView.Affichage || window.visibility !== Window.FullScreen
+
+        background: Rectangle {
+            color: Colors.pvBlack2
+        }
+        delegate: MenuBarItem {
+            id: barItem
+
+            padding: 8
+            Accessible.name: barItem.text
+            contentItem: PVText {
+                text: barItem.text
+                size: 13
+                Accessible.ignored: true
+            }
+            background: Rectangle {
+                color: barItem.highlighted ? Colors.pvLine : "transparent"
+            }
+        }
+
+        FileMenu {}
+        WindowMenu {
+            onFullScreenToggled: fullScreen.toggle()
+        }
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle {
+            visible: !window.keepsShows
+            color: Colors.pvRedDim
+            Layout.fillWidth: true
+            implicitHeight: notice.height + 16
+
+            PVText {
+                id: notice
+
+                anchors.centerIn: parent
+                width: parent.width - 32
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                size: 13
+                weight: Font.DemiBold
+                text: "Les modifications faites ici ne seront pas conservées\u00A0: Tessivo est déjà ouvert sur cet ordinateur, ou le dossier de ses préférences n'est pas accessible."
+            }
+        }
+
+        RootView {
+            id: root
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+    }
+
+    Loader {
+        id: displayWindow
+
+        active: false
+        sourceComponent: DisplayWindow {}
+    }
+
+    Connections {
+        target: ShellViewModel
+
+        function onDisplayRequested() {
+            displayWindow.active = true;
+            (displayWindow.item as DisplayWindow).present();
+        }
+        function onUpdateRequested() {
+            update.open();
+        }
+    }
+
+    UpdateDialog {
+        id: update
+    }
+
+    FullScreenShortcut {
+        id: fullScreen
+
+        target: window
+    }
+
+    // Closing the operator's window ends the program, whatever the stage window does.
+    onClosing: Qt.quit()
+    Component.onCompleted: ShellViewModel.checkForUpdateInformation()
+}

@@ -1,0 +1,59 @@
+#include "ui/shell/ShellViewModel.h"
+
+#include <QQmlEngine>
+#include <QTimer>
+
+#include "kit/ScreenContext.h"
+#include "kit/ShownText.h"
+
+#include <utility>
+
+namespace tessivo {
+
+ShellViewModel* ShellViewModel::create(QQmlEngine* engine, QJSEngine*) {
+    return new ShellViewModel(screenContextOf(*engine).state);
+}
+
+ShellViewModel::ShellViewModel(AppState& state)
+    : state_(state), subscription_(state.didChange.subscribe([this](AppState::Field field) {
+          switch (field) {
+              case AppState::Field::shows:
+              case AppState::Field::activeShowId:
+                  Q_EMIT activeShowChanged();
+                  break;
+              case AppState::Field::autoAdvanceEnabled:
+                  Q_EMIT autoAdvanceEnabledChanged();
+                  break;
+              case AppState::Field::updateAvailable:
+              case AppState::Field::latestUpdateVersion:
+                  Q_EMIT updateChanged();
+                  break;
+              default:
+                  break;
+          }
+      })) {}
+
+QString ShellViewModel::activeShowId() const {
+    const Show* show = state_.activeShow();
+    return show ? toQString(show->id.toText()) : QString();
+}
+
+QString ShellViewModel::latestUpdateVersion() const {
+    return toQString(state_.latestUpdateVersion().value_or(std::string()));
+}
+
+void ShellViewModel::openDisplay() {
+    state_.setActiveDisplayShowId(state_.activeShowId());
+    Q_EMIT displayRequested();
+}
+
+void ShellViewModel::checkForUpdates() {
+    state_.updater().checkForUpdateInformation();
+    Q_EMIT updateRequested();
+}
+
+void ShellViewModel::onNextTurn(std::function<void()> command) {
+    QTimer::singleShot(0, this, std::move(command));
+}
+
+}  // namespace tessivo

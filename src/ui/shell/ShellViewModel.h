@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "base/Signal.h"
+#include "state/AppState.h"
+
+#include <functional>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace tessivo {
+
+/// The operator's desk: the application state as the shell reads it, which show is open, and the
+/// commands.
+class ShellViewModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    /// Empty when no show is active.
+    Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
+    Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
+    Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
+    Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
+                   autoAdvanceEnabledChanged)
+
+public:
+    static ShellViewModel* create(QQmlEngine* engine, QJSEngine*);
+
+    explicit ShellViewModel(AppState& state);
+
+    QString activeShowId() const;
+    bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
+    bool updateAvailable() const { return state_.updateAvailable(); }
+    QString latestUpdateVersion() const;
+    void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }
+
+    // These may show a panel. It opens on the next turn, once the menu that asked for it has
+    // closed, or the menu would stay drawn and keep the keyboard.
+    Q_INVOKABLE void saveCurrentShow() {
+        onNextTurn([this] { state_.saveCurrentShow(); });
+    }
+    Q_INVOKABLE void saveCurrentShowAs() {
+        onNextTurn([this] { state_.saveCurrentShowAs(); });
+    }
+    Q_INVOKABLE void openShow() {
+        onNextTurn([this] { state_.openShow(); });
+    }
+
+    /// Returns to where a show is chosen.
+    Q_INVOKABLE void closeShow() { state_.setActiveShowId(std::nullopt); }
+
+    Q_INVOKABLE void goNext() { state_.goNext(); }
+    Q_INVOKABLE void goPrev() { state_.goPrev(); }
+    /// Shows the active show in the stage display window.
+    Q_INVOKABLE void openDisplay();
+    /// Looks for a newer version in the background.
+    Q_INVOKABLE void checkForUpdateInformation() { state_.updater().checkForUpdateInformation(); }
+    /// Looks again and tells the operator about it.
+    Q_INVOKABLE void checkForUpdates();
+
+Q_SIGNALS:
+    void activeShowChanged();
+    void autoAdvanceEnabledChanged();
+    void updateChanged();
+    void displayRequested();
+    void updateRequested();
+
+private:
+    void onNextTurn(std::function<void()> command);
+
+    AppState& state_;
+    Subscription subscription_;
+};
+
+}  // namespace tessivo

@@ -1,0 +1,18 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+import Tessivo.Ui
+
+/** What can be done with the window that the menu stands in. */
+PVMenu {
+    id: menu
+
+    signal fullScreenToggled
+
+    title: "Fenêtre"
+
+    Action {
+        text: "Plein écran (F11)"
+        onTriggered: menu.fullScreenToggled()
+    }
+}

@@ -1,0 +1,157 @@
+#include "model/ShowJson.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
+#include "support/Shows.h"
+
+#include <doctest/doctest.h>
+
+#include <utility>
+
+using namespace tessivo;
+
+namespace {
+
+std::string& storedRecord(SimulatedPlatform& computer) {
+    return computer.preferences.values[std::string(AppState::storageKey)];
+}
+
+Show namedShow(const char* name) {
+    Show show = showWithSongs(2);
+    show.name = name;
+    return show;
+}
+
+}  // namespace
+
+TEST_CASE("a record that can't be read starts empty and is kept before it is replaced") {
+    for (const char* bytes : {"", "{", R"({"shows":[]})", "\xFF\xFE"}) {
+        CAPTURE(bytes);
+        SimulatedPlatform computer;
+        storedRecord(computer) = bytes;
+        AppState state(computer);
+        CHECK(state.shows().empty());
+        CHECK(storedRecord(computer) == bytes);
+
+        computer.preferences.refusesToSetAside = true;
+        state.importShow(namedShow("Un"));
+        CHECK(storedRecord(computer) == bytes);
+
+        computer.preferences.refusesToSetAside = false;
+        state.goNext();
+        state.goPrev();
+        REQUIRE(computer.preferences.valuesSetAside.size() == 1);
+        CHECK(computer.preferences.valuesSetAside.front() == bytes);
+        CHECK(decodePersistedData(storedRecord(computer))->shows == state.shows());
+    }
+}
+
+TEST_CASE("save asks once for a place, then writes there without asking") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.empty());
+
+    state.importShow(namedShow("Olympia"));
+    state.saveCurrentShow();  // cancelled
+    CHECK(computer.files.contents.empty());
+
+    computer.panels.answers = {"/a.tessivo"};
+    state.saveCurrentShow();
+    REQUIRE(computer.panels.saveRequests.size() == 2);
+    CHECK(computer.panels.saveRequests.back().title == "Enregistrer le show");
+    CHECK(computer.panels.saveRequests.back().proposedName == "Olympia.tessivo");
+    CHECK(decodeShow(computer.files.contents["/a.tessivo"]) == *state.activeShow());
+
+    computer.files.contents.clear();
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.size() == 2);
+    CHECK(computer.files.contents.contains("/a.tessivo"));
+
+    // The place is remembered even when the write failed: the next save tries it again.
+    computer.files.isFull = true;
+    computer.panels.answers = {"/b.tessivo"};
+    state.saveCurrentShowAs();
+    CHECK_FALSE(computer.files.contents.contains("/b.tessivo"));
+    computer.files.isFull = false;
+    state.saveCurrentShow();
+    CHECK(computer.files.contents.contains("/b.tessivo"));
+}
+
+TEST_CASE("opening a file replaces the show with its id in place, or appends it") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    for (const char* name : {"Un", "Deux", "Trois"}) {
+        state.importShow(namedShow(name));
+    }
+    state.goNext();
+    Show second = state.shows()[1];
+    second.name = "Deux bis";
+    const Show fourth = namedShow("Quatre");
+    computer.files.contents = {{"/2.tessivo", encodeJson(second)},
+                               {"/4.tessivo", encodeJson(fourth)}};
+
+    computer.panels.answers = {"/2.tessivo"};
+    state.openShow();
+    CHECK(computer.panels.openRequests.front().title == "Ouvrir un show");
+    REQUIRE(state.shows().size() == 3);
+    CHECK(state.shows()[1] == second);
+    CHECK(state.activeShowId() == second.id);
+    CHECK(state.activeSongIndex() == 0);
+    CHECK(decodePersistedData(storedRecord(computer))->activeShowId == second.id);
+
+    computer.panels.answers = {"/4.tessivo"};
+    state.openShow();
+    REQUIRE(state.shows().size() == 4);
+    CHECK(state.shows()[3] == fourth);
+
+    // Saving goes back to the file it came from.
+    computer.files.contents.clear();
+    state.saveCurrentShow();
+    CHECK(computer.panels.saveRequests.empty());
+    CHECK(decodeShow(computer.files.contents["/4.tessivo"]) == fourth);
+}
+
+TEST_CASE("a file that is no show changes nothing") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(namedShow("Un"));
+    state.goNext();
+    const std::vector<Show> before = state.shows();
+    const std::string whole = encodeJson(before.front());
+    computer.files.contents = {
+        {"empty", ""},
+        {"truncated", whole.substr(0, whole.size() - 1)},
+        {"huge", std::string((32U << 20U) + 1, ' ') + whole},
+    };
+    for (const char* location : {"empty", "truncated", "huge", "missing"}) {
+        CAPTURE(location);
+        computer.panels.answers = {location};
+        state.openShow();
+        state.openShow();  // cancelled
+        CHECK(state.shows() == before);
+        CHECK(state.activeSongIndex() == 1);
+    }
+}
+
+TEST_CASE("only a version newer than this one is an update") {
+    const std::pair<std::optional<std::string>, bool> rows[] = {
+        {std::nullopt, false}, {"0.70.0", false}, {"0.69.9", false},
+        {"0.70.1", true},      {"0.100", true},   {"1", true},
+        {"", false},           {"v9", false},     {"9.", false}};
+    for (const auto& row : rows) {
+        CAPTURE(row.first.value_or("none"));
+        const auto& [published, isUpdate] = row;
+        SimulatedPlatform computer;
+        computer.updates.latestVersion = published;
+        AppState state(computer);
+        bool told = false;
+        const auto subscription = state.didChange.subscribe([&](AppState::Field field) {
+            told = told || field == AppState::Field::latestUpdateVersion;
+        });
+        state.updater().checkForUpdateInformation();
+        computer.time.drain();
+        CHECK(told);
+        CHECK(state.updateAvailable() == isUpdate);
+        CHECK(state.latestUpdateVersion() == (isUpdate ? published : std::nullopt));
+    }
+}
