@@ -22,7 +22,7 @@ public:
     Station() {
         setScreenContext(engine_, context_);
         QQmlComponent component(&engine_);
-        component.setData("import Tessivo.Display\nReceiver {}", QUrl());
+        component.setData("import Tessivo.Display\nReceiverViewModel {}", QUrl());
         receiver.reset(qobject_cast<ReceiverViewModel*>(component.create()));
         QVERIFY2(receiver, qPrintable(component.errorString()));
     }
