@@ -26,6 +26,8 @@ public:
     Subscription& operator=(const Subscription&) = delete;
     ~Subscription() { reset(); }
 
+    explicit operator bool() const { return end_ != nullptr; }
+
     void reset() {
         if (auto end = std::exchange(end_, nullptr)) {
             end();

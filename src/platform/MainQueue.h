@@ -6,7 +6,8 @@
 namespace tessivo {
 
 /// Work on the main thread, in the order in which it was posted. Every long-lived object of the
-/// core lives on that thread.
+/// core lives on that thread. Tasks don't throw. An object that may go while its tasks wait posts
+/// them through `Turns`.
 class MainQueue {
 public:
     using Task = std::function<void()>;

@@ -39,21 +39,13 @@ bool isNewerVersion(std::string_view candidate, std::string_view current) {
     return candidateNumbers && currentNumbers && *candidateNumbers > *currentNumbers;
 }
 
-UpdaterModel::UpdaterModel(UpdateFeed& feed)
-    : feed_(feed), self_(std::make_shared<UpdaterModel*>(this)) {}
-
 void UpdaterModel::checkForUpdateInformation() {
-    feed_.fetchLatestVersion(
-        [weak = std::weak_ptr<UpdaterModel*>(self_)](std::optional<std::string> version) {
-            const auto self = weak.lock();
-            if (!self || !(*self)->onUpdateAvailable) {
-                return;
-            }
-            if (version && !isNewerVersion(*version, TESSIVO_VERSION)) {
-                version.reset();
-            }
-            (*self)->onUpdateAvailable(std::move(version));
-        });
+    feed_.fetchLatestVersion(life_.guard([this](std::optional<std::string> version) {
+        if (version && !isNewerVersion(*version, TESSIVO_VERSION)) {
+            version.reset();
+        }
+        callHandler(onUpdateAvailable, std::move(version));
+    }));
 }
 
 }  // namespace tessivo

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/Lifetime.h"
+
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +18,7 @@ bool isNewerVersion(std::string_view candidate, std::string_view current);
 /// Looks for a newer version of the program.
 class UpdaterModel {
 public:
-    explicit UpdaterModel(UpdateFeed& feed);
+    explicit UpdaterModel(UpdateFeed& feed) : feed_(feed) {}
 
     /// Called on the main thread after each check, with the display version of the update that was
     /// found, or with nothing.
@@ -28,7 +29,7 @@ public:
 
 private:
     UpdateFeed& feed_;
-    std::shared_ptr<UpdaterModel*> self_;  // pending checks hold this weakly
+    Lifetime life_;
 };
 
 }  // namespace tessivo

@@ -1,6 +1,5 @@
 #include "sync/AdminBroadcaster.h"
 
-#include "platform/MainQueue.h"
 #include "sync/NetworkFraming.h"
 
 #include <utility>
@@ -10,7 +9,7 @@ namespace tessivo {
 using Kind = AdminNetworkStatus::Kind;
 
 AdminBroadcaster::AdminBroadcaster(Network& network, MainQueue& mainQueue)
-    : network_(network), mainQueue_(mainQueue) {}
+    : network_(network), endOfCheck_(mainQueue) {}
 
 void AdminBroadcaster::startChecking() {
     if (listener_ || conflictBrowser_) {
@@ -23,14 +22,10 @@ void AdminBroadcaster::startChecking() {
         }
     };
     conflictBrowser_->start();
-    // The browser goes with the decision and with the broadcaster, whichever is first.
-    mainQueue_.postAfter(checkDuration,
-                         [this, check = std::weak_ptr<ServiceBrowser>(conflictBrowser_)] {
-                             if (!check.expired()) {
-                                 conflictBrowser_.reset();
-                                 beginBroadcasting();
-                             }
-                         });
+    endOfCheck_.postAfter(checkDuration, [this] {
+        conflictBrowser_.reset();
+        beginBroadcasting();
+    });
     setStatus({Kind::checking, {}});
 }
 
@@ -50,6 +45,7 @@ void AdminBroadcaster::setStatus(AdminNetworkStatus status) {
 void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
     // Copied before the browser goes, which owns the endpoint.
     const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+    endOfCheck_.callOff();
     conflictBrowser_.reset();
     setStatus({Kind::conflict, name});
 }

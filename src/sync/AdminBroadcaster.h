@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "platform/Network.h"
+#include "platform/Turns.h"
 #include "sync/LiveState.h"
 
 #include <memory>
@@ -10,8 +11,6 @@
 #include <vector>
 
 namespace tessivo {
-
-class MainQueue;
 
 /// Whether this computer may tell its live state.
 struct AdminNetworkStatus {
@@ -65,13 +64,13 @@ private:
     void handleState(StreamConnection& connection, StreamConnection::State state);
 
     Network& network_;
-    MainQueue& mainQueue_;
+    Turns endOfCheck_;
     AdminNetworkStatus status_;
     /// In the order of their arrival, so that equal runs send in equal order.
     std::vector<std::unique_ptr<StreamConnection>> connections_;
     std::unique_ptr<ServiceListener> listener_;
-    /// Present while a check is undecided; the end of its time looks whether it still is.
-    std::shared_ptr<ServiceBrowser> conflictBrowser_;
+    /// Present while a check is undecided.
+    std::unique_ptr<ServiceBrowser> conflictBrowser_;
     std::optional<LiveState> latestState_;
 };
 

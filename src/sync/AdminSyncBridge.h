@@ -1,14 +1,12 @@
 #pragma once
 
 #include "base/Signal.h"
-
-#include <memory>
+#include "platform/Turns.h"
 
 namespace tessivo {
 
 class AdminBroadcaster;
 class AppState;
-class MainQueue;
 
 /// Turns each change of the application state into one live state for the broadcaster. Nothing is
 /// compared or held back: a station that lost a message has the next one within a second, as the
@@ -16,7 +14,7 @@ class MainQueue;
 class AdminSyncBridge {
 public:
     /// `mainQueue` outlives the bridge.
-    explicit AdminSyncBridge(MainQueue& mainQueue);
+    explicit AdminSyncBridge(MainQueue& mainQueue) : turns_(mainQueue) {}
     AdminSyncBridge(const AdminSyncBridge&) = delete;
     AdminSyncBridge& operator=(const AdminSyncBridge&) = delete;
 
@@ -25,11 +23,8 @@ public:
     void attach(AppState& state, AdminBroadcaster& broadcaster);
 
 private:
-    struct Attached;
-
-    MainQueue& mainQueue_;
-    /// What is posted holds it weakly, so that nothing runs once the bridge is gone.
-    std::shared_ptr<Attached> attached_;
+    Turns turns_;
+    Subscription changes_;
 };
 
 }  // namespace tessivo

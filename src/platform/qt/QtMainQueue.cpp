@@ -2,6 +2,8 @@
 
 #include <QTimer>
 
+#include "base/Lifetime.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -18,39 +20,30 @@ int wholeMilliseconds(Seconds delay) {
     return static_cast<int>(std::clamp(milliseconds, 0.0, double{std::numeric_limits<int>::max()}));
 }
 
-// Kept alive by its owner and, while it runs, by the run: a task may destroy its own repetition.
-struct RepeatedTask : std::enable_shared_from_this<RepeatedTask> {
-    RepeatedTask(QObject* contextObject, Seconds length, MainQueue::Task function)
-        : context(contextObject), interval(length), task(std::move(function)) {}
-
-    void schedule() {
-        const Seconds elapsed = SteadyClock::now() - start;
-        const double next = std::max(runs + 1.0, std::floor(elapsed / interval) + 1.0);
-        runs = next;
-        QTimer::singleShot(wholeMilliseconds(next * interval - elapsed), Qt::PreciseTimer, context,
-                           [weak = weak_from_this()] {
-                               if (const auto live = weak.lock()) {
-                                   live->schedule();
-                                   live->task();
-                               }
-                           });
-    }
-
-    QObject* context;
-    Seconds interval;
-    MainQueue::Task task;
-    SteadyClock::time_point start = SteadyClock::now();
-    double runs = 0.0;  // whole intervals from the start to the run that is waiting
-};
-
 class QtRepetition final : public MainQueue::Repetition {
 public:
-    explicit QtRepetition(std::shared_ptr<RepeatedTask> task) : task_(std::move(task)) {
-        task_->schedule();
+    QtRepetition(QObject& context, Seconds interval, MainQueue::Task task)
+        : context_(context), interval_(interval), task_(std::move(task)) {
+        schedule();
     }
 
 private:
-    std::shared_ptr<RepeatedTask> task_;
+    void schedule() {
+        const Seconds elapsed = SteadyClock::now() - start_;
+        runs_ = std::max(runs_ + 1.0, std::floor(elapsed / interval_) + 1.0);
+        QTimer::singleShot(wholeMilliseconds(runs_ * interval_ - elapsed), Qt::PreciseTimer,
+                           &context_, life_.guard([this] {
+                               schedule();
+                               callHandler(task_);
+                           }));
+    }
+
+    QObject& context_;
+    Seconds interval_;
+    MainQueue::Task task_;
+    SteadyClock::time_point start_ = SteadyClock::now();
+    double runs_ = 0.0;  // whole intervals from the start to the run that is waiting
+    Lifetime life_;
 };
 
 }  // namespace
@@ -81,8 +74,7 @@ void QtMainQueue::postAfter(double seconds, Task task) {
 }
 
 std::unique_ptr<MainQueue::Repetition> QtMainQueue::repeatEvery(double seconds, Task task) {
-    return std::make_unique<QtRepetition>(
-        std::make_shared<RepeatedTask>(&context_, Seconds(seconds), std::move(task)));
+    return std::make_unique<QtRepetition>(context_, Seconds(seconds), std::move(task));
 }
 
 std::unique_ptr<MainQueue::RealtimeTrigger> QtMainQueue::makeRealtimeTrigger(Task task) {

@@ -5,7 +5,6 @@
 #include <QSocketNotifier>
 
 #include <sys/eventfd.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
@@ -15,29 +14,23 @@ namespace tessivo {
 // Each read takes 1 from the counter, and the notifier fires once per turn of the event loop for as
 // long as something is left: one run per firing, with room for input between two of them.
 QtRealtimeTrigger::QtRealtimeTrigger(QObject& queue, MainQueue::Task task)
-    : task_(std::make_shared<MainQueue::Task>(std::move(task))),
-      counter_(eventfd(0, EFD_SEMAPHORE | EFD_NONBLOCK | EFD_CLOEXEC)) {
-    if (counter_ < 0) {
+    : task_(std::move(task)), counter_(eventfd(0, EFD_SEMAPHORE | EFD_NONBLOCK | EFD_CLOEXEC)) {
+    if (!counter_.isOpen()) {
         throw std::system_error(errno, std::generic_category(), "eventfd");
     }
-    notifier_ = std::make_unique<QSocketNotifier>(counter_, QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &queue,
-                     [counter = counter_, held = std::weak_ptr(task_)] {
-                         eventfd_t taken = 0;
-                         const auto live = held.lock();
-                         if (live && eventfd_read(counter, &taken) == 0) {
-                             (*live)();
-                         }
-                     });
+    notifier_ = std::make_unique<QSocketNotifier>(counter_.value(), QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &queue, [this] {
+        eventfd_t taken = 0;
+        if (eventfd_read(counter_.value(), &taken) == 0) {
+            callHandler(task_);
+        }
+    });
 }
 
-QtRealtimeTrigger::~QtRealtimeTrigger() {
-    notifier_.reset();
-    close(counter_);
-}
+QtRealtimeTrigger::~QtRealtimeTrigger() = default;
 
 void QtRealtimeTrigger::fire() noexcept {
-    eventfd_write(counter_, 1);
+    eventfd_write(counter_.value(), 1);
 }
 
 }  // namespace tessivo
@@ -47,21 +40,15 @@ void QtRealtimeTrigger::fire() noexcept {
 namespace tessivo {
 
 QtRealtimeTrigger::QtRealtimeTrigger(QObject& queue, MainQueue::Task task)
-    : task_(std::make_shared<MainQueue::Task>(std::move(task))) {
-    QObject::connect(&queue, &QObject::destroyed, &context_, [this] { task_.reset(); });
+    : task_(std::move(task)) {
+    QObject::connect(&queue, &QObject::destroyed, &context_, [this] { task_ = nullptr; });
 }
 
 QtRealtimeTrigger::~QtRealtimeTrigger() = default;
 
 void QtRealtimeTrigger::fire() noexcept {
     QMetaObject::invokeMethod(
-        &context_,
-        [this] {
-            if (const auto live = task_) {
-                (*live)();
-            }
-        },
-        Qt::QueuedConnection);
+        &context_, [this] { callHandler(task_); }, Qt::QueuedConnection);
 }
 
 }  // namespace tessivo

@@ -2,7 +2,12 @@
 
 #include <QObject>
 
+#include "base/Lifetime.h"
 #include "platform/MainQueue.h"
+
+#ifdef __linux__
+#include "platform/posix/FileDescriptor.h"
+#endif
 
 #include <memory>
 
@@ -17,7 +22,9 @@ namespace tessivo {
 /// locks: a port to one of them brings its own kernel object.
 class QtRealtimeTrigger final : public MainQueue::RealtimeTrigger {
 public:
-    /// Runs end when `queue` or the trigger is destroyed, whichever comes first.
+    /// Runs end when `queue` or the trigger is destroyed, whichever comes first. Throws
+    /// std::system_error when the system has no counter left: triggers are made at the start,
+    /// before there is a show to lose.
     QtRealtimeTrigger(QObject& queue, MainQueue::Task task);
     ~QtRealtimeTrigger() override;
     QtRealtimeTrigger(const QtRealtimeTrigger&) = delete;
@@ -26,9 +33,9 @@ public:
     void fire() noexcept override;
 
 private:
-    std::shared_ptr<MainQueue::Task> task_;  // also held by a run, which may destroy the trigger
+    MainQueue::Task task_;
 #ifdef __linux__
-    int counter_;
+    FileDescriptor counter_;
     std::unique_ptr<QSocketNotifier> notifier_;
 #else
     QObject context_;

@@ -1,49 +1,40 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 
+#include "platform/Turns.h"
+
 namespace tessivo {
 
 class SimulatedMainQueue::Repeating final : public Repetition {
 public:
     Repeating(SimulatedMainQueue& queue, double interval, Task task)
-        : core_(std::make_shared<Core>(Core{queue, interval, std::move(task)})) {
-        schedule(core_);
+        : turns_(queue), interval_(interval), task_(std::move(task)) {
+        schedule();
     }
 
 private:
-    struct Core {
-        SimulatedMainQueue& queue;
-        double interval;
-        Task task;
-    };
-
-    static void schedule(const std::shared_ptr<Core>& core) {
-        core->queue.postAfter(core->interval, [weak = std::weak_ptr<Core>(core)] {
-            if (const auto live = weak.lock()) {
-                schedule(live);
-                live->task();
-            }
+    void schedule() {
+        turns_.postAfter(interval_, [this] {
+            schedule();
+            callHandler(task_);
         });
     }
 
-    std::shared_ptr<Core> core_;
+    Turns turns_;
+    double interval_;
+    Task task_;
 };
 
 class SimulatedMainQueue::Trigger final : public RealtimeTrigger {
 public:
-    Trigger(SimulatedMainQueue& queue, Task task)
-        : queue_(queue), task_(std::make_shared<Task>(std::move(task))) {}
+    Trigger(SimulatedMainQueue& queue, Task task) : turns_(queue), task_(std::move(task)) {}
 
     void fire() noexcept override {
-        queue_.post([weak = std::weak_ptr<Task>(task_)] {
-            if (const auto task = weak.lock()) {
-                (*task)();
-            }
-        });
+        turns_.post([this] { callHandler(task_); });
     }
 
 private:
-    SimulatedMainQueue& queue_;
-    std::shared_ptr<Task> task_;
+    Turns turns_;
+    Task task_;
 };
 
 void SimulatedMainQueue::postAfter(double seconds, Task task) {

@@ -1,5 +1,6 @@
 #include "platform/simulated/SimulatedNetwork.h"
 
+#include "base/Lifetime.h"
 #include "platform/MainQueue.h"
 
 #include <algorithm>
@@ -48,26 +49,20 @@ private:
         auto services = computer_.network_.servicesOfType(type_);
         if (isAnswer || services != reported_) {
             reported_ = services;
-            if (const auto handler = onResultsChanged) {
-                handler(services);
-            }
+            callHandler(onResultsChanged, services);
         }
     }
 
     template <typename Task>
     void postAfter(double seconds, Task task) {
-        computer_.network_.queue_.postAfter(seconds, [alive = std::weak_ptr(alive_), task] {
-            if (!alive.expired()) {
-                task();
-            }
-        });
+        computer_.network_.queue_.postAfter(seconds, life_.guard(std::move(task)));
     }
 
     SimulatedComputer& computer_;
     std::string type_;
     bool isAsking_ = false;
     std::optional<std::vector<ServiceEndpoint>> reported_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>();
+    Lifetime life_;
 };
 
 class SimulatedComputer::Listener final : public ServiceListener {
@@ -90,20 +85,18 @@ public:
     void accept(const std::shared_ptr<SimulatedLink>& link) {
         computer_.add(link);
         link->answer(computer_.cable_);
-        computer_.network_.queue_.post([this, link, alive = std::weak_ptr(alive_)] {
-            auto connection = link->makeEnd(Side::server);
-            if (!alive.expired()) {
-                if (const auto handler = onNewConnection) {
-                    handler(std::move(connection));
-                }
-            }
+        // Without a listener, the end that is made closes the call by going at once.
+        auto take = life_.guard([this](std::unique_ptr<StreamConnection> connection) {
+            callHandler(onNewConnection, std::move(connection));
         });
+        computer_.network_.queue_.post(
+            [link, take]() mutable { take(link->makeEnd(Side::server)); });
     }
 
 private:
     SimulatedComputer& computer_;
     ServiceEndpoint service_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>();
+    Lifetime life_;
 };
 
 std::unique_ptr<ServiceBrowser> SimulatedComputer::makeBrowser(const std::string& type) {

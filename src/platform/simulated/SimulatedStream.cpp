@@ -1,5 +1,6 @@
 #include "platform/simulated/SimulatedStream.h"
 
+#include "base/Lifetime.h"
 #include "platform/MainQueue.h"
 
 #include <algorithm>
@@ -214,10 +215,7 @@ void SimulatedLink::truncateAfter(std::optional<std::size_t> bytes) {
 void SimulatedLink::tell(Side side) {
     const Half& half = at(side);
     if (half.handle != nullptr) {
-        // A copy: the handler may destroy the handle that owns it.
-        if (const auto handler = half.handle->onStateChange) {
-            handler(half.state);
-        }
+        callHandler(half.handle->onStateChange, half.state);
     }
 }
 
