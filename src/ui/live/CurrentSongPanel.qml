@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Tessivo.Display
 import Tessivo.Kit
 import Tessivo.Style
 import Tessivo.Ui

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
-import Tessivo.Display
 import Tessivo.Kit
 import Tessivo.Style
 import Tessivo.Ui

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import Tessivo.Display
 import Tessivo.Kit
 import Tessivo.Style
 import Tessivo.Ui

@@ -1,0 +1,68 @@
+# Refuses an include, or a QML import, of a room that doesn't lie below. Run at each build:
+#   cmake -DSOURCE_FOLDER=src -P CheckRooms.cmake
+
+cmake_minimum_required(VERSION 3.25)
+
+# Each room, and the rooms that it may use beside itself. A room stands above all that it names.
+set(may_use_base "")
+set(may_use_platform base)
+set(may_use_model base)
+set(may_use_live base model)
+set(may_use_timecode base platform)
+set(may_use_import base platform model)
+set(may_use_state base platform model live timecode)
+set(may_use_sync base platform model state)
+
+set(may_use_platform/posix base platform)
+set(may_use_platform/simulated base platform)
+set(may_use_platform/audio base platform)
+set(may_use_platform/network base platform platform/posix)
+set(may_use_platform/qt base platform platform/posix)
+
+set(may_use_style "")
+set(may_use_kit base platform model live state style)
+set(may_use_display base platform model live state sync style kit)
+set(may_use_ui/editor base model live state style kit)
+set(may_use_ui/import base platform import state style kit)
+set(may_use_ui/live base platform model live timecode state style kit)
+set(may_use_ui/shows base model state style kit)
+set(may_use_ui/shell base platform model state sync style kit display)
+set(may_use_app base platform platform/posix platform/audio platform/network platform/qt state style kit)
+
+# The room that holds a path relative to the source folder, or nothing.
+function(room_of path result)
+  get_filename_component(folder ${path} DIRECTORY)
+  if(DEFINED may_use_${folder})
+    set(${result} ${folder} PARENT_SCOPE)
+  else()
+    set(${result} "" PARENT_SCOPE)
+  endif()
+endfunction()
+
+set(refused "")
+file(GLOB_RECURSE files RELATIVE ${SOURCE_FOLDER}
+  ${SOURCE_FOLDER}/*.h ${SOURCE_FOLDER}/*.cpp ${SOURCE_FOLDER}/*.qml)
+foreach(file IN LISTS files)
+  room_of(${file} room)
+  if(NOT room)
+    string(APPEND refused "\n  src/${file} lies in no room that cmake/CheckRooms.cmake knows")
+    continue()
+  endif()
+  file(STRINGS ${SOURCE_FOLDER}/${file} lines REGEX "^(#include \"|import Tessivo\\.)")
+  foreach(line IN LISTS lines)
+    if(line MATCHES "^#include \"(.*)\"")
+      room_of(${CMAKE_MATCH_1} used)
+    elseif(line MATCHES "^import Tessivo\\.Ui" AND room MATCHES "^ui/")
+      continue()  # one module for all rooms of the operator
+    else()
+      string(REGEX REPLACE "^import Tessivo\\.([A-Za-z]+).*" "\\1" used "${line}")
+      string(TOLOWER ${used} used)
+    endif()
+    if(NOT used STREQUAL room AND NOT used IN_LIST may_use_${room})
+      string(APPEND refused "\n  src/${file}: ${line}")
+    endif()
+  endforeach()
+endforeach()
+if(refused)
+  message(FATAL_ERROR "A room may use what lies below it, never what lies above:${refused}")
+endif()
