@@ -95,19 +95,3 @@ TEST_CASE("the name completed by its extension isn't replaced unasked") {
     });
     CHECK_FALSE(chosen.has_value());
 }
-
-TEST_CASE("the open panel gives one existing file") {
-    needApplication();
-    const TemporaryFolder folder;
-    folder.write("Gala.tessivo", "{}");
-    whenOpen([&](QFileDialog& dialog, QLineEdit& name) {
-        CHECK(dialog.fileMode() == QFileDialog::ExistingFile);
-        dialog.setDirectory(QString::fromStdString(folder.path()));
-        name.setText(QStringLiteral("Gala.tessivo"));
-        press(dialog);
-    });
-    CHECK(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}) ==
-          folder.path("Gala.tessivo"));
-    whenOpen([](QFileDialog& dialog, QLineEdit&) { dialog.reject(); });
-    CHECK_FALSE(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}).has_value());
-}

@@ -61,7 +61,7 @@ void killStorms(const test::TemporaryFolder& folder, int kills, std::mt19937_64&
         const std::int64_t acknowledged = runAndKillStorm(folder.path(), round % 4 == 0, random);
 
         FilePreferencesStore store(folder.path());
-        REQUIRE(store.isWritable());
+        REQUIRE(store.takeHold());
         const auto bytes = store.data(key);
         if (!bytes) {
             CHECK(std::max(acknowledged, number) == 0);
@@ -88,9 +88,9 @@ TEST_CASE("killed at any moment, the store keeps every operation that it acknowl
     const std::uint64_t seed = chooseSeed();
     MESSAGE("TESSIVO_SEED=", seed);
     std::mt19937_64 random(seed);
-    killStorms(test::TemporaryFolder(), 150, random);
+    killStorms(test::TemporaryFolder(), 100, random);
     // In memory nothing waits for a disk, so that the kills fall between all the other steps.
     if (std::filesystem::is_directory("/dev/shm")) {
-        killStorms(test::TemporaryFolder("/dev/shm"), 150, random);
+        killStorms(test::TemporaryFolder("/dev/shm"), 100, random);
     }
 }
