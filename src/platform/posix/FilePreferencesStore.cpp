@@ -6,14 +6,10 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <charconv>
 #include <chrono>
-#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -24,13 +20,6 @@ namespace {
 
 /// For how long changes gather before they are synced together.
 constexpr std::chrono::milliseconds gathering(300);
-
-/// Nobody else has to know the shows.
-constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
-
-constexpr std::string_view versionMark = ".recent-";
-constexpr std::size_t numberDigits = 16;
-constexpr std::size_t versionEndingLength = versionMark.size() + numberDigits + 1 + 8;
 
 void makeFolder(const std::string& folder) {
     std::error_code ignored;
@@ -49,47 +38,6 @@ FileDescriptor lockFile(const std::string& path) {
     }
     // A file system that can't lock at all is no reason to lose the shows.
     return file;
-}
-
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
-/// What the name of a version has after its key.
-std::string versionEnding(std::uint64_t number, std::string_view bytes) {
-    const auto checksum =
-        ::crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size());  // as zlib asks
-    std::array<char, versionEndingLength + 1> text{};
-    std::snprintf(text.data(), text.size(), "%s%016" PRIx64 "-%08lx", versionMark.data(), number,
-                  checksum);
-    return text.data();
-}
-
-std::uint64_t numberOfVersion(const std::string& path) {
-    std::uint64_t number = 0;
-    const char* digits = path.data() + path.size() - versionEndingLength + versionMark.size();
-    std::from_chars(digits, digits + numberDigits, number, 16);
-    return number;
-}
-
-/// The bytes of a version; nothing when it isn't whole.
-std::optional<std::string> readVersion(const std::string& path) {
-    std::string bytes;
-    if (readRegularFile(path, SIZE_MAX, bytes) != FileReading::Done ||
-        !path.ends_with(versionEnding(numberOfVersion(path), bytes))) {
-        return std::nullopt;
-    }
-    return bytes;
 }
 
 /// Makes renamings last through a power cut.
@@ -126,7 +74,7 @@ std::optional<std::string> FilePreferencesStore::data(std::string_view key) {
         valueOf(key);
     }
     // A version that gets the key's name meanwhile is found under that.
-    for (const std::string& path : versionsOf(key)) {
+    for (const std::string& path : versionsOf(pathOf(key))) {
         if (auto bytes = readVersion(path)) {
             return bytes;
         }
@@ -149,13 +97,13 @@ void FilePreferencesStore::setData(std::string_view key, std::string_view bytes)
     }
     const std::lock_guard guard(mutex_);
     Value& value = valueOf(key);
-    auto version = write(key, bytes);
-    value.isUnwritten = !version;
-    if (version) {
-        std::swap(value.newest, version);
-        if (version && !version->isBeingSynced) {
-            ::unlink(version->path.c_str());
+    auto written = writeVersion(pathOf(key), ++lastNumber_, bytes);
+    value.isUnwritten = !written;
+    if (written) {
+        if (value.newest && !value.newest->isBeingSynced) {
+            ::unlink(value.newest->path.c_str());
         }
+        value.newest = std::make_shared<Version>(Version{std::move(*written)});
         changed_.notify_one();
     }
 }
@@ -199,46 +147,17 @@ FilePreferencesStore::Value& FilePreferencesStore::valueOf(std::string_view key)
     if (!isNew) {
         return value;
     }
-    for (const std::string& path : versionsOf(key)) {
+    for (const std::string& path : versionsOf(pathOf(key))) {
         lastNumber_ = std::max(lastNumber_, numberOfVersion(path));
         if (value.newest || !readVersion(path)) {
             ::unlink(path.c_str());
             continue;
         }
         value.newest = std::make_shared<Version>(
-            Version{path, FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC))});
+            Version{{path, FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC))}});
         changed_.notify_one();
     }
     return value;
-}
-
-/// The paths of all versions that have no other name yet, the newest first.
-std::vector<std::string> FilePreferencesStore::versionsOf(std::string_view key) const {
-    std::vector<std::string> paths;
-    const std::string start = std::string(key).append(versionMark);
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder_, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (name.starts_with(start) && name.size() == key.size() + versionEndingLength) {
-            paths.push_back(pathOf(name));
-        }
-    }
-    std::ranges::sort(paths, std::greater());
-    return paths;
-}
-
-/// A new file each time: replacing a file's bytes or renaming over an unsynced file makes some file
-/// systems write to the disk at once. None when that failed.
-std::shared_ptr<FilePreferencesStore::Version> FilePreferencesStore::write(std::string_view key,
-                                                                           std::string_view bytes) {
-    const std::string path = pathOf(key) + versionEnding(++lastNumber_, bytes);
-    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, ownerOnly));
-    if (!file.isOpen() || !writeAll(file.value(), bytes)) {
-        ::unlink(path.c_str());
-        return nullptr;
-    }
-    return std::make_shared<Version>(Version{path, std::move(file)});
 }
 
 void FilePreferencesStore::settleUntil(const std::stop_token& stop) {

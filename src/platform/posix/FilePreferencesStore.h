@@ -2,6 +2,7 @@
 
 #include "platform/PreferencesStore.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/ValueVersion.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -14,7 +15,6 @@
 #include <string>
 #include <string_view>
 #include <thread>
-#include <vector>
 
 namespace tessivo {
 
@@ -22,11 +22,9 @@ namespace tessivo {
 /// plain file names. The folder is held until the store is destroyed or its process ends in
 /// whatever way.
 ///
-/// A value is written, unsynced, to a new file `key`.recent-N-C beside the one named after its key:
-/// from then on killing the process doesn't lose it. N counts the versions and C is a checksum, so
-/// that of what a killed run or a power cut left the newest whole one is found. Within a second a
-/// thread of the store's own syncs that file and gives it the key's name, from when on a power cut
-/// doesn't lose it either. The file named after the key is whole at any time.
+/// A value is written once, as a `ValueVersion`: from then on killing the process doesn't lose it.
+/// Within a second a thread of the store's own syncs that file and gives it the key's name: from
+/// then on a power cut doesn't lose it either. The file named after the key is whole at any time.
 class FilePreferencesStore : public PreferencesStore {
 public:
     /// `folder` is UTF-8. It is made when the store is taken hold of, and made again when it was
@@ -42,9 +40,7 @@ public:
 
 private:
     /// A file that isn't known to be on the disk yet.
-    struct Version {
-        std::string path;
-        FileDescriptor file;
+    struct Version : ValueVersion {
         bool isBeingSynced = false;
         bool hasFailed = false;  ///< after that, syncing it again may succeed though it is torn
     };
@@ -56,8 +52,6 @@ private:
 
     bool holdsStill();
     Value& valueOf(std::string_view key);
-    std::vector<std::string> versionsOf(std::string_view key) const;
-    std::shared_ptr<Version> write(std::string_view key, std::string_view bytes);
     void settleUntil(const std::stop_token& stop);
     void settle(std::unique_lock<std::mutex>& lock);
     std::string pathOf(std::string_view name) const;
