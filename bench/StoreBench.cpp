@@ -77,6 +77,7 @@ void saveLibrary(benchmark::State& state) {
     auto shows = fullLibrary();
     const test::TemporaryFolder folder;
     FilePreferencesStore store(folder.path());
+    store.takeHold();
     Samples save;
     Samples encode;
     Samples write;

@@ -142,9 +142,11 @@ private:
     void takeLaunchStates() {
         const QSize size(1180, 820);
         take(*main_, "launch-choice", size);
-        main_->setProperty("keepsShows", false);
+        computer_.preferences.isFull = true;
+        state_.setActiveShowId(std::nullopt);
         take(*main_, "launch-not-kept", size);
-        main_->setProperty("keepsShows", true);
+        computer_.preferences.isFull = false;
+        state_.setActiveShowId(std::nullopt);
         main_->setProperty("launchMode", stationMode);
         take(*main_, "station-searching", size);
         AdminBroadcaster other(computer_.network.addComputer("Console FOH"), computer_.time);

@@ -78,7 +78,6 @@ int main(int argc, char* argv[]) {
 
     tessivo::SystemClock clock;
     tessivo::QtMainQueue mainQueue;
-    tessivo::FilePreferencesStore preferences(preferencesFolder());
     tessivo::DiskFileStore files;
     tessivo::DialogFilePanels panels;
     tessivo::PortAudioInput audio(
@@ -87,6 +86,9 @@ int main(int argc, char* argv[]) {
     tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
     tessivo::LocalNetwork network(mainQueue);
     tessivo::SessionStayAwake stayAwake;
+    // The last of them, so that it ends first: the next program may have the shows, however long
+    // the network takes to end.
+    tessivo::FilePreferencesStore preferences(preferencesFolder());
     const tessivo::Platform platform{clock, mainQueue, preferences, files,     panels,
                                      audio, updates,   network,     stayAwake, std::cout};
     tessivo::AppState state(platform);
@@ -95,7 +97,6 @@ int main(int argc, char* argv[]) {
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     tessivo::setScreenContext(engine, screens);
-    engine.setInitialProperties({{QStringLiteral("keepsShows"), preferences.isWritable()}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
     if (engine.rootObjects().isEmpty()) {
         return EXIT_FAILURE;

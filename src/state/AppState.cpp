@@ -15,6 +15,8 @@ AppState::AppState(const Platform& platform)
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
       updater_(platform.updates) {
+    holdsRecord_ = platform.preferences.takeHold();
+    keepsShows_ = holdsRecord_;
     load();
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
     ltcManager_.onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
@@ -38,7 +40,7 @@ const Show* AppState::showWithId(const std::optional<Uuid>& id) const {
 
 void AppState::setActiveShowId(std::optional<Uuid> id) {
     assign(Field::activeShowId, activeShowId_, std::move(id));
-    save();
+    store();
 }
 
 void AppState::setActiveDisplayShowId(std::optional<Uuid> id) {
@@ -51,29 +53,50 @@ void AppState::setAutoAdvanceEnabled(bool enabled) {
 
 void AppState::load() {
     const std::optional<std::string> bytes = platform_.preferences.data(storageKey);
-    if (!bytes) {
-        return;
-    }
-    std::optional<PersistedData> data = decodePersistedData(*bytes);
-    if (!data) {
-        storedRecordIsUnreadable_ = true;
-        return;
-    }
+    std::optional<PersistedData> data = bytes ? decodePersistedData(*bytes) : PersistedData();
+    storedRecordIsUnreadable_ = !data;
     // Which show was active isn't restored: the operator opens one after each start.
-    shows_ = std::move(data->shows);
-    activeSongIndex_ = data->activeSongIndex;
+    shows_ = data ? std::move(data->shows) : std::vector<Show>();
+    activeSongIndex_ = data ? data->activeSongIndex : 0;
 }
 
 void AppState::save() {
-    if (storedRecordIsUnreadable_) {
-        if (!platform_.preferences.setAside(storageKey)) {
-            return;  // rather keep bytes that might be somebody's shows
-        }
+    recordHasChanged_ = true;
+    store();
+}
+
+void AppState::store() {
+    // Rather keep bytes that might be somebody's shows.
+    const bool mayReplace =
+        !storedRecordIsUnreadable_ || platform_.preferences.setAside(storageKey);
+    if (mayReplace) {
         storedRecordIsUnreadable_ = false;
+        recordBytes_ =
+            encodePersistedJson(shows_, activeShowId_, activeSongIndex_, std::move(recordBytes_));
+        platform_.preferences.setData(storageKey, recordBytes_);
     }
-    recordBytes_ =
-        encodePersistedJson(shows_, activeShowId_, activeSongIndex_, std::move(recordBytes_));
-    platform_.preferences.setData(storageKey, recordBytes_);
+    setKeepsShows(mayReplace && platform_.preferences.isKeeping());
+}
+
+void AppState::goOnKeeping() {
+    if (holdsRecord_) {
+        if (!keepsShows_ || !platform_.preferences.isKeeping()) {
+            store();
+        }
+    } else if (!recordHasChanged_ && platform_.preferences.takeHold()) {
+        holdsRecord_ = true;
+        change(Field::shows, [&] { change(Field::activeSongIndex, [&] { load(); }); });
+        if (activeShowId_ && !activeShow()) {
+            assign<std::optional<Uuid>>(Field::activeShowId, activeShowId_, std::nullopt);
+        }
+        setKeepsShows(platform_.preferences.isKeeping());
+    }
+}
+
+void AppState::setKeepsShows(bool keeps) {
+    if (keeps != keepsShows_) {
+        assign(Field::keepsShows, keepsShows_, keeps);
+    }
 }
 
 }  // namespace tessivo

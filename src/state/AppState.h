@@ -26,7 +26,8 @@ namespace tessivo {
 /// screens observe it and call its operations, and nothing else changes a show. Main thread only.
 ///
 /// Every operation that changes the shows, the active show or the cursor ends by storing the whole
-/// record, so that no crash can lose what the operator did. Invalid input is ignored silently.
+/// record, so that no crash can lose what the operator did. What couldn't be stored is tried again
+/// each second. Invalid input is ignored silently.
 class AppState {
 public:
     /// The observable fields.
@@ -40,6 +41,7 @@ public:
         nowTick,
         updateAvailable,
         latestUpdateVersion,
+        keepsShows,
     };
 
     /// The key of the record in the preferences store.
@@ -69,6 +71,11 @@ public:
     Instant nowTick() const { return nowTick_; }
     bool updateAvailable() const { return updateAvailable_; }
     const std::optional<std::string>& latestUpdateVersion() const { return latestUpdateVersion_; }
+
+    /// False while what the operator does would be lost at the end of the run: another running
+    /// program holds the record, or it can't be written. A record that is let go is taken over and
+    /// read anew, unless shows or cursor were changed in this run: then it stays the other's.
+    bool keepsShows() const { return keepsShows_; }
 
     LtcManager& ltcManager() { return ltcManager_; }
     const LtcManager& ltcManager() const { return ltcManager_; }
@@ -157,6 +164,9 @@ private:
 
     void load();
     void save();
+    void store();
+    void goOnKeeping();
+    void setKeepsShows(bool keeps);
     void restartCountdown();
     void startCountdownTimer();
     void suspendAutoAdvance();
@@ -192,6 +202,9 @@ private:
     bool updateAvailable_ = false;
     std::optional<std::string> latestUpdateVersion_;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
+    bool holdsRecord_ = false;
+    bool keepsShows_ = false;
+    bool recordHasChanged_ = false;  // in this run
     bool storedRecordIsUnreadable_ = false;
     std::string recordBytes_;  // what was stored last; its memory serves the next save
 };

@@ -65,8 +65,10 @@ void AppState::restartCountdown() {
 }
 
 void AppState::startCountdownTimer() {
-    countdownTimer_ = platform_.mainQueue.repeatEvery(
-        1.0, [this] { assign(Field::nowTick, nowTick_, platform_.clock.now()); });
+    countdownTimer_ = platform_.mainQueue.repeatEvery(1.0, [this] {
+        assign(Field::nowTick, nowTick_, platform_.clock.now());
+        goOnKeeping();
+    });
 }
 
 void AppState::suspendAutoAdvance() {

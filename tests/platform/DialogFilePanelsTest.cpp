@@ -18,13 +18,6 @@ using test::TemporaryFolder;
 
 namespace {
 
-void needApplication() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static QApplication application(count, arguments);
-}
-
 /// Presses the panel's own button for going on, the first one.
 void press(QFileDialog& dialog) {
     auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
@@ -32,21 +25,18 @@ void press(QFileDialog& dialog) {
     buttons->buttons().front()->click();
 }
 
-/// Does `act` on the panel once it stands open, as the operator would.
-void whenOpen(std::function<void(QFileDialog&, QLineEdit&)> act) {
+/// Asks for a place, and does `act` on the panel once it stands open, as the operator would.
+std::optional<FileLocation> save(const std::string& proposedName,
+                                 std::function<void(QFileDialog&, QLineEdit&)> act) {
+    static int count = 1;
+    static char name[] = "test";
+    static char* arguments[] = {name, nullptr};
+    static QApplication application(count, arguments);
     QTimer::singleShot(0, [act = std::move(act)] {
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         REQUIRE(dialog != nullptr);
-        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        REQUIRE(name != nullptr);
-        act(*dialog, *name);
+        act(*dialog, *dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")));
     });
-}
-
-std::optional<FileLocation> save(const std::string& proposedName,
-                                 std::function<void(QFileDialog&, QLineEdit&)> act) {
-    needApplication();
-    whenOpen(std::move(act));
     return DialogFilePanels().chooseSaveLocation({"Enregistrer le show", proposedName, "tessivo"});
 }
 
@@ -66,7 +56,6 @@ TEST_CASE("the save panel proposes a safe name, and adds the extension that a ty
         CAPTURE(row.chosen);
         const auto chosen = save(row.proposed, [&](QFileDialog& dialog, QLineEdit& name) {
             CHECK(dialog.windowTitle() == QStringLiteral("Enregistrer le show"));
-            CHECK(dialog.nameFilters() == QStringList{QStringLiteral("Shows Tessivo (*.tessivo)")});
             CHECK(name.text() == QString::fromUtf8(row.shown));
             dialog.setDirectory(QString::fromStdString(folder.path()));
             if (row.typed != nullptr) {
@@ -94,20 +83,4 @@ TEST_CASE("the name completed by its extension isn't replaced unasked") {
         press(dialog);
     });
     CHECK_FALSE(chosen.has_value());
-}
-
-TEST_CASE("the open panel gives one existing file") {
-    needApplication();
-    const TemporaryFolder folder;
-    folder.write("Gala.tessivo", "{}");
-    whenOpen([&](QFileDialog& dialog, QLineEdit& name) {
-        CHECK(dialog.fileMode() == QFileDialog::ExistingFile);
-        dialog.setDirectory(QString::fromStdString(folder.path()));
-        name.setText(QStringLiteral("Gala.tessivo"));
-        press(dialog);
-    });
-    CHECK(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}) ==
-          folder.path("Gala.tessivo"));
-    whenOpen([](QFileDialog& dialog, QLineEdit&) { dialog.reject(); });
-    CHECK_FALSE(DialogFilePanels().chooseFileToOpen({"Ouvrir un show", "tessivo"}).has_value());
 }

@@ -11,28 +11,20 @@ using namespace tessivo;
 using test::TemporaryFolder;
 namespace fs = std::filesystem;
 
-TEST_CASE("files are written and read whole, under names of any language") {
+TEST_CASE("files are written and read whole up to the maximum, under names of any language") {
     const TemporaryFolder folder;
     DiskFileStore store;
     const std::string binary("{\0\xFF}", 4);
-    for (const std::string name : {"show.tessivo", "\u00C9t\u00E9 \U0001F3A4.tessivo", ".x"}) {
+    for (const std::string name : {"show.tessivo", "\u00C9t\u00E9 \U0001F3A4.tessivo"}) {
         CAPTURE(name);
         CHECK(store.writeAtomically(folder.path(name), "longer than what follows"));
         CHECK(store.writeAtomically(folder.path(name), binary));
-        CHECK(store.read(folder.path(name), 100) == binary);
+        CHECK(store.read(folder.path(name), 4) == binary);
         CHECK(folder.read(name) == binary);
     }
-    CHECK(store.writeAtomically(folder.path("empty"), ""));
-    CHECK(store.read(folder.path("empty"), 0) == "");
-    CHECK(folder.names().size() == 4);
-}
-
-TEST_CASE("a file longer than the maximum isn't read") {
-    const TemporaryFolder folder;
-    DiskFileStore store;
-    folder.write("file", std::string(200'000, 'x'));
-    CHECK(store.read(folder.path("file"), 200'000)->size() == 200'000);
-    CHECK_FALSE(store.read(folder.path("file"), 199'999).has_value());
+    folder.write("long", std::string(200'000, 'x'));
+    CHECK(store.read(folder.path("long"), 200'000)->size() == 200'000);
+    CHECK_FALSE(store.read(folder.path("long"), 199'999).has_value());
     CHECK_FALSE(store.read("/proc/self/maps", 10).has_value());  // its size is given as 0
 }
 
@@ -41,20 +33,16 @@ TEST_CASE("only regular files are read or replaced, and none is waited for") {
     DiskFileStore store;
     fs::create_directory(folder.path("folder"));
     REQUIRE(::mkfifo(folder.path("pipe").c_str(), 0600) == 0);
-    fs::create_symlink("/dev/zero", folder.path("device"));
+    fs::create_symlink("pipe", folder.path("link"));
     const auto names = folder.names();
-    for (const char* name : {"folder", "pipe", "device"}) {
+    for (const char* name : {"folder", "pipe", "link", "absent/file", ""}) {
         CAPTURE(name);
-        const auto type = fs::status(folder.path(name)).type();
-        CHECK_FALSE(store.read(folder.path(name), 1000).has_value());
-        CHECK_FALSE(store.writeAtomically(folder.path(name), "x"));
-        CHECK(fs::status(folder.path(name)).type() == type);
-    }
-    for (const std::string& path : {folder.path("absent/file"), std::string()}) {
+        const std::string path = *name == '\0' ? std::string() : folder.path(name);
+        const auto type = fs::status(path).type();
         CHECK_FALSE(store.read(path, 1000).has_value());
         CHECK_FALSE(store.writeAtomically(path, "x"));
+        CHECK(fs::status(path).type() == type);
     }
-    CHECK_FALSE(store.read(folder.path("absent"), 1000).has_value());
     CHECK(folder.names() == names);
 }
 
@@ -69,9 +57,4 @@ TEST_CASE("replacing keeps permissions, and the link that leads to the file") {
     CHECK(fs::is_symlink(folder.path("link")));
     CHECK(folder.read("file") == "new");
     CHECK(fs::status(folder.path("file")).permissions() == permissions);
-
-    const mode_t mask = ::umask(022);
-    CHECK(store.writeAtomically(folder.path("fresh"), "x"));
-    ::umask(mask);
-    CHECK(fs::status(folder.path("fresh")).permissions() == (permissions | fs::perms::others_read));
 }

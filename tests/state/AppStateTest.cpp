@@ -5,7 +5,12 @@
 
 #include <doctest/doctest.h>
 
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 using namespace tessivo;
 
@@ -31,17 +36,98 @@ TEST_CASE("a record that can't be read starts empty and is kept before it is rep
         AppState state(computer);
         CHECK(state.shows().empty());
         CHECK(storedRecord(computer) == bytes);
+        CHECK(state.keepsShows());
 
         computer.preferences.refusesToSetAside = true;
         state.importShow(namedShow("Un"));
         CHECK(storedRecord(computer) == bytes);
+        CHECK_FALSE(state.keepsShows());
 
         computer.preferences.refusesToSetAside = false;
+        computer.time.advance(1.0);
+        CHECK(state.keepsShows());
         state.goNext();
-        state.goPrev();
         REQUIRE(computer.preferences.valuesSetAside.size() == 1);
         CHECK(computer.preferences.valuesSetAside.front() == bytes);
         CHECK(decodePersistedData(storedRecord(computer))->shows == state.shows());
+    }
+}
+
+TEST_CASE("what can't be written is told, and tried again each second until it is") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    std::vector<bool> told;
+    const auto subscription = state.didChange.subscribe([&](AppState::Field field) {
+        if (field == AppState::Field::keepsShows) {
+            told.push_back(state.keepsShows());
+        }
+    });
+    computer.preferences.isFull = true;
+    state.importShow(namedShow("Un"));
+    CHECK_FALSE(state.keepsShows());
+    computer.time.advance(2.0);
+    CHECK(computer.preferences.writes == 0);
+    computer.preferences.isFull = false;
+    computer.time.advance(5.0);
+    CHECK(computer.preferences.writes == 1);
+    CHECK(decodePersistedData(storedRecord(computer))->shows == state.shows());
+    CHECK(told == std::vector{false, true});
+}
+
+TEST_CASE("a record that is let go is taken over and read anew, unless it was changed here") {
+    const Show first = namedShow("Un");
+    const Show second = namedShow("Deux");
+    const Show third = namedShow("Trois");
+    const struct {
+        const char* what;
+        std::function<void(AppState&)> act;
+        bool takesOver;
+        std::optional<Uuid> active;
+    } table[] = {
+        {"nothing", [](AppState&) {}, true, {}},
+        {"opened", [&](AppState& state) { state.setActiveShowId(second.id); }, true, second.id},
+        {"opened and gone", [&](AppState& state) { state.setActiveShowId(first.id); }, true, {}},
+        {"cursor", [](AppState& state) { state.jumpTo(1); }, false, {}},
+        {"shows", [&](AppState& state) { state.deleteShow(first.id); }, false, {}},
+    };
+    for (const auto& row : table) {
+        CAPTURE(row.what);
+        SimulatedPlatform computer;
+        storedRecord(computer) = encodeJson(PersistedData{{first, second}, {}, 0});
+        computer.preferences.isHeldElsewhere = true;
+        AppState state(computer);
+        CHECK_FALSE(state.keepsShows());
+        CHECK(state.shows().size() == 2);
+        row.act(state);
+        const std::string others = encodeJson(PersistedData{{second, third}, {}, 2});
+        storedRecord(computer) = others;
+        computer.time.advance(2.0);
+        CHECK_FALSE(state.keepsShows());
+
+        std::set<AppState::Field> told;
+        auto subscription = state.didChange.subscribe([&](AppState::Field field) {
+            told.insert(field);
+            if (row.takesOver) {  // never new shows under the old cursor
+                CHECK((state.shows().size() == 2 && state.shows()[1] == third) ==
+                      (state.activeSongIndex() == 2));
+            }
+        });
+        computer.preferences.isHeldElsewhere = false;
+        computer.time.advance(2.0);
+        CHECK(state.keepsShows() == row.takesOver);
+        for (const auto field : {AppState::Field::shows, AppState::Field::activeSongIndex,
+                                 AppState::Field::keepsShows}) {
+            CHECK(told.contains(field) == row.takesOver);
+        }
+        CHECK(storedRecord(computer) == others);
+        if (row.takesOver) {
+            CHECK(state.shows() == std::vector{second, third});
+            CHECK(state.activeShowId() == row.active);
+        }
+        subscription.reset();
+        state.jumpTo(7);
+        const bool isStored = decodePersistedData(storedRecord(computer))->activeSongIndex == 7;
+        CHECK(isStored == row.takesOver);
     }
 }
 

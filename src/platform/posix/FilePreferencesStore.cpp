@@ -40,29 +40,44 @@ FileDescriptor lockFile(const std::string& path) {
     return file;
 }
 
-/// Gives the file these bytes, and waits until they are on the disk.
-bool writeSynced(const std::string& path, std::string_view bytes) {
-    const FileDescriptor file(openToWrite(path));
-    return file.isOpen() && writeAll(file.value(), bytes) &&
-           ::ftruncate(file.value(), static_cast<off_t>(bytes.size())) == 0 &&
-           ::fdatasync(file.value()) == 0;
+/// Makes renamings last through a power cut.
+void syncFolder(const std::string& path) {
+    const FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isOpen()) {
+        ::fsync(folder.value());
+    }
 }
 
 }  // namespace
 
-FilePreferencesStore::FilePreferencesStore(std::string folder) : folder_(std::move(folder)) {
-    makeFolder(folder_);
-    lock_ = lockFile(pathOf("lock"));
-    if (isWritable()) {
+bool FilePreferencesStore::takeHold() {
+    if (!lock_.isOpen()) {
+        makeFolder(folder_);
+        lock_ = lockFile(pathOf("lock"));
+    }
+    if (lock_.isOpen() && !settler_.joinable()) {
         settler_ = std::jthread([this](const std::stop_token& stop) { settleUntil(stop); });
     }
+    return lock_.isOpen();
+}
+
+bool FilePreferencesStore::isKeeping() const {
+    const std::lock_guard guard(mutex_);
+    return lock_.isOpen() && std::ranges::none_of(values_, [](const auto& entry) {
+               return entry.second.isUnwritten || entry.second.isUnsynced;
+           });
 }
 
 std::optional<std::string> FilePreferencesStore::data(std::string_view key) {
-    const std::lock_guard guard(mutex_);
-    Value& value = valueOf(key);
-    if (auto version = value.recent.read()) {
-        return std::move(version->bytes);
+    if (lock_.isOpen()) {
+        const std::lock_guard guard(mutex_);
+        valueOf(key);
+    }
+    // A version that gets the key's name meanwhile is found under that.
+    for (const std::string& path : versionsOf(pathOf(key))) {
+        if (auto bytes = readVersion(path)) {
+            return bytes;
+        }
     }
     std::string bytes;
     switch (readRegularFile(pathOf(key), SIZE_MAX, bytes)) {
@@ -77,115 +92,119 @@ std::optional<std::string> FilePreferencesStore::data(std::string_view key) {
 }
 
 void FilePreferencesStore::setData(std::string_view key, std::string_view bytes) {
-    if (!isWritable()) {
+    if (!holdsStill()) {
         return;
     }
     const std::lock_guard guard(mutex_);
     Value& value = valueOf(key);
-    if (const auto number = value.recent.write(bytes)) {
-        value.unsettled = *number;
-        value.bytes.assign(bytes);
+    auto written = writeVersion(pathOf(key), ++lastNumber_, bytes);
+    value.isUnwritten = !written;
+    if (written) {
+        if (value.newest && !value.newest->isBeingSynced) {
+            ::unlink(value.newest->path.c_str());
+        }
+        value.newest = std::make_shared<Version>(Version{std::move(*written)});
         changed_.notify_one();
     }
 }
 
 bool FilePreferencesStore::setAside(std::string_view key) {
-    if (!isWritable()) {
+    if (!holdsStill()) {
         return false;
     }
-    settle();
     const std::lock_guard guard(mutex_);
-    if (valueOf(key).recent.read()) {
-        return false;
-    }
-    const std::string path = pathOf(key);
+    Value& value = valueOf(key);
     std::string aside;
     struct stat status {};
     int number = 0;
     do {
-        aside = path + ".illisible-" + std::to_string(++number);
+        aside = pathOf(key) + ".illisible-" + std::to_string(++number);
     } while (::lstat(aside.c_str(), &status) == 0);
-    if (std::rename(path.c_str(), aside.c_str()) != 0) {
+    const std::string path = value.newest ? value.newest->path : pathOf(key);
+    if (std::rename(path.c_str(), aside.c_str()) != 0 && errno != ENOENT) {
         return false;
     }
-    syncFolder();
+    value.newest.reset();
     return true;
 }
 
-/// The value under `key`; one that a killed run left unsynced is to be synced by this one.
-FilePreferencesStore::Value& FilePreferencesStore::valueOf(std::string_view key) {
-    const auto known = values_.find(key);
-    if (known != values_.end()) {
-        return known->second;
+/// Whether the folder is still held. Who removed it removed the lock with it; then it is made
+/// again, unless another program was faster: what that one writes isn't to be replaced.
+bool FilePreferencesStore::holdsStill() {
+    struct stat status {};
+    if (lock_.isOpen() && ::fstat(lock_.value(), &status) == 0 && status.st_nlink == 0) {
+        lock_ = FileDescriptor();
+        takeHold();
     }
-    Value value{RecentValue(pathOf(key)), std::nullopt, std::string()};
-    if (auto version = value.recent.read()) {
-        value.unsettled = version->number;
-        value.bytes = std::move(version->bytes);
+    return lock_.isOpen();
+}
+
+/// The value under `key`. What a killed run left unsynced is to be synced by this one, and its
+/// older or torn versions go.
+FilePreferencesStore::Value& FilePreferencesStore::valueOf(std::string_view key) {
+    const auto [entry, isNew] = values_.try_emplace(std::string(key));
+    Value& value = entry->second;
+    if (!isNew) {
+        return value;
+    }
+    for (const std::string& path : versionsOf(pathOf(key))) {
+        lastNumber_ = std::max(lastNumber_, numberOfVersion(path));
+        if (value.newest || !readVersion(path)) {
+            ::unlink(path.c_str());
+            continue;
+        }
+        value.newest = std::make_shared<Version>(
+            Version{{path, FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC))}});
         changed_.notify_one();
     }
-    return values_.emplace(key, std::move(value)).first->second;
+    return value;
 }
 
 void FilePreferencesStore::settleUntil(const std::stop_token& stop) {
-    const auto isUnsettled = [](const auto& entry) { return entry.second.unsettled.has_value(); };
+    const auto isUnsettled = [](const auto& entry) {
+        const auto& newest = entry.second.newest;
+        return newest && !newest->hasFailed;
+    };
     std::unique_lock lock(mutex_);
+    // Once asked to stop, this waits no more and ends when nothing is left to try.
     while (changed_.wait(lock, stop, [&] { return std::ranges::any_of(values_, isUnsettled); })) {
         changed_.wait_for(lock, stop, gathering, [] { return false; });
-        const bool isLast = stop.stop_requested();
-        lock.unlock();
-        settle();
-        if (isLast) {
-            return;  // what couldn't be written now is there at the next start, unsynced
-        }
-        lock.lock();
+        settle(lock);
     }
 }
 
 /// Brings what has changed to the disk. The main thread may go on changing it meanwhile: it writes
 /// other files, and waits for none of this.
-void FilePreferencesStore::settle() {
-    const std::lock_guard alone(settling_);
-    std::unique_lock lock(mutex_);
+void FilePreferencesStore::settle(std::unique_lock<std::mutex>& lock) {
     for (auto& [key, value] : values_) {
-        const auto number = std::exchange(value.unsettled, std::nullopt);
-        if (!number) {
+        const std::shared_ptr<Version> version = value.newest;
+        if (!version || version->hasFailed) {
             continue;
         }
-        std::swap(value.bytes, settlingBytes_);
+        version->isBeingSynced = true;
         lock.unlock();
-        const std::string path = pathOf(key);
-        const std::string beside = path + ".nouveau";
-        const bool isSettled =
-            writeSynced(beside, settlingBytes_) && std::rename(beside.c_str(), path.c_str()) == 0;
-        if (!isSettled) {
-            ::unlink(beside.c_str());
-        }
+        const bool isSynced = ::fdatasync(version->file.value()) == 0;
         lock.lock();
-        if (isSettled) {
-            value.recent.forget(*number);
-        } else if (!value.unsettled) {
-            // A full disk may have room again: the next round tries once more. The settler may have
-            // looked meanwhile and found nothing to do.
-            value.unsettled = number;
-            std::swap(value.bytes, settlingBytes_);
-            changed_.notify_one();
+        version->isBeingSynced = false;
+        const bool isNewest = value.newest == version;
+        if (isSynced && std::rename(version->path.c_str(), pathOf(key).c_str()) == 0) {
+            value.isUnsynced = false;
+            if (isNewest) {
+                value.newest.reset();
+            }
+        } else if (isNewest) {
+            value.isUnsynced = version->hasFailed = true;
+        } else {
+            ::unlink(version->path.c_str());
         }
     }
     lock.unlock();
-    syncFolder();
+    syncFolder(folder_);
+    lock.lock();
 }
 
 std::string FilePreferencesStore::pathOf(std::string_view name) const {
     return folder_ + "/" + std::string(name);
-}
-
-/// Makes renamings last through a power cut.
-void FilePreferencesStore::syncFolder() const {
-    const FileDescriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.isOpen()) {
-        ::fsync(folder.value());
-    }
 }
 
 }  // namespace tessivo

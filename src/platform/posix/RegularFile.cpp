@@ -48,22 +48,4 @@ FileReading readRegularFile(const std::string& path, std::size_t maximumBytes, s
     return readToEnd(file.value(), maximumBytes, bytes) ? FileReading::Done : FileReading::Failed;
 }
 
-int openToWrite(const std::string& path) {
-    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, ownerOnly);
-}
-
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
 }  // namespace tessivo

@@ -2,24 +2,31 @@
 
 namespace tessivo {
 
+bool SimulatedPreferences::takeHold() {
+    isHeld = isHeld || !isHeldElsewhere;
+    return isHeld;
+}
+
 std::optional<std::string> SimulatedPreferences::data(std::string_view key) {
     const auto found = values.find(key);
     return found == values.end() ? std::nullopt : std::optional(found->second);
 }
 
 void SimulatedPreferences::setData(std::string_view key, std::string_view bytes) {
-    ++writes;
-    values[std::string(key)] = bytes;
+    isUnwritten = isHeld && isFull;
+    if (isHeld && !isFull) {
+        ++writes;
+        values[std::string(key)] = bytes;
+    }
 }
 
 bool SimulatedPreferences::setAside(std::string_view key) {
     const auto found = values.find(key);
-    if (refusesToSetAside || found == values.end()) {
-        return false;
+    if (found != values.end() && !refusesToSetAside) {
+        valuesSetAside.push_back(std::move(found->second));
+        values.erase(found);
     }
-    valuesSetAside.push_back(std::move(found->second));
-    values.erase(found);
-    return true;
+    return !refusesToSetAside;
 }
 
 std::optional<std::string> SimulatedFiles::read(const FileLocation& location,

@@ -22,6 +22,8 @@ namespace tessivo {
 /// Preferences in memory, which outlive the state that writes them as a disk would.
 class SimulatedPreferences final : public PreferencesStore {
 public:
+    bool takeHold() override;
+    bool isKeeping() const override { return isHeld && !isUnwritten; }
     std::optional<std::string> data(std::string_view key) override;
     void setData(std::string_view key, std::string_view bytes) override;
     bool setAside(std::string_view key) override;
@@ -30,6 +32,12 @@ public:
     std::vector<std::string> valuesSetAside;
     int writes = 0;
     bool refusesToSetAside = false;
+    bool isHeldElsewhere = false;  ///< by another running program
+    bool isFull = false;           ///< no value can be written
+
+private:
+    bool isHeld = false;
+    bool isUnwritten = false;
 };
 
 /// Files in memory.

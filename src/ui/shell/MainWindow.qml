@@ -10,9 +10,6 @@ import Tessivo.Ui
 ApplicationWindow {
     id: window
 
-    /** False when another running program holds the shows of this computer, or their folder can't
-        be written. */
-    property bool keepsShows: true
     property alias launchMode: root.mode
 
     title: "Tessivo"
@@ -73,7 +70,7 @@ ApplicationWindow {
         spacing: 0
 
         Rectangle {
-            visible: !window.keepsShows
+            visible: !ShellViewModel.keepsShows
             color: Colors.pvRedDim
             Layout.fillWidth: true
             implicitHeight: notice.height + 16

@@ -21,6 +21,9 @@ ShellViewModel::ShellViewModel(AppState& state)
               case AppState::Field::activeShowId:
                   Q_EMIT activeShowChanged();
                   break;
+              case AppState::Field::keepsShows:
+                  Q_EMIT keepsShowsChanged();
+                  break;
               case AppState::Field::autoAdvanceEnabled:
                   Q_EMIT autoAdvanceEnabledChanged();
                   break;

@@ -22,6 +22,7 @@ class ShellViewModel final : public QObject {
     QML_SINGLETON
     /// Empty when no show is active.
     Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
+    Q_PROPERTY(bool keepsShows READ keepsShows NOTIFY keepsShowsChanged)
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
     Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
     Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
@@ -33,6 +34,7 @@ public:
     explicit ShellViewModel(AppState& state);
 
     QString activeShowId() const;
+    bool keepsShows() const { return state_.keepsShows(); }
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
     bool updateAvailable() const { return state_.updateAvailable(); }
     QString latestUpdateVersion() const;
@@ -64,6 +66,7 @@ public:
 
 Q_SIGNALS:
     void activeShowChanged();
+    void keepsShowsChanged();
     void autoAdvanceEnabledChanged();
     void updateChanged();
     void displayRequested();
