@@ -62,7 +62,7 @@ void AppState::openShow() {
     const auto bytes = platform_.files.read(*location, maximumShowFileBytes);
     if (!bytes && platform_.files.isLongerThan(*location, maximumShowFileBytes)) {
         assign(Field::lastFileError, lastFileError_,
-               "Ce fichier n'est pas ouvert : il dépasse les 32 Mo qu'un show peut prendre.");
+               "Ce fichier n'est pas ouvert\u00A0: il dépasse les 32 Mo qu'un show peut prendre.");
     }
     std::optional<Show> show = bytes ? decodeShow(*bytes) : std::nullopt;
     if (!show) {
@@ -77,9 +77,10 @@ void AppState::openShow() {
 void AppState::writeShowFile(const FileLocation& location, const Show& show) {
     const std::string bytes = encodeJson(show);
     if (bytes.size() > maximumShowFileBytes) {
-        assign(Field::lastFileError, lastFileError_,
-               "Ce show n'est pas enregistré : il dépasse les 32 Mo d'un fichier qui peut être "
-               "rouvert.");
+        assign(
+            Field::lastFileError, lastFileError_,
+            "Ce show n'est pas enregistré\u00A0: il dépasse les 32 Mo d'un fichier qui peut être "
+            "rouvert.");
         return;
     }
     platform_.files.writeAtomically(location, bytes);
