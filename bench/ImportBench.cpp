@@ -1,3 +1,4 @@
+#include "import/ColumnLetters.h"
 #include "import/XLSXReader.h"
 #include "support/WorkbookWriter.h"
 
@@ -35,7 +36,7 @@ std::string makeRunSheet(std::int64_t rows) {
         const std::string number = std::to_string(row);
         cells += "<row r=\"" + number + "\" spans=\"1:" + std::to_string(columns) + "\">";
         for (std::int64_t column = 1; column <= columns; ++column) {
-            cells += "<c r=\"" + tessivo::XLSXReader::columnLetter(column) + number + "\" s=\"1\"";
+            cells += "<c r=\"" + tessivo::columnLetter(column) + number + "\" s=\"1\"";
             if (column % 2 == 1) {
                 cells += " t=\"s\"><v>" + std::to_string(strings.size()) + "</v></c>";
                 strings.push_back("<t>Chanson à la fenêtre " + number + "</t>");

@@ -18,6 +18,7 @@
 #include "platform/simulated/SimulatedPlatform.h"
 #include "state/AppState.h"
 #include "sync/AdminBroadcaster.h"
+#include "timecode/LtcManager.h"
 
 #include <sys/resource.h>
 

@@ -8,7 +8,7 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include "import/XLSXReader.h"
+#include "import/ColumnLetters.h"
 #include "kit/ScreenContext.h"
 #include "ltc/LtcEncoder.h"
 #include "platform/simulated/SimulatedPlatform.h"
@@ -105,7 +105,7 @@ std::string runSheet(int columns) {
             if (column > 4 && column % 5 == 0) {
                 continue;
             }
-            cells += "<c r=\"" + XLSXReader::columnLetter(column) + std::to_string(row) +
+            cells += "<c r=\"" + columnLetter(column) + std::to_string(row) +
                      "\" t=\"inlineStr\"><is><t>" + (row == 1 ? headings[kind] : texts[kind]) +
                      "</t></is></c>";
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -47,6 +48,7 @@ public:
     using Slot = std::function<void(Arguments...)>;
 
     Subscription subscribe(Slot slot) {
+        assert(slot);
         const std::uint64_t id = ++state_->lastId;
         state_->entries.push_back({id, std::make_shared<Slot>(std::move(slot))});
         return Subscription([weak = std::weak_ptr<State>(state_), id] {
@@ -66,6 +68,7 @@ public:
                 (*slot)(arguments...);
             }
         }
+        assert(state->depth > 0 && state->entries.size() >= count);
         if (--state->depth == 0) {
             state->sweep();
         }

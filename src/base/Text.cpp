@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <charconv>
 #include <cstddef>
 #include <system_error>
@@ -118,6 +119,7 @@ std::optional<std::int64_t> readInteger(std::string_view text) {
 }
 
 std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+    assert(!separators.empty());
     std::vector<std::string_view> pieces;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(separators), text.size());

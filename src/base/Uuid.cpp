@@ -1,5 +1,6 @@
 #include "base/Uuid.h"
 
+#include <cassert>
 #include <cstring>
 #include <random>
 
@@ -60,6 +61,7 @@ std::optional<Uuid> Uuid::fromText(std::string_view text) {
         byte = static_cast<std::uint8_t>(byte << 4 | value);
         ++nibble;
     }
+    assert(nibble == 2 * uuid.bytes.size());
     return uuid;
 }
 
@@ -79,6 +81,7 @@ void Uuid::writeText(char* text) const {
         text[position++] = digits[byte >> 4];
         text[position++] = digits[byte & 0x0F];
     }
+    assert(position == textLength);
 }
 
 }  // namespace tessivo

@@ -4,6 +4,7 @@
 #include "import/RunSheetText.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -160,6 +161,7 @@ std::optional<Show> RunSheetImport::createShow() {
         errorMessage_ = "Aucun morceau trouvé avec ces réglages.";
         return std::nullopt;
     }
+    assert(show.songs.size() <= current->rows.size());
     show.name = trimSpaces(showName).empty() ? fileName_ : showName;
     return show;
 }

@@ -1,16 +1,16 @@
 #include "import/SheetParser.h"
 
 #include "base/Text.h"
+#include "import/ColumnLetters.h"
 
 #include <algorithm>
+#include <cassert>
 #include <functional>
 #include <iterator>
 #include <vector>
 
 namespace tessivo {
 namespace {
-
-constexpr std::size_t maximumColumnLetters = 13;
 
 /// Sorts what stands from `start` on by `key`, and keeps of equal ones the last: in a file, what
 /// comes later replaces what came before.
@@ -30,20 +30,8 @@ void sortKeepingLast(std::vector<Item>& items, std::size_t start, Key key) {
 
 }  // namespace
 
-std::int64_t columnIndex(std::string_view reference) {
-    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
-    std::int64_t number = 0;
-    std::size_t letters = 0;
-    for (; letters < reference.size() && isLetter(reference[letters]); ++letters) {
-        if (letters == maximumColumnLetters) {
-            return 0;
-        }
-        number = number * 26 + (reference[letters] - 'A' + 1);
-    }
-    return number;
-}
-
 XLSXWorkbook::Sheet SheetParser::takeSheet() && {
+    assert(firstCell_ <= sheet_.cells.size());
     sheet_.cells.resize(firstCell_);  // a row that broke off doesn't count
     sortKeepingLast(sheet_.rows, 0, &XLSXWorkbook::Row::index);
     return std::move(sheet_);

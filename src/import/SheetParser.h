@@ -46,9 +46,4 @@ private:
     std::string currentValue_;
 };
 
-/// The column number at the start of a cell reference such as B7, from 1 for A; 0 when it starts
-/// with no letter, or with more than the 13 that a signed 64-bit number can hold. Lower-case
-/// letters count by their codes, 32 above the upper-case ones.
-std::int64_t columnIndex(std::string_view reference);
-
 }  // namespace tessivo

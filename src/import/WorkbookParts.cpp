@@ -1,9 +1,12 @@
 #include "import/WorkbookParts.h"
 
+#include <cassert>
+
 namespace tessivo {
 
 TextPool::Span TextPool::add(std::string_view text) {
     const std::size_t offset = bytes_.size();
+    assert(offset <= capacity_);
     if (text.size() > capacity_ - offset) {
         return {static_cast<std::uint32_t>(offset), 0};
     }
@@ -23,6 +26,7 @@ std::optional<TextPool::Span> SharedStringsParser::at(std::int64_t index) const 
     }
     const auto position = static_cast<std::size_t>(index);
     const std::uint32_t start = position == 0 ? 0 : ends_[position - 1];
+    assert(start <= ends_[position]);
     return TextPool::Span{start, ends_[position] - start};
 }
 

@@ -120,12 +120,4 @@ XLSXReader::Result XLSXReader::read(std::string_view archive) {
     return workbook;
 }
 
-std::string XLSXReader::columnLetter(std::int64_t number) {
-    std::string letters;
-    for (; number >= 1; number = (number - 1) / 26) {
-        letters.insert(letters.begin(), static_cast<char>('A' + (number - 1) % 26));
-    }
-    return letters;
-}
-
 }  // namespace tessivo

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <variant>
 
@@ -30,9 +29,6 @@ public:
     static Result read(FileStore& files, const FileLocation& location);
     /// The same for the content of a file.
     static Result read(std::string_view archive);
-
-    /// The letters of a column number: 1 is A, 26 is Z, 27 is AA; none for a number below 1.
-    static std::string columnLetter(std::int64_t number);
 };
 
 }  // namespace tessivo

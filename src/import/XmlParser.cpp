@@ -2,6 +2,7 @@
 
 #include <expat.h>
 
+#include <cassert>
 #include <cstddef>
 #include <cstdlib>
 
@@ -20,6 +21,7 @@ struct alignas(std::max_align_t) Header {
 void* resize(void* memory, std::size_t size) {
     Header* old = memory ? static_cast<Header*>(memory) - 1 : nullptr;
     const std::size_t oldSize = old ? old->size : 0;
+    assert(oldSize <= memoryInUse && memoryInUse <= memoryLimit);
     if (size > memoryLimit || memoryInUse - oldSize > memoryLimit - size) {
         return nullptr;
     }
@@ -39,6 +41,7 @@ void* allocate(std::size_t size) {
 void release(void* memory) {
     if (memory) {
         Header* header = static_cast<Header*>(memory) - 1;
+        assert(header->size <= memoryInUse);
         memoryInUse -= header->size;
         std::free(header);
     }

@@ -5,6 +5,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -22,6 +23,7 @@ constexpr std::size_t pieceSize = 256 * 1024;
 
 /// A little-endian number of `size` bytes, all of which must lie in `bytes`.
 std::uint32_t readNumber(std::string_view bytes, std::size_t offset, std::size_t size) {
+    assert(offset + size <= bytes.size());
     std::uint32_t value = 0;
     for (std::size_t i = size; i-- > 0;) {
         value = value << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
@@ -108,6 +110,7 @@ bool inflateMember(std::string_view data, std::uint64_t capacity, const PieceRec
             return false;
         }
         hasOutput = hasOutput || *produced > 0;
+        assert(*produced <= size);
         left -= *produced;
         if (*produced > 0 && !receive({buffer.get(), *produced})) {
             break;

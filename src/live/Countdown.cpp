@@ -1,6 +1,7 @@
 #include "live/Countdown.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -17,13 +18,6 @@ std::int64_t wholeSeconds(double seconds) {
 
 }  // namespace
 
-const Song* songAt(const Show* show, std::int64_t songIndex) {
-    if (!show || songIndex < 0 || static_cast<std::uint64_t>(songIndex) >= show->songs.size()) {
-        return nullptr;
-    }
-    return &show->songs[static_cast<std::size_t>(songIndex)];
-}
-
 std::optional<std::int64_t> remainingSeconds(const Show* show, std::int64_t songIndex,
                                              Instant startedAt, Instant now) {
     const Song* song = songAt(show, songIndex);
@@ -32,6 +26,7 @@ std::optional<std::int64_t> remainingSeconds(const Show* show, std::int64_t song
     }
     const std::int64_t duration = *song->duration;
     const std::int64_t elapsed = wholeSeconds(now - startedAt);
+    assert(elapsed > std::numeric_limits<std::int64_t>::min());  // or -elapsed had no value
     if (duration <= elapsed) {
         return 0;
     }

@@ -8,9 +8,6 @@
 
 namespace tessivo {
 
-/// The song under the cursor, or none when `songIndex` isn't a position of the show's setlist.
-const Song* songAt(const Show* show, std::int64_t songIndex);
-
 /// Whole seconds left in the song under the cursor, never negative: a song that runs over shows 0.
 /// None when there is no such song or it has no length. The elapsed time is cut to whole seconds
 /// first, so the value equals the full length until one whole second has passed. Instants of any

@@ -1,6 +1,7 @@
 #include "live/Setlist.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cinttypes>
 #include <cstdio>
 
@@ -22,6 +23,7 @@ std::span<const Song> pastSongs(const Show& show, std::int64_t songIndex) {
         return {};
     }
     const auto end = static_cast<std::size_t>(index);
+    assert(end <= show.songs.size());
     const std::size_t begin = end - std::min(end, pastSongsShown);
     return std::span(show.songs).subspan(begin, end - begin);
 }
@@ -62,8 +64,10 @@ std::string_view shownVolume(const Guest& guest) {
 
 std::string minutesAndSeconds(std::int64_t seconds) {
     char text[32];
-    std::snprintf(text, sizeof text, "%" PRId64 ":%02" PRId64, seconds / 60, seconds % 60);
-    return text;
+    const int length =
+        std::snprintf(text, sizeof text, "%" PRId64 ":%02" PRId64, seconds / 60, seconds % 60);
+    assert(length > 0 && static_cast<std::size_t>(length) < sizeof text);
+    return {text, static_cast<std::size_t>(length)};
 }
 
 std::string countdownText(std::optional<std::int64_t> remaining) {

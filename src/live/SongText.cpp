@@ -4,6 +4,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 namespace tessivo {
@@ -21,6 +22,7 @@ std::optional<std::string> normalizeLtcInput(std::string_view text) {
     for (const std::size_t colon : {6U, 4U, 2U}) {
         digits.insert(colon, 1, ':');
     }
+    assert(digits.size() == std::string_view("HH:MM:SS:FF").size());
     return digits;
 }
 

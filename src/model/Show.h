@@ -3,6 +3,9 @@
 #include "base/Uuid.h"
 #include "model/Song.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,5 +22,19 @@ struct Show {
 
     friend bool operator==(const Show&, const Show&) = default;
 };
+
+/// The song under the cursor, or null when `songIndex` isn't a position of the show's setlist.
+inline const Song* songAt(const Show* show, std::int64_t songIndex) {
+    const bool isPosition = show && songIndex >= 0 && songIndex < std::ssize(show->songs);
+    return isPosition ? &show->songs[static_cast<std::size_t>(songIndex)] : nullptr;
+}
+
+/// The first of the shows, songs or guests with this id, or null; good until some come or go.
+template <typename Records>
+auto firstWithId(Records& records, const Uuid& id) {
+    const auto found =
+        std::ranges::find_if(records, [&](const auto& record) { return record.id == id; });
+    return found == records.end() ? nullptr : &*found;
+}
 
 }  // namespace tessivo

@@ -18,6 +18,8 @@ public:
     /// The whole content; nothing when it can't be read or is longer than `maximumBytes`.
     virtual std::optional<std::string> read(const FileLocation& location,
                                             std::size_t maximumBytes) = 0;
+    /// Whether there is a file that `read` gives nothing of because of its length.
+    virtual bool isLongerThan(const FileLocation& location, std::size_t bytes) = 0;
 
     /// Writes beside the file and then puts the result in its place, so that a reader finds the
     /// old content or the new, never a part; false when that failed and the old content stands.

@@ -1,17 +1,22 @@
 #include "state/AppState.h"
 
+#include "live/AutoAdvance.h"
+#include "live/Countdown.h"
+#include "model/ShowEditing.h"
 #include "model/ShowJson.h"
 #include "platform/Clock.h"
 #include "platform/PreferencesStore.h"
+#include "timecode/LtcManager.h"
 
-#include <algorithm>
+#include <cassert>
+#include <ostream>
 #include <utility>
 
 namespace tessivo {
 
 AppState::AppState(const Platform& platform)
     : platform_(platform),
-      ltcManager_(platform.clock, platform.mainQueue, platform.audio),
+      ltcManager_(std::make_unique<LtcManager>(platform.clock, platform.mainQueue, platform.audio)),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
       updater_(platform.updates) {
@@ -19,7 +24,7 @@ AppState::AppState(const Platform& platform)
     keepsShows_ = holdsRecord_;
     load();
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
-    ltcManager_.onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
+    ltcManager_->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
         checkLtcAutoAdvance(totalFrames, fps);
     };
     startCountdownTimer();
@@ -29,13 +34,10 @@ AppState::AppState(const Platform& platform)
     };
 }
 
+AppState::~AppState() = default;
+
 const Show* AppState::showWithId(const std::optional<Uuid>& id) const {
-    if (!id) {
-        return nullptr;
-    }
-    const auto found = std::find_if(shows_.begin(), shows_.end(),
-                                    [&](const Show& show) { return show.id == *id; });
-    return found == shows_.end() ? nullptr : &*found;
+    return id ? firstWithId(shows_, *id) : nullptr;
 }
 
 void AppState::setActiveShowId(std::optional<Uuid> id) {
@@ -49,6 +51,69 @@ void AppState::setActiveDisplayShowId(std::optional<Uuid> id) {
 
 void AppState::setAutoAdvanceEnabled(bool enabled) {
     assign(Field::autoAdvanceEnabled, autoAdvanceEnabled_, enabled);
+}
+
+void AppState::change(Field field, const std::function<void()>& apply) {
+    willChange.emit(field);
+    apply();
+    didChange.emit(field);
+}
+
+void AppState::changeShows(const std::function<void(std::vector<Show>&)>& edit) {
+    change(Field::shows, [&] { edit(shows_); });
+}
+
+void AppState::goNext() {
+    const Show* show = activeShow();
+    if (show && activeSongIndex_ < std::ssize(show->songs)) {
+        moveCursor(activeSongIndex_ + 1);
+    }
+}
+
+void AppState::goPrev() {
+    if (activeSongIndex_ > 0) {
+        jumpTo(activeSongIndex_ - 1);
+    }
+}
+
+void AppState::jumpTo(std::int64_t index) {
+    if (index < activeSongIndex_) {
+        suspendedUntil_ = platform_.clock.now() + autoAdvanceSuspension;
+    }
+    moveCursor(index);
+}
+
+void AppState::moveCursor(std::int64_t index) {
+    assign(Field::activeSongIndex, activeSongIndex_, index);
+    assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now());
+    assign(Field::nowTick, nowTick_, platform_.clock.now());
+    save();
+}
+
+void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
+    if (!autoAdvanceEnabled_ || platform_.clock.now() < suspendedUntil_) {
+        return;
+    }
+    const Show* show = activeShow();
+    if (!show) {
+        return;
+    }
+    if (const auto song = songTriggeredBy(*show, activeSongIndex_, totalFrames, fps)) {
+        platform_.log << "LTC: ✅ avance vers morceau " << *song << " '" << show->songs[*song].title
+                      << "'" << std::endl;
+        moveCursor(static_cast<std::int64_t>(*song));
+    }
+}
+
+std::optional<std::int64_t> AppState::currentSongRemainingSeconds() const {
+    return remainingSeconds(activeShow(), activeSongIndex_, currentSongStartedAt_, nowTick_);
+}
+
+void AppState::startCountdownTimer() {
+    countdownTimer_ = platform_.mainQueue.repeatEvery(1.0, [this] {
+        assign(Field::nowTick, nowTick_, platform_.clock.now());
+        goOnKeeping();
+    });
 }
 
 void AppState::load() {
@@ -87,7 +152,7 @@ void AppState::goOnKeeping() {
         holdsRecord_ = true;
         change(Field::shows, [&] { change(Field::activeSongIndex, [&] { load(); }); });
         if (activeShowId_ && !activeShow()) {
-            assign<std::optional<Uuid>>(Field::activeShowId, activeShowId_, std::nullopt);
+            assign(Field::activeShowId, activeShowId_, std::nullopt);
         }
         setKeepsShows(platform_.preferences.isKeeping());
     }

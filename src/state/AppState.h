@@ -8,18 +8,22 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "state/UpdaterModel.h"
-#include "timecode/LtcManager.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tessivo {
+
+class LtcManager;
 
 /// The single owner of everything that the operator works on: the shows, which one is open, the
 /// live cursor and its clock, and the timecode manager. One instance lives for the whole run;
@@ -42,6 +46,7 @@ public:
         updateAvailable,
         latestUpdateVersion,
         keepsShows,
+        lastFileError,
     };
 
     /// The key of the record in the preferences store.
@@ -55,6 +60,7 @@ public:
     explicit AppState(const Platform& platform);
     AppState(const AppState&) = delete;
     AppState& operator=(const AppState&) = delete;
+    ~AppState();
 
     /// Emitted before and after each assignment to an observable field, also when the value stays
     /// the same.
@@ -77,8 +83,10 @@ public:
     /// read anew, unless shows or cursor were changed in this run: then it stays the other's.
     bool keepsShows() const { return keepsShows_; }
 
-    LtcManager& ltcManager() { return ltcManager_; }
-    const LtcManager& ltcManager() const { return ltcManager_; }
+    /// Why a show file was refused last, a French sentence.
+    const std::optional<std::string>& lastFileError() const { return lastFileError_; }
+
+    LtcManager& ltcManager() { return *ltcManager_; }
     UpdaterModel& updater() { return updater_; }
 
     /// The first show whose id is `id`; valid until the shows change.
@@ -95,10 +103,11 @@ public:
     /// Appends a show as it is, even when its id is there already, and makes it active.
     void importShow(Show show);
     /// Writes the active show to the file it was last saved to or opened from in this run, or asks.
+    /// A show too large to be opened again isn't written, which is told.
     void saveCurrentShow();
     void saveCurrentShowAs();
     /// Asks for a show file and makes its show active, in place of the one with the same id. A file
-    /// that is no show changes nothing.
+    /// that is no show changes nothing; one that is too large for a show is told.
     void openShow();
 
     /// Appends a show with the usual labels and makes it active; an empty name becomes "Nouveau
@@ -131,14 +140,19 @@ public:
                      std::optional<std::string> mic, std::optional<std::string> iem);
     void updateGuestVolume(Uuid songId, Uuid guestId, std::optional<std::string> volume);
 
-    // A label is a text in a list of the show: guests that use it keep their own.
+    // A label is a text in a list of the show: guests that use it keep their own. An empty one is
+    // refused, but a label may be made empty.
 
-    void addMic(std::string label);  ///< an empty label is refused
-    void removeMic(std::int64_t position);
-    void updateMic(std::int64_t position, std::string label);
-    void addIem(std::string label);  ///< an empty label is refused
-    void removeIem(std::int64_t position);
-    void updateIem(std::int64_t position, std::string label);
+    void addMic(std::string label) { addLabel(&Show::mics, std::move(label)); }
+    void removeMic(std::int64_t position) { removeLabel(&Show::mics, position); }
+    void updateMic(std::int64_t position, std::string label) {
+        updateLabel(&Show::mics, position, std::move(label));
+    }
+    void addIem(std::string label) { addLabel(&Show::iems, std::move(label)); }
+    void removeIem(std::int64_t position) { removeLabel(&Show::iems, position); }
+    void updateIem(std::int64_t position, std::string label) {
+        updateLabel(&Show::iems, position, std::move(label));
+    }
 
     /// Moves to the next song, from the last one to the finished position.
     void goNext();
@@ -151,40 +165,36 @@ public:
     std::optional<std::int64_t> currentSongRemainingSeconds() const;
 
 private:
-    template <typename Value>
-    void assign(Field field, Value& member, Value value) {
-        change(field, [&] { member = std::move(value); });
-    }
-    template <typename Change>
-    void change(Field field, Change&& apply) {
-        willChange.emit(field);
-        apply();
-        didChange.emit(field);
-    }
+    using Labels = std::vector<std::string> Show::*;
 
     void load();
     void save();
     void store();
     void goOnKeeping();
     void setKeepsShows(bool keeps);
-    void restartCountdown();
+    /// Tells the observers before and after.
+    void change(Field field, const std::function<void()>& apply);
+    template <typename Value>
+    void assign(Field field, Value& member, std::type_identity_t<Value> value) {
+        change(field, [&] { member = std::move(value); });
+    }
+    /// The one way in which shows change.
+    void changeShows(const std::function<void(std::vector<Show>&)>& edit);
+    /// Edits the active show and stores the record.
+    void editActiveShow(const std::function<void(Show&)>& edit);
+    /// The same for an edit that gives the cursor's place after it: observers never see the new
+    /// songs under the old cursor.
+    void editSetlist(const std::function<std::int64_t(Show&, std::int64_t cursor)>& edit);
+    void editSong(Uuid id, const std::function<void(Song&)>& edit);
+    void editGuest(Uuid songId, Uuid guestId, const std::function<void(Guest&)>& edit);
+    void addLabel(Labels labels, std::string label);
+    void removeLabel(Labels labels, std::int64_t position);
+    void updateLabel(Labels labels, std::int64_t position, std::string label);
+    /// Makes a show that has just come active, under a cursor at its start, and stores the record.
+    void activate(Uuid id);
+    /// Moves the cursor, starts the countdown of its song and stores the record.
+    void moveCursor(std::int64_t index);
     void startCountdownTimer();
-    void suspendAutoAdvance();
-    /// Applies `edit` to the active show and stores the record.
-    template <typename Edit>
-    void editActiveShow(Edit&& edit);
-    /// The same for a change that may move the cursor: observers never see the new songs under the
-    /// old cursor.
-    template <typename Edit>
-    void editSetlist(Edit&& edit);
-    template <typename Edit>
-    void editSong(Uuid id, Edit&& edit);
-    template <typename Edit>
-    void editGuest(Uuid songId, Uuid guestId, Edit&& edit);
-    void addLabel(std::vector<std::string> Show::*list, std::string label);
-    void removeLabel(std::vector<std::string> Show::*list, std::int64_t position);
-    void updateLabel(std::vector<std::string> Show::*list, std::int64_t position,
-                     std::string label);
     void writeShowFile(const FileLocation& location, const Show& show);
 
     Platform platform_;
@@ -192,7 +202,7 @@ private:
     std::optional<Uuid> activeShowId_;
     std::int64_t activeSongIndex_ = 0;
     std::optional<Uuid> activeDisplayShowId_;
-    LtcManager ltcManager_;
+    std::unique_ptr<LtcManager> ltcManager_;
     bool autoAdvanceEnabled_ = true;
     Instant suspendedUntil_ = Instant::distantPast();
     Instant currentSongStartedAt_;
@@ -201,6 +211,7 @@ private:
     UpdaterModel updater_;
     bool updateAvailable_ = false;
     std::optional<std::string> latestUpdateVersion_;
+    std::optional<std::string> lastFileError_;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool holdsRecord_ = false;
     bool keepsShows_ = false;

@@ -2,7 +2,7 @@
 #include "platform/FilePanels.h"
 #include "state/AppState.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace tessivo {
@@ -12,15 +12,15 @@ namespace {
 /// reading it would only freeze the screen.
 constexpr std::size_t maximumShowFileBytes = 32U << 20U;
 
-}  // namespace
-
-void AppState::importShow(Show show) {
-    const Uuid id = show.id;
-    change(Field::shows, [&] { shows_.push_back(std::move(show)); });
-    assign<std::optional<Uuid>>(Field::activeShowId, activeShowId_, id);
-    assign<std::int64_t>(Field::activeSongIndex, activeSongIndex_, 0);
-    save();
+void putInPlace(std::vector<Show>& shows, Show show) {
+    if (Show* same = firstWithId(shows, show.id)) {
+        *same = std::move(show);
+    } else {
+        shows.push_back(std::move(show));
+    }
 }
+
+}  // namespace
 
 void AppState::saveCurrentShow() {
     const Show* show = activeShow();
@@ -60,28 +60,30 @@ void AppState::openShow() {
         return;
     }
     const auto bytes = platform_.files.read(*location, maximumShowFileBytes);
+    if (!bytes && platform_.files.isLongerThan(*location, maximumShowFileBytes)) {
+        assign(Field::lastFileError, lastFileError_,
+               "Ce fichier n'est pas ouvert\u00A0: il dépasse les 32 Mo qu'un show peut prendre.");
+    }
     std::optional<Show> show = bytes ? decodeShow(*bytes) : std::nullopt;
     if (!show) {
         return;
     }
     const Uuid id = show->id;
-    change(Field::shows, [&] {
-        const auto same = std::find_if(shows_.begin(), shows_.end(),
-                                       [&](const Show& known) { return known.id == id; });
-        if (same != shows_.end()) {
-            *same = std::move(*show);
-        } else {
-            shows_.push_back(std::move(*show));
-        }
-    });
+    changeShows([&](std::vector<Show>& shows) { putInPlace(shows, std::move(*show)); });
     lastSavedLocations_[id] = *location;
-    assign<std::optional<Uuid>>(Field::activeShowId, activeShowId_, id);
-    assign<std::int64_t>(Field::activeSongIndex, activeSongIndex_, 0);
-    save();
+    activate(id);
 }
 
 void AppState::writeShowFile(const FileLocation& location, const Show& show) {
-    platform_.files.writeAtomically(location, encodeJson(show));
+    const std::string bytes = encodeJson(show);
+    if (bytes.size() > maximumShowFileBytes) {
+        assign(
+            Field::lastFileError, lastFileError_,
+            "Ce show n'est pas enregistré\u00A0: il dépasse les 32 Mo d'un fichier qui peut être "
+            "rouvert.");
+        return;
+    }
+    platform_.files.writeAtomically(location, bytes);
 }
 
 }  // namespace tessivo

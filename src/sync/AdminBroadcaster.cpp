@@ -2,6 +2,8 @@
 
 #include "sync/NetworkFraming.h"
 
+#include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace tessivo {
@@ -51,6 +53,7 @@ void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
 }
 
 void AdminBroadcaster::beginBroadcasting() {
+    assert(!listener_ && !conflictBrowser_);
     listener_ = network_.makeListener(serviceType);
     if (!listener_) {
         setStatus({Kind::conflict, "erreur réseau — impossible d'ouvrir le service"});
@@ -64,6 +67,7 @@ void AdminBroadcaster::beginBroadcasting() {
 }
 
 void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
+    assert(connection);
     StreamConnection& accepted = *connections_.emplace_back(std::move(connection));
     accepted.onStateChange = [this, &accepted](StreamConnection::State state) {
         handleState(accepted, state);
@@ -72,6 +76,8 @@ void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
 }
 
 void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnection::State state) {
+    assert(std::ranges::any_of(connections_,
+                               [&](const auto& known) { return known.get() == &connection; }));
     switch (state) {
         case StreamConnection::State::ready:
             if (latestState_) {

@@ -3,6 +3,7 @@
 #include "sync/AdminBroadcaster.h"
 #include "sync/NetworkFraming.h"
 
+#include <cassert>
 #include <string>
 #include <utility>
 
@@ -41,12 +42,14 @@ void ReceiverClient::setLiveState(std::optional<LiveState> state) {
 }
 
 void ReceiverClient::connect(const ServiceEndpoint& endpoint) {
+    assert(!connection_);
     connection_ = network_.connect(endpoint);
     connection_->onStateChange = [this](StreamConnection::State state) { handleState(state); };
     connection_->start();
 }
 
 void ReceiverClient::handleState(StreamConnection::State state) {
+    assert(connection_);
     switch (state) {
         case StreamConnection::State::ready:
             setStatus(ReceiverStatus::connected);

@@ -27,12 +27,15 @@ std::size_t ringFrames(double sampleRate) {
 AudioBlockQueue::AudioBlockQueue(std::size_t channelCount, double sampleRate)
     : channelCount_(channelCount),
       ring_(channelCount * ringFrames(sampleRate)),
-      entries_(framesPerSecond(sampleRate) / smallestBlock + 1) {}
+      entries_(framesPerSecond(sampleRate) / smallestBlock + 1) {
+    assert(channelCount >= 1);
+}
 
 // Where `sampleCount` samples in one piece can be written, if there is room for them in front of
 // the oldest position that is still to be read.
 std::optional<std::uint64_t> AudioBlockQueue::placeFor(std::size_t sampleCount,
                                                        std::uint64_t oldest) const noexcept {
+    assert(oldest <= nextPosition_ && nextPosition_ - oldest <= ring_.size());
     const std::size_t leftAtEnd = ring_.size() - nextPosition_ % ring_.size();
     const std::uint64_t begin = nextPosition_ + (sampleCount > leftAtEnd ? leftAtEnd : 0);
     if (begin + sampleCount - oldest > ring_.size()) {
@@ -45,6 +48,7 @@ bool AudioBlockQueue::push(const AudioBlock& block) noexcept {
     assert(block.channelCount == channelCount_);
     const std::uint64_t number = pushedCount_.load(std::memory_order_relaxed);
     const std::uint64_t popped = poppedCount_.load(std::memory_order_acquire);
+    assert(popped <= number && number - popped <= entries_.size());
     const std::uint64_t oldest = popped == number ? nextPosition_ : entry(popped).begin;
     const std::size_t sampleCount = channelCount_ * block.frameCount;
     const std::optional<std::uint64_t> begin = placeFor(sampleCount, oldest);

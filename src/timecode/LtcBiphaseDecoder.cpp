@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 
 #include <array>
+#include <cassert>
 #include <utility>
 
 namespace tessivo {
@@ -68,6 +69,7 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::feedSample(float samp
 }
 
 LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float> samples) {
+    assert(!samples.empty());
     const bool whole = samples.size() >= signChunkSize;
     const std::size_t count = whole ? signChunkSize : samples.size();
     const std::uint32_t negative =
@@ -79,6 +81,7 @@ LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float>
 }
 
 std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::takeEdge() {
+    assert(samplesSinceLastEdge_ > 0 && (!nominalCellWidth_ || *nominalCellWidth_ > 0.0F));
     const auto interval = static_cast<float>(std::exchange(samplesSinceLastEdge_, 0));
     if (!nominalCellWidth_) {
         nominalCellWidth_ = interval;
@@ -101,6 +104,7 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::takeEdge() {
 }
 
 void LtcBiphaseDecoder::appendBit(std::uint8_t bit) {
+    assert(bit <= 1 && bitBuffer_.validCount <= frameBitCount);
     const std::uint64_t oldestOfSyncWord = bitBuffer_.syncWord & 1U;
     bitBuffer_.fields = (bitBuffer_.fields >> 1) | (oldestOfSyncWord << 63);
     bitBuffer_.syncWord =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "import/ColumnLetters.h"
 #include "import/XLSXReader.h"
 #include "support/TemporaryFolder.h"
 
@@ -30,7 +31,7 @@ inline std::string cellsOf(const XLSXWorkbook::Sheet& sheet) {
         for (std::size_t i = row.firstCell; i < row.endCell; ++i) {
             const std::int64_t column = sheet.cells[i].column;
             CHECK(sheet.text(row.index, column) == sheet.text(row, column));
-            cells += XLSXReader::columnLetter(column) + std::to_string(row.index) + '=' +
+            cells += columnLetter(column) + std::to_string(row.index) + '=' +
                      std::string(sheet.text(row, column).value()) + ';';
         }
     }

@@ -1,4 +1,4 @@
-#include "import/SheetParser.h"
+#include "import/ColumnLetters.h"
 #include "import/Workbooks.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "support/WorkbookWriter.h"
@@ -32,11 +32,11 @@ TEST_CASE("column letters count in bijective base 26") {
         {1, "A"},    {26, "Z"},    {27, "AA"},     {53, "BA"},
         {702, "ZZ"}, {703, "AAA"}, {16384, "XFD"}, {2'580'398'988'131'886'038, "ZZZZZZZZZZZZZ"}};
     for (const auto& [number, letters] : rows) {
-        CHECK(XLSXReader::columnLetter(number) == letters);
+        CHECK(columnLetter(number) == letters);
         CHECK(columnIndex(std::string(letters) + "12") == number);
     }
-    CHECK(XLSXReader::columnLetter(0).empty());
-    CHECK(XLSXReader::columnLetter(INT64_MIN).empty());
+    CHECK(columnLetter(0).empty());
+    CHECK(columnLetter(INT64_MIN).empty());
     CHECK(columnIndex("a1") == 33);
     CHECK(columnIndex("zzzzzzzzzzzzz") > 0);  // the greatest: within the signed range
     for (const char* reference : {"", "1", "12A", "$A$1", "é1", "AAAAAAAAAAAAAA1"}) {

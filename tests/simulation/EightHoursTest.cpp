@@ -2,6 +2,7 @@
 #include "simulation/AdminComputer.h"
 #include "support/Shows.h"
 #include "sync/ReceiverClient.h"
+#include "timecode/LtcManager.h"
 
 #include <malloc.h>
 

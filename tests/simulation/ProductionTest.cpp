@@ -1,4 +1,3 @@
-#include "live/Countdown.h"
 #include "simulation/AdminComputer.h"
 #include "support/RandomRecords.h"
 #include "support/RawAdmin.h"

@@ -166,11 +166,12 @@ TEST_CASE("save asks once for a place, then writes there without asking") {
 TEST_CASE("opening a file replaces the show with its id in place, or appends it") {
     SimulatedPlatform computer;
     AppState state(computer);
-    for (const char* name : {"Un", "Deux", "Trois"}) {
+    for (const char* name : {"Un", "Deux"}) {
         state.importShow(namedShow(name));
     }
-    state.goNext();
     Show second = state.shows()[1];
+    state.importShow(second);  // a twin, which stays as it is
+    state.goNext();
     second.name = "Deux bis";
     const Show fourth = namedShow("Quatre");
     computer.files.contents = {{"/2.tessivo", encodeJson(second)},
@@ -181,6 +182,7 @@ TEST_CASE("opening a file replaces the show with its id in place, or appends it"
     CHECK(computer.panels.openRequests.front().title == "Ouvrir un show");
     REQUIRE(state.shows().size() == 3);
     CHECK(state.shows()[1] == second);
+    CHECK(state.shows()[2].name == "Deux");
     CHECK(state.activeShowId() == second.id);
     CHECK(state.activeSongIndex() == 0);
     CHECK(decodePersistedData(storedRecord(computer))->activeShowId == second.id);
@@ -207,16 +209,45 @@ TEST_CASE("a file that is no show changes nothing") {
     computer.files.contents = {
         {"empty", ""},
         {"truncated", whole.substr(0, whole.size() - 1)},
-        {"huge", std::string((32U << 20U) + 1, ' ') + whole},
+        {"huge", whole + std::string((32U << 20U) + 1 - whole.size(), ' ')},
     };
-    for (const char* location : {"empty", "truncated", "huge", "missing"}) {
+    for (const std::string location : {"empty", "truncated", "missing", "huge"}) {
         CAPTURE(location);
+        CHECK_FALSE(state.lastFileError().has_value());
         computer.panels.answers = {location};
         state.openShow();
         state.openShow();  // cancelled
         CHECK(state.shows() == before);
         CHECK(state.activeSongIndex() == 1);
     }
+    CHECK(state.lastFileError() ==
+          "Ce fichier n'est pas ouvert\u00A0: il dépasse les 32 Mo qu'un show peut prendre.");
+    computer.files.contents["huge"].pop_back();
+    computer.panels.answers = {"huge"};
+    state.openShow();
+    CHECK(state.activeSongIndex() == 0);
+}
+
+TEST_CASE("a show that couldn't be opened again isn't written, and that is told each time") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    Show show = namedShow("Un");
+    show.songs[0].title.append((32U << 20U) - encodeJson(show).size(), 'x');
+    state.importShow(show);
+    computer.panels.answers = {"/a.tessivo"};
+    int told = 0;
+    const auto subscription = state.didChange.subscribe(
+        [&](AppState::Field field) { told += field == AppState::Field::lastFileError ? 1 : 0; });
+    for (const int times : {0, 1, 2}) {
+        state.saveCurrentShow();
+        CHECK(told == times);
+        CHECK(computer.files.contents["/a.tessivo"].empty() == (told > 0));
+        computer.files.contents.clear();
+        state.addMic("x");
+    }
+    CHECK(state.lastFileError() ==
+          "Ce show n'est pas enregistré\u00A0: il dépasse les 32 Mo d'un fichier qui peut être "
+          "rouvert.");
 }
 
 TEST_CASE("only a version newer than this one is an update") {

@@ -9,6 +9,8 @@ using namespace tessivo;
 
 namespace {
 
+constexpr std::int64_t frameOfSong[] = {250, 500, 750};
+
 /// A state with one active show of three songs starting at 00:00:10:00, 00:00:20:00, 00:00:30:00,
 /// and the cursor on the first.
 struct Fixture {
@@ -34,75 +36,87 @@ struct Fixture {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "the cursor goes from the start to the finished position, no further") {
-    for (const std::int64_t cursor : {1, 2, 3, 3}) {
-        state.goNext();
-        CHECK(state.activeSongIndex() == cursor);
-        CHECK(storedCursor() == cursor);
-    }
-    state.setActiveShowId(std::nullopt);
-    state.jumpTo(2);
-    state.goNext();  // nowhere to go without a show
-    for (const std::int64_t cursor : {1, 0, 0}) {
-        state.goPrev();
-        CHECK(state.activeSongIndex() == cursor);
-        CHECK(storedCursor() == cursor);
-    }
-}
-
-TEST_CASE_FIXTURE(Fixture,
-                  "only backward moves by hand suspend auto-advance, for fifteen seconds") {
+TEST_CASE_FIXTURE(
+    Fixture,
+    "a move restarts the countdown and is stored; a backward one by hand suspends timecode") {
+    enum Effect { none, moves, suspends };
     struct Row {
         std::int64_t from;
         void (*move)(AppState&);
-        bool suspends;
+        std::int64_t to;
+        Effect effect;
     };
     const Row rows[] = {
-        {0, [](AppState& s) { s.goNext(); }, false},  {0, [](AppState& s) { s.goPrev(); }, false},
-        {2, [](AppState& s) { s.goPrev(); }, true},   {3, [](AppState& s) { s.goPrev(); }, true},
-        {2, [](AppState& s) { s.jumpTo(1); }, true},  {1, [](AppState& s) { s.jumpTo(1); }, false},
-        {0, [](AppState& s) { s.jumpTo(9); }, false},
+        {0, [](AppState& s) { s.goNext(); }, 1, moves},
+        {2, [](AppState& s) { s.goNext(); }, 3, moves},
+        {3, [](AppState& s) { s.goNext(); }, 3, none},
+        {9, [](AppState& s) { s.goNext(); }, 9, none},
+        {0, [](AppState& s) { s.goPrev(); }, 0, none},
+        {1, [](AppState& s) { s.goPrev(); }, 0, suspends},
+        {3, [](AppState& s) { s.goPrev(); }, 2, suspends},
+        {2, [](AppState& s) { s.jumpTo(1); }, 1, suspends},
+        {1, [](AppState& s) { s.jumpTo(1); }, 1, moves},
+        {0, [](AppState& s) { s.jumpTo(9); }, 9, moves},
+        {0, [](AppState& s) { s.checkLtcAutoAdvance(frameOfSong[2], 25); }, 2, moves},
+        {2, [](AppState& s) { s.checkLtcAutoAdvance(frameOfSong[0], 25); }, 0, moves},
+        {2, [](AppState& s) { s.checkLtcAutoAdvance(frameOfSong[2], 25); }, 2, none},
     };
-    constexpr std::int64_t frameOfSong[] = {250, 500, 750};
     for (const Row& row : rows) {
-        CAPTURE(row.from);
-        computer.time.advance(20.0);
+        CAPTURE(&row - rows);
         state.jumpTo(0);
         computer.time.advance(20.0);
         state.jumpTo(row.from);
+        const Instant before = computer.time.now();
+        const int writes = computer.preferences.writes;
+        computer.time.advance(0.5);
         row.move(state);
-        const std::int64_t cursor = state.activeSongIndex();
-        const std::int64_t other = cursor == 0 ? 1 : 0;
+        CHECK(state.activeSongIndex() == row.to);
+        CHECK(storedCursor() == row.to);
+        CHECK(computer.preferences.writes == writes + (row.effect != none ? 1 : 0));
+        const Instant started = row.effect != none ? computer.time.now() : before;
+        CHECK(state.currentSongStartedAt() == started);
+        CHECK(state.nowTick() >= started);
+
+        const std::int64_t other = row.to == 0 ? 1 : 0;
         computer.time.advance(14.9);
         state.checkLtcAutoAdvance(frameOfSong[other], 25);
-        CHECK(state.activeSongIndex() == (row.suspends ? cursor : other));
+        CHECK(state.activeSongIndex() == (row.effect == suspends ? row.to : other));
         computer.time.advance(0.2);
         state.checkLtcAutoAdvance(frameOfSong[other], 25);
         CHECK(state.activeSongIndex() == other);
     }
 }
 
-TEST_CASE_FIXTURE(Fixture,
-                  "timecode moves the cursor once per trigger span, logs it and stores it") {
+TEST_CASE_FIXTURE(Fixture, "a step forward doesn't lift the suspension") {
+    state.jumpTo(2);
+    state.goPrev();
+    state.goNext();
+    computer.time.advance(14.9);
+    state.checkLtcAutoAdvance(frameOfSong[0], 25);
+    CHECK(state.activeSongIndex() == 2);
+}
+
+TEST_CASE_FIXTURE(Fixture, "without a show there is no way but back") {
+    state.jumpTo(1);
+    state.setActiveShowId(std::nullopt);
+    state.goNext();
+    state.checkLtcAutoAdvance(frameOfSong[2], 25);
+    CHECK(state.activeSongIndex() == 1);
+    state.goPrev();
+    CHECK(state.activeSongIndex() == 0);
+}
+
+TEST_CASE_FIXTURE(Fixture, "timecode moves the cursor once per trigger span and logs it") {
     for (std::int64_t frame = 490; frame < 540; ++frame) {
         state.checkLtcAutoAdvance(frame, 25);
     }
-    CHECK(state.activeSongIndex() == 1);
-    CHECK(storedCursor() == 1);
     CHECK(computer.log.str() == "LTC: ✅ avance vers morceau 1 'Morceau 2'\n");
     state.setAutoAdvanceEnabled(false);
     state.checkLtcAutoAdvance(250, 25);
     CHECK(state.activeSongIndex() == 1);
-    state.setAutoAdvanceEnabled(true);
-    state.checkLtcAutoAdvance(250, 25);
-    CHECK(state.activeSongIndex() == 0);
-    state.setActiveShowId(std::nullopt);
-    state.checkLtcAutoAdvance(500, 25);
-    CHECK(state.activeSongIndex() == 0);
 }
 
-TEST_CASE_FIXTURE(Fixture,
-                  "each move restarts the countdown, which then follows the one-second clock") {
+TEST_CASE_FIXTURE(Fixture, "the countdown follows the one-second clock") {
     computer.time.advance(5.5);
     state.goNext();
     CHECK(state.currentSongRemainingSeconds() == 240);
@@ -110,8 +124,6 @@ TEST_CASE_FIXTURE(Fixture,
     CHECK(state.currentSongRemainingSeconds() == 240);
     computer.time.advance(10.0);
     CHECK(state.currentSongRemainingSeconds() == 230);
-    state.jumpTo(1);
-    CHECK(state.currentSongRemainingSeconds() == 240);
-    state.jumpTo(2);
+    state.goNext();
     CHECK_FALSE(state.currentSongRemainingSeconds().has_value());
 }

@@ -3,6 +3,7 @@
 
 #include "support/Screen.h"
 #include "support/Shows.h"
+#include "timecode/LtcManager.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include <QQuickStyle>
 #include <QTest>
 
-#include "import/XLSXReader.h"
+#include "import/ColumnLetters.h"
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "support/WorkbookWriter.h"
@@ -19,7 +19,7 @@ namespace {
 std::string row(int number, const std::vector<std::string>& texts) {
     std::string cells;
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        cells += "<c r=\"" + XLSXReader::columnLetter(static_cast<std::int64_t>(i) + 1) +
+        cells += "<c r=\"" + columnLetter(static_cast<std::int64_t>(i) + 1) +
                  std::to_string(number) + "\" t=\"inlineStr\"><is><t>" + texts[i] + "</t></is></c>";
     }
     return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";

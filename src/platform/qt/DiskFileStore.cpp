@@ -5,6 +5,8 @@
 
 #include "platform/posix/RegularFile.h"
 
+#include <cstdint>
+
 namespace tessivo {
 
 std::optional<std::string> DiskFileStore::read(const FileLocation& location,
@@ -14,6 +16,11 @@ std::optional<std::string> DiskFileStore::read(const FileLocation& location,
         return std::nullopt;
     }
     return bytes;
+}
+
+bool DiskFileStore::isLongerThan(const FileLocation& location, std::size_t bytes) {
+    const QFileInfo file(QString::fromStdString(location));
+    return file.isFile() && static_cast<std::uint64_t>(file.size()) > bytes;
 }
 
 bool DiskFileStore::writeAtomically(const FileLocation& location, std::string_view bytes) {

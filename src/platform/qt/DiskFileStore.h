@@ -10,6 +10,7 @@ class DiskFileStore : public FileStore {
 public:
     std::optional<std::string> read(const FileLocation& location,
                                     std::size_t maximumBytes) override;
+    bool isLongerThan(const FileLocation& location, std::size_t bytes) override;
     bool writeAtomically(const FileLocation& location, std::string_view bytes) override;
 };
 

@@ -32,10 +32,15 @@ bool SimulatedPreferences::setAside(std::string_view key) {
 std::optional<std::string> SimulatedFiles::read(const FileLocation& location,
                                                 std::size_t maximumBytes) {
     const auto found = contents.find(location);
-    if (found == contents.end() || found->second.size() > maximumBytes) {
+    if (found == contents.end() || isLongerThan(location, maximumBytes)) {
         return std::nullopt;
     }
     return found->second;
+}
+
+bool SimulatedFiles::isLongerThan(const FileLocation& location, std::size_t bytes) {
+    const auto found = contents.find(location);
+    return found != contents.end() && found->second.size() > bytes;
 }
 
 bool SimulatedFiles::writeAtomically(const FileLocation& location, std::string_view bytes) {

@@ -45,6 +45,7 @@ class SimulatedFiles final : public FileStore {
 public:
     std::optional<std::string> read(const FileLocation& location,
                                     std::size_t maximumBytes) override;
+    bool isLongerThan(const FileLocation& location, std::size_t bytes) override;
     bool writeAtomically(const FileLocation& location, std::string_view bytes) override;
 
     std::map<FileLocation, std::string> contents;

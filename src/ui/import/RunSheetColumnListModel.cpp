@@ -1,6 +1,6 @@
 #include "ui/import/RunSheetColumnListModel.h"
 
-#include "import/XLSXReader.h"
+#include "import/ColumnLetters.h"
 #include "kit/ShownText.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ QVariant RunSheetColumnListModel::data(const QModelIndex& index, int role) const
     const std::int64_t column = index.row() + 1;
     switch (role) {
         case LettersRole:
-            return toQString(XLSXReader::columnLetter(column));
+            return toQString(columnLetter(column));
         case HeadingRole:
             return toQString(import_.columnLabel(column));
         case MeaningRole:

@@ -3,6 +3,7 @@
 #include <QQmlEngine>
 #include <QTimer>
 
+#include "import/ColumnLetters.h"
 #include "import/ColumnRole.h"
 #include "import/XLSXReader.h"
 #include "kit/ScreenContext.h"
@@ -47,8 +48,7 @@ QStringList ShowImportViewModel::unreadCells() const {
     QStringList lines;
     for (const RunSheetImport::UnreadCell& cell : preview_.firstUnread) {
         lines.append(QStringLiteral("Ligne %1, colonne %2\u00A0: %3")
-                         .arg(QString::number(cell.row),
-                              toQString(XLSXReader::columnLetter(cell.column)),
+                         .arg(QString::number(cell.row), toQString(columnLetter(cell.column)),
                               toQString(cell.text).simplified()));
     }
     return lines;

@@ -7,6 +7,7 @@
 
 #include "base/Signal.h"
 #include "state/AppState.h"
+#include "timecode/LtcManager.h"
 #include "ui/live/InputDeviceListModel.h"
 
 class QJSEngine;

@@ -113,10 +113,22 @@ ApplicationWindow {
         function onUpdateRequested() {
             update.open();
         }
+        function onFileRefused(reason: string): void {
+            fileRefusal.message = reason;
+            fileRefusal.open();
+        }
     }
 
     UpdateDialog {
         id: update
+    }
+
+    PVDialog {
+        id: fileRefusal
+
+        title: "Fichier de show"
+        action: "OK"
+        cancels: false
     }
 
     FullScreenShortcut {

@@ -31,6 +31,9 @@ ShellViewModel::ShellViewModel(AppState& state)
               case AppState::Field::latestUpdateVersion:
                   Q_EMIT updateChanged();
                   break;
+              case AppState::Field::lastFileError:
+                  Q_EMIT fileRefused(toQString(state_.lastFileError().value_or(std::string())));
+                  break;
               default:
                   break;
           }

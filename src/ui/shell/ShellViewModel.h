@@ -71,6 +71,8 @@ Q_SIGNALS:
     void updateChanged();
     void displayRequested();
     void updateRequested();
+    /// A show file wasn't opened or written; `reason` is a sentence.
+    void fileRefused(const QString& reason);
 
 private:
     void onNextTurn(std::function<void()> command);
