@@ -33,52 +33,7 @@ std::size_t lengthAtEnd(std::string_view text,
     return found == characters.end() ? 0 : found->size();
 }
 
-struct LeadByte {
-    std::uint8_t first, last;           ///< the lead bytes that this row is for
-    std::size_t length;                 ///< of the whole sequence
-    std::uint8_t secondFrom, secondTo;  ///< the range of the second byte
-};
-constexpr std::array<LeadByte, 8> leadBytes = {{{0xC2, 0xDF, 2, 0x80, 0xBF},
-                                                {0xE0, 0xE0, 3, 0xA0, 0xBF},
-                                                {0xE1, 0xEC, 3, 0x80, 0xBF},
-                                                {0xED, 0xED, 3, 0x80, 0x9F},
-                                                {0xEE, 0xEF, 3, 0x80, 0xBF},
-                                                {0xF0, 0xF0, 4, 0x90, 0xBF},
-                                                {0xF1, 0xF3, 4, 0x80, 0xBF},
-                                                {0xF4, 0xF4, 4, 0x80, 0x8F}}};
-
-/// The length of the sequence that `bytes` starts with; 0 when it is ill-formed.
-std::size_t sequenceLength(std::string_view bytes) {
-    const auto at = [&](std::size_t i) { return static_cast<std::uint8_t>(bytes[i]); };
-    if (at(0) < 0x80) {
-        return 1;
-    }
-    const auto row = std::ranges::find_if(
-        leadBytes, [&](const LeadByte& lead) { return at(0) >= lead.first && at(0) <= lead.last; });
-    if (row == leadBytes.end() || bytes.size() < row->length || at(1) < row->secondFrom ||
-        at(1) > row->secondTo) {
-        return 0;
-    }
-    for (std::size_t i = 2; i < row->length; ++i) {
-        if ((at(i) & 0xC0) != 0x80) {
-            return 0;
-        }
-    }
-    return row->length;
-}
-
 }  // namespace
-
-bool isValidUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const std::size_t length = sequenceLength(bytes);
-        if (length == 0) {
-            return false;
-        }
-        bytes.remove_prefix(length);
-    }
-    return true;
-}
 
 std::string_view trimSpaces(std::string_view text) {
     while (const std::size_t length = lengthAtStart(text, spaces)) {

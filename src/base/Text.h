@@ -7,10 +7,6 @@
 
 namespace tessivo {
 
-/// Whether the bytes are well-formed UTF-8 (The Unicode Standard, table 3-7): no overlong forms, no
-/// surrogates, nothing above U+10FFFF.
-bool isValidUtf8(std::string_view bytes);
-
 /// The text without the spaces at its ends: the tab and every character of Unicode's category Zs,
 /// the no-break spaces of French typography included.
 std::string_view trimSpaces(std::string_view text);

@@ -24,9 +24,6 @@ struct Uuid {
 
     /// The hyphenated form with upper-case digits.
     std::string toText() const;
-    /// The same, as `textLength` characters from `text` on.
-    void writeText(char* text) const;
-    static constexpr std::size_t textLength = 36;
 
     friend auto operator<=>(const Uuid&, const Uuid&) = default;
 };

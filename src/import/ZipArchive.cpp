@@ -1,7 +1,6 @@
 #include "import/ZipArchive.h"
 
-#include "base/Text.h"
-
+#include <simdjson.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -142,7 +141,7 @@ std::vector<ZipEntry> parseCentralDirectory(std::string_view archive) {
         }
         const std::string_view name = archive.substr(nameStart, nameLength);
         entries.push_back({
-            .name = std::string(isValidUtf8(name) ? name : std::string_view()),
+            .name = std::string(simdjson::validate_utf8(name) ? name : std::string_view()),
             .compressionMethod = read16(archive, record + 10),
             .compressedSize = read32(archive, record + 20),
             .localHeaderOffset = read32(archive, record + 42),

@@ -2,19 +2,26 @@
 
 #include "base/Uuid.h"
 
-#include <rapidjson/document.h>
+#include <simdjson.h>
 
-#include <algorithm>
 #include <concepts>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <utility>
 #include <vector>
+
+// RapidJSON adds to a null pointer when it asks whether an empty stack has room. That is harmless,
+// but clang's sanitizer ends the program.
+#ifdef __clang__
+#pragma clang attribute push(__attribute__((no_sanitize("pointer-overflow"))), apply_to = function)
+#endif
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#ifdef __clang__
+#pragma clang attribute pop
+#endif
 
 /// How any record goes to JSON and back. A record takes part through one function beside it,
 ///
@@ -23,7 +30,7 @@
 ///
 /// which names each member once, for reading and writing alike, and stops at the first false. A
 /// field of type std::optional is an optional member. For the sources that encode or decode only:
-/// nobody else needs to see the JSON library.
+/// nobody else needs to see the JSON libraries.
 namespace tessivo {
 
 /// Any type that is `T`, const or not.
@@ -32,152 +39,151 @@ concept JsonRecord = std::same_as<std::remove_const_t<Record>, T>;
 
 namespace json {
 
-using rapidjson::Document;
-using rapidjson::Value;
+using Value = simdjson::ondemand::value;
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
-/// Parses one whole document, as strictly as `decodeShow` promises; false when it is none. The
-/// memory taken is at most proportional to the text's length.
-bool parse(std::string_view text, Document& document);
-
-// Reading: false when the value has another type, with `result` then unspecified.
-bool read(const Value& value, std::string& result);
-bool read(const Value& value, std::int64_t& result);
-bool read(const Value& value, double& result);
-bool read(const Value& value, Uuid& result);
 template <typename T>
-bool read(const Value& value, std::vector<T>& result);
+constexpr bool isOptional = false;
+template <typename T>
+constexpr bool isOptional<std::optional<T>> = true;
+
+// Reading: false when the value has another type, with `result` then unspecified. Values are met in
+// the text's order and once only, so each is read when it is met, or never.
+bool read(Value& value, std::string& result);
+bool read(Value& value, std::int64_t& result);
+bool read(Value& value, double& result);
+bool read(Value& value, Uuid& result);
+template <typename T>
+bool read(Value& value, std::optional<T>& result);
+template <typename T>
+bool read(Value& value, std::vector<T>& result);
 template <typename Record>
-bool read(const Value& value, Record& result);
+bool read(Value& value, Record& result);
 
-/// Reads the members of one object; any order, others ignored.
-class MemberReader {
-public:
-    explicit MemberReader(const Value& object) : object_(object) {}
-
-    template <typename T>
-    bool operator()(std::string_view name, T& field) const {
-        const Value* member = find(name);
-        return member != nullptr && read(*member, field);
-    }
-    template <typename T>
-    bool operator()(std::string_view name, std::optional<T>& field) const {
-        const Value* member = find(name);
-        if (member == nullptr || member->IsNull()) {
-            field.reset();
-            return true;
-        }
-        return read(*member, field.emplace());
-    }
-
-private:
-    const Value* find(std::string_view name) const;
-
-    const Value& object_;
-};
-
-/// Writes one value as JSON. That cannot fail: texts are valid UTF-8, numbers finite.
-class Writer {
-public:
-    /// `storage` gives its memory to the text, and loses its content.
-    explicit Writer(std::string storage) : json_(std::move(storage)) {
-        json_.resize(json_.capacity());
-    }
-    /// The whole text, once.
-    std::string take() {
-        json_.resize(size_);
-        return std::move(json_);
-    }
-
-    void write(const std::string& text);
-    void write(std::int64_t number);
-    void write(double number);
-    void write(const Uuid& uuid);
-    template <typename RecordOrRange>
-    void write(const RecordOrRange& value);
-
-private:
-    template <typename T>
-    bool writeMember(std::string_view name, const T& field) {
-        writeName(name);
-        write(field);
-        return true;
-    }
-    template <typename T>
-    bool writeMember(std::string_view name, const std::optional<T>& field) {
-        return !field || writeMember(name, *field);
-    }
-    void writeName(std::string_view name);
-    template <typename Number>
-    void writeNumber(Number number);
-
-    /// Where the next characters go, at most `count` of them; `wroteUpTo` tells how far they went.
-    char* room(std::size_t count);
-    void wroteUpTo(const char* end) { size_ = static_cast<std::size_t>(end - json_.data()); }
-    void put(char c) {
-        *room(1) = c;
-        ++size_;
-    }
-    /// Writes the comma before every element but the first; no value ends in an opening bracket.
-    void separate(char opening) {
-        if (json_[size_ - 1] != opening) {
-            put(',');
-        }
-    }
-
-    std::string json_;      // longer than what is written: appending piece by piece is slower
-    std::size_t size_ = 0;  // what is written
-};
-
+// Writing cannot fail: texts are valid UTF-8, numbers finite.
+void write(Writer& writer, const std::string& text);
+void write(Writer& writer, std::int64_t number);
+void write(Writer& writer, double number);
+void write(Writer& writer, const Uuid& uuid);
 template <typename T>
-bool read(const Value& value, std::vector<T>& result) {
-    if (!value.IsArray()) {
-        return false;
+void write(Writer& writer, const std::optional<T>& present);
+template <typename T>
+void write(Writer& writer, const std::vector<T>& list);
+template <typename Record>
+void write(Writer& writer, const Record& record);
+
+/// Reads the members of one object, in any order. Of repeated ones the first counts; what the
+/// record doesn't know is skipped.
+template <typename Record>
+bool readMembers(simdjson::ondemand::object object, Record& record) {
+    unsigned read = 0;  // one bit for each member of the record
+    for (auto member : object) {
+        std::string_view name;
+        Value value;
+        if (member.unescaped_key().get(name) || member.value().get(value)) {
+            return false;
+        }
+        unsigned bit = 1;
+        const auto readInto = [&](std::string_view known, auto& field) {
+            const bool isIt = known == name && (read & bit) == 0;
+            read |= isIt ? bit : 0;
+            bit <<= 1;
+            return !isIt || json::read(value, field);
+        };
+        if (!visitMembers(record, readInto)) {
+            return false;
+        }
     }
-    // A random identity for each, made only to be replaced, would cost more than all the reading.
-    static const T blank{};
-    result.clear();
-    result.reserve(value.Size());
-    return std::ranges::all_of(value.GetArray(), [&](const Value& element) {
-        return read(element, result.emplace_back(blank));
+    unsigned bit = 1;
+    return visitMembers(record, [&]<typename Field>(std::string_view, const Field&) {
+        const bool wasRead = (read & bit) != 0;
+        bit <<= 1;
+        return wasRead || isOptional<Field>;
     });
 }
 
-template <typename Record>
-bool read(const Value& value, Record& result) {
-    return value.IsObject() && visitMembers(result, MemberReader(value));
+template <typename T>
+bool read(Value& value, std::optional<T>& result) {
+    bool isNull = false;
+    return (!value.is_null().get(isNull) && isNull) || read(value, result.emplace());
 }
 
-template <typename RecordOrRange>
-void Writer::write(const RecordOrRange& value) {
-    if constexpr (std::ranges::range<RecordOrRange>) {
-        put('[');
-        for (const auto& element : value) {
-            separate('[');
-            write(element);
-        }
-        put(']');
-    } else {
-        put('{');
-        visitMembers(value, [this](std::string_view name, const auto& field) {
-            return this->writeMember(name, field);
-        });
-        put('}');
+template <typename T>
+bool read(Value& value, std::vector<T>& result) {
+    // A random identity for each, made only to be replaced, would cost more than all the reading.
+    static const T blank{};
+    simdjson::ondemand::array array;
+    if (value.get_array().get(array)) {
+        return false;
     }
+    result.clear();
+    for (auto item : array) {
+        Value element;
+        if (item.get(element) || !read(element, result.emplace_back(blank))) {
+            return false;
+        }
+    }
+    return true;
 }
 
 template <typename Record>
-std::string encode(const Record& record, std::string storage = {}) {
-    Writer writer(std::move(storage));
-    writer.write(record);
-    return writer.take();
+bool read(Value& value, Record& result) {
+    simdjson::ondemand::object object;
+    return !value.get_object().get(object) && readMembers(object, result);
+}
+
+template <typename T>
+void write(Writer& writer, const std::optional<T>& present) {
+    write(writer, *present);
+}
+
+template <typename T>
+void write(Writer& writer, const std::vector<T>& list) {
+    writer.StartArray();
+    for (const T& element : list) {
+        write(writer, element);
+    }
+    writer.EndArray();
+}
+
+template <typename Record>
+void write(Writer& writer, const Record& record) {
+    writer.StartObject();
+    visitMembers(record, [&]<typename Field>(std::string_view name, const Field& field) {
+        if constexpr (isOptional<Field>) {
+            if (!field) {
+                return true;
+            }
+        }
+        writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+        write(writer, field);
+        return true;
+    });
+    writer.EndObject();
+}
+
+template <typename Record>
+std::string encode(const Record& record) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    write(writer, record);
+    return {buffer.GetString(), buffer.GetSize()};
 }
 
 /// The whole record or nothing.
 template <typename Record>
 std::optional<Record> decode(std::string_view text) {
-    Document document;
+    if (text.starts_with("\uFEFF")) {
+        text.remove_prefix(3);  // the mark that some editors put in front of UTF-8
+    }
+    const simdjson::padded_string padded(text);
+    simdjson::ondemand::parser parser;
+    simdjson::ondemand::document document;
+    simdjson::ondemand::object object;
     std::optional<Record> record(std::in_place);
-    if (!parse(text, document) || !read(document, *record)) {
+    if (parser.iterate(padded).get(document) || document.get_object().get(object) ||
+        !readMembers(object, *record) ||
+        document.current_location().error() != simdjson::OUT_OF_BOUNDS) {  // more text follows
         record.reset();
     }
     return record;

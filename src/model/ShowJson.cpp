@@ -2,8 +2,6 @@
 
 #include "model/ShowMembers.h"
 
-#include <utility>
-
 namespace tessivo {
 
 std::string encodeJson(const Guest& guest) {
@@ -17,13 +15,6 @@ std::string encodeJson(const Show& show) {
 }
 std::string encodeJson(const PersistedData& data) {
     return json::encode(data);
-}
-
-std::string encodePersistedJson(std::span<const Show> shows,
-                                const std::optional<Uuid>& activeShowId,
-                                std::int64_t activeSongIndex, std::string storage) {
-    return json::encode(PersistedDataView{shows, activeShowId, activeSongIndex},
-                        std::move(storage));
 }
 
 std::optional<Guest> decodeGuest(std::string_view json) {

@@ -6,10 +6,6 @@
 #include "model/Show.h"
 #include "model/Song.h"
 
-#include <cstdint>
-#include <optional>
-#include <span>
-
 /// The JSON members of the show records; see model/JsonFields.h.
 namespace tessivo {
 
@@ -31,15 +27,7 @@ bool visitMembers(Record& show, Visit visit) {
            visit("iems", show.iems) && visit("songs", show.songs);
 }
 
-/// What `encodePersistedJson` is given: a PersistedData that owns nothing.
-struct PersistedDataView {
-    std::span<const Show> shows;
-    const std::optional<Uuid>& activeShowId;
-    std::int64_t activeSongIndex;
-};
-
-template <typename Record, typename Visit>
-requires JsonRecord<Record, PersistedData> || JsonRecord<Record, PersistedDataView>
+template <JsonRecord<PersistedData> Record, typename Visit>
 bool visitMembers(Record& data, Visit visit) {
     return visit("shows", data.shows) && visit("activeShowId", data.activeShowId) &&
            visit("activeSongIndex", data.activeSongIndex);

@@ -37,7 +37,7 @@ AppState::AppState(const Platform& platform)
 AppState::~AppState() = default;
 
 const Show* AppState::showWithId(const std::optional<Uuid>& id) const {
-    return id ? firstWithId(shows_, *id) : nullptr;
+    return id ? firstWithId(shows(), *id) : nullptr;
 }
 
 void AppState::setActiveShowId(std::optional<Uuid> id) {
@@ -57,10 +57,6 @@ void AppState::change(Field field, const std::function<void()>& apply) {
     willChange.emit(field);
     apply();
     didChange.emit(field);
-}
-
-void AppState::changeShows(const std::function<void(std::vector<Show>&)>& edit) {
-    change(Field::shows, [&] { edit(shows_); });
 }
 
 void AppState::goNext() {
@@ -121,7 +117,7 @@ void AppState::load() {
     std::optional<PersistedData> data = bytes ? decodePersistedData(*bytes) : PersistedData();
     storedRecordIsUnreadable_ = !data;
     // Which show was active isn't restored: the operator opens one after each start.
-    shows_ = data ? std::move(data->shows) : std::vector<Show>();
+    library_ = ShowLibrary(data ? std::move(data->shows) : std::vector<Show>());
     activeSongIndex_ = data ? data->activeSongIndex : 0;
 }
 
@@ -136,9 +132,7 @@ void AppState::store() {
         !storedRecordIsUnreadable_ || platform_.preferences.setAside(storageKey);
     if (mayReplace) {
         storedRecordIsUnreadable_ = false;
-        recordBytes_ =
-            encodePersistedJson(shows_, activeShowId_, activeSongIndex_, std::move(recordBytes_));
-        platform_.preferences.setData(storageKey, recordBytes_);
+        platform_.preferences.setData(storageKey, library_.record(activeShowId_, activeSongIndex_));
     }
     setKeepsShows(mayReplace && platform_.preferences.isKeeping());
 }

@@ -3,7 +3,7 @@
 #include "base/Instant.h"
 #include "base/Signal.h"
 #include "base/Uuid.h"
-#include "model/Show.h"
+#include "model/ShowLibrary.h"
 #include "platform/FileStore.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
@@ -67,7 +67,7 @@ public:
     Signal<Field> willChange;
     Signal<Field> didChange;
 
-    const std::vector<Show>& shows() const { return shows_; }
+    const std::vector<Show>& shows() const { return library_.shows(); }
     const std::optional<Uuid>& activeShowId() const { return activeShowId_; }
     /// The live cursor: a position in the active show's songs; the number of songs means finished.
     std::int64_t activeSongIndex() const { return activeSongIndex_; }
@@ -178,8 +178,7 @@ private:
     void assign(Field field, Value& member, std::type_identity_t<Value> value) {
         change(field, [&] { member = std::move(value); });
     }
-    /// The one way in which shows change.
-    void changeShows(const std::function<void(std::vector<Show>&)>& edit);
+    std::size_t positionOf(const Show& show) const;
     /// Edits the active show and stores the record.
     void editActiveShow(const std::function<void(Show&)>& edit);
     /// The same for an edit that gives the cursor's place after it: observers never see the new
@@ -198,7 +197,7 @@ private:
     void writeShowFile(const FileLocation& location, const Show& show);
 
     Platform platform_;
-    std::vector<Show> shows_;
+    ShowLibrary library_;
     std::optional<Uuid> activeShowId_;
     std::int64_t activeSongIndex_ = 0;
     std::optional<Uuid> activeDisplayShowId_;
@@ -217,7 +216,6 @@ private:
     bool keepsShows_ = false;
     bool recordHasChanged_ = false;  // in this run
     bool storedRecordIsUnreadable_ = false;
-    std::string recordBytes_;  // what was stored last; its memory serves the next save
 };
 
 }  // namespace tessivo

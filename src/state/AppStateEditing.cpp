@@ -8,7 +8,7 @@ namespace tessivo {
 
 void AppState::importShow(Show show) {
     const Uuid id = show.id;
-    changeShows([&](std::vector<Show>& shows) { shows.push_back(std::move(show)); });
+    change(Field::shows, [&] { library_.append(std::move(show)); });
     activate(id);
 }
 
@@ -28,22 +28,20 @@ void AppState::createShow(std::string name) {
 }
 
 void AppState::deleteShow(Uuid id) {
-    changeShows([&](std::vector<Show>& shows) {
-        std::erase_if(shows, [&](const Show& show) { return show.id == id; });
-    });
+    change(Field::shows, [&] { library_.erase(id); });
     if (activeShowId_ == id) {
         assign(Field::activeShowId, activeShowId_, std::nullopt);
     }
     save();
 }
 
+std::size_t AppState::positionOf(const Show& show) const {
+    return static_cast<std::size_t>(&show - shows().data());
+}
+
 void AppState::editActiveShow(const std::function<void(Show&)>& edit) {
-    if (activeShow()) {
-        changeShows([&](std::vector<Show>& shows) {
-            Show* const active = firstWithId(shows, *activeShowId_);
-            assert(active);
-            edit(*active);
-        });
+    if (const Show* active = activeShow()) {
+        change(Field::shows, [&] { library_.edit(positionOf(*active), edit); });
         save();
     }
 }

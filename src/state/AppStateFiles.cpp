@@ -12,14 +12,6 @@ namespace {
 /// reading it would only freeze the screen.
 constexpr std::size_t maximumShowFileBytes = 32U << 20U;
 
-void putInPlace(std::vector<Show>& shows, Show show) {
-    if (Show* same = firstWithId(shows, show.id)) {
-        *same = std::move(show);
-    } else {
-        shows.push_back(std::move(show));
-    }
-}
-
 }  // namespace
 
 void AppState::saveCurrentShow() {
@@ -69,7 +61,13 @@ void AppState::openShow() {
         return;
     }
     const Uuid id = show->id;
-    changeShows([&](std::vector<Show>& shows) { putInPlace(shows, std::move(*show)); });
+    change(Field::shows, [&] {
+        if (const Show* same = showWithId(id)) {
+            library_.edit(positionOf(*same), [&](Show& known) { known = std::move(*show); });
+        } else {
+            library_.append(std::move(*show));
+        }
+    });
     lastSavedLocations_[id] = *location;
     activate(id);
 }

@@ -1,5 +1,4 @@
 #include "model/ShowJson.h"
-#include "support/RandomRecords.h"
 
 #include <doctest/doctest.h>
 
@@ -51,8 +50,8 @@ const Values notText = {"1", "true", "[]", "{}", R"(["M1"])"};
 // What else is no UUID or no integer, the tests of those tell.
 const Values notUuid = {"1", "true", "[]", "{}", R"("")", R"("0F8FAD5B")"};
 const Values notInteger = {
-    R"("215")", "true", "[]", "{}", "1.5", "9223372036854775808", "-9223372036854775809",
-    "1e19",     "1e-1"};
+    R"("215")", "true",  "[]",  "{}", "1.5", "9223372036854775808", "-9223372036854775809",
+    "1e19",     "1e400", "1e-1"};
 const Values notTexts = {R"("M1")", "1", "{}", "[1]", "[null]", R"([["M1"]])"};
 const Values notRecords = {"1", R"("M1")", "{}", "[1]", "[null]", "[{}]", "[[]]"};
 
@@ -121,109 +120,71 @@ TEST_CASE("what JSON leaves free is read: order, unknown members, space, escapes
     const std::string same[] = {
         R"({"volume":"-6 dB","iem":"Perso","mic":"M1","name":"Ana","id":")" + guestId + "\"}",
         withExtra(R"("x":{"id":[1.5,null,{"name":1}]},"y":false)"),
-        replaced(guestJson, R"(,"mic")", " ,\r\n\t\"mic\" "),
-        "  " + guestJson + "\n",
-        replaced(guestJson, "Ana", R"(\u0041na)"),
+        // Of repeated members the first counts.
+        replaced(guestJson, R"("mic")", R"("name":"Bea","name":1,"mic")"),
+        "\uFEFF  " + replaced(guestJson, R"(,"mic")", " ,\r\n\t\"mic\" ") + "\n",
+        replaced(guestJson, R"("name":"Ana")", R"("na\u006De":"\u0041na")"),
         replaced(guestJson, guestId, "0f8fad5b-d9cb-469f-a165-70867728950e"),
     };
     for (const std::string& json : same) {
         CAPTURE(json);
         CHECK(decodeGuest(json) == guest);
     }
-    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\uD83C\uDFA4)"))->name == "\U0001F3A4");
-    CHECK(decodeGuest(replaced(guestJson, "Ana", R"(\b\f\r\t\/)"))->name == "\b\f\r\t/");
+}
+
+TEST_CASE("only what must be escaped is, and every escape is read") {
+    const auto named = [](const std::string& name) { return replaced(guestJson, "Ana", name); };
+    const auto guest =
+        decodeGuest(named(R"(\"\\\/\b\f\n\r\t\u001B\u001f\u007F\u00e9\uD83C\uDFA4)"));
+    REQUIRE(guest.has_value());
+    CHECK(guest->name == "\"\\/\b\f\n\r\t\x1B\x1F\x7Fé\U0001F3A4");
+    CHECK(encodeJson(*guest) == named(R"(\"\\/\b\f\n\r\t\u001B\u001F)"
+                                      "\x7Fé\U0001F3A4"));
 }
 
 TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
-    const std::pair<const char*, std::int64_t> rows[] = {{"-0", 0},
-                                                         {"-0.0", 0},
-                                                         {"1e2", 100},
+    const std::pair<const char*, std::int64_t> rows[] = {{"-0.0", 0},
                                                          {"1.25E+2", 125},
-                                                         {"1200e-2", 12},
-                                                         {"-3.0", -3},
-                                                         {"0e-50", 0},
+                                                         {"-1200e-2", -12},
                                                          {"1e18", 1'000'000'000'000'000'000},
                                                          {"9007199254740993", 9007199254740993},
                                                          {"9223372036854775807", INT64_MAX},
                                                          {"-9223372036854775808", INT64_MIN}};
     for (const auto& row : rows) {
         CAPTURE(row.first);
-        const auto& [json, value] = row;
-        const auto song = decodeSong(replaced(songJson, "215", json));
+        const auto song = decodeSong(replaced(songJson, "215", row.first));
         REQUIRE(song.has_value());
-        CHECK(song->duration == value);
-        CHECK(decodeSong(encodeJson(*song)) == song);
+        CHECK(song->duration == row.second);
     }
 }
 
 TEST_CASE("text that is no JSON document of UTF-8 is refused") {
-    const auto refuses = [](const std::string& json) {
-        CAPTURE(json);
-        CHECK_FALSE(decodeGuest(json).has_value());
-    };
     const std::string nul(1, '\0');
-    for (const std::string& json :
-         {std::string(), std::string("null"), replaced(guestJson, "Ana", nul),
-          "[" + guestJson + "]", guestJson + "x", guestJson + guestJson, guestJson + nul,
-          nul + guestJson}) {
-        refuses(json);
+    Values documents = {"null", "[" + guestJson + "]", replaced(guestJson, R"(dB"})", R"(dB",})")};
+    for (std::size_t length = 0; length < guestJson.size(); ++length) {
+        documents.push_back(guestJson.substr(0, length));
+    }
+    for (const std::string& end : {std::string("x"), std::string("}"), nul, guestJson}) {
+        documents.push_back(guestJson + end);
     }
     // Escapes of half a surrogate pair among them.
-    for (const std::string name : {"\n", "\x1F", R"(\x)", R"(\u12)", R"(\uD83C)", R"(\uD83C\u0041)",
-                                   R"(\uDFA4)", R"(é\uDFA4\uD83C)", "\xC3"}) {
-        refuses(replaced(guestJson, "Ana", name));
+    for (const std::string name : {"\x1F", R"(\x)", R"(\uD83C\u0041)", R"(\uDFA4)", "\xC3"}) {
+        documents.push_back(replaced(guestJson, "Ana", name));
     }
-    // In what is ignored too.
-    for (const char* member : {"\"x\":\"\xC3\"", "\"x\":01", "\"x\":NaN", "\"x\":1e400", "\"x\":1.",
-                               "\"x\":+1", "\"x\":1e", "\"x\":'y'", "\"x\" 1", "x:1", "", "/**/"}) {
-        refuses(withExtra(member));
+    // In what is skipped too.
+    for (const char* member :
+         {"\"x\":\"\xC3\"", "\"x\":\"\n\"", "\"x\":[", "\"x\":1 2", "x:1", ""}) {
+        documents.push_back(withExtra(member));
     }
-    refuses(replaced(guestJson, R"(dB"})", R"(dB",})"));
-}
-
-TEST_CASE("nesting is followed up to its limit and refused beyond, however deep") {
-    const auto nested = [](const std::string& open, std::size_t depth, char close) {
-        std::string json = R"("x":)";
-        for (std::size_t i = 0; i < depth; ++i) {
-            json += open;
-        }
-        return withExtra(json + "1" + std::string(depth, close));
-    };
-    const std::size_t room = maximumJsonDepth - 1;  // the guest's own object is the first level
-    CHECK(decodeGuest(nested("[", room, ']')).has_value());
-    for (const std::size_t depth : {room + 1, std::size_t{1'000'000}}) {
-        CAPTURE(depth);
-        CHECK_FALSE(decodeGuest(nested("[", depth, ']')).has_value());
-        CHECK_FALSE(decodeGuest(nested(R"({"a":)", depth, '}')).has_value());
-    }
-    // Brackets within text are no nesting, nor are those that are closed again.
-    const Guest guest{Uuid{}, "\\\"" + std::string(1000, '['), "", "", std::nullopt};
-    CHECK(decodeGuest(encodeJson(guest)) == guest);
-    std::string flat = "[[]";
-    for (int i = 0; i < 1000; ++i) {
-        flat += ",[{}]";
-    }
-    CHECK(decodeGuest(withExtra(R"("x":)" + flat + "]")).has_value());
-}
-
-TEST_CASE("a document cut anywhere is refused") {
-    for (std::size_t length = 0; length < dataJson.size(); ++length) {
-        CAPTURE(length);
-        CHECK_FALSE(decodePersistedData(dataJson.substr(0, length)).has_value());
+    for (const std::string& json : documents) {
+        CAPTURE(json);
+        CHECK_FALSE(decodeGuest(json).has_value());
     }
 }
 
-TEST_CASE("random records come back equal") {
-    test::RandomRecords random(20010101);
-    for (int i = 0; i < 300; ++i) {
-        CAPTURE(i);
-        const Show show = random.show();
-        CHECK(decodeShow(encodeJson(show)) == show);
-        const PersistedData data = random.persistedData();
-        const std::string json = encodeJson(data);
-        CHECK(encodePersistedJson(data.shows, data.activeShowId, data.activeSongIndex) == json);
-        const auto back = decodePersistedData(json);
-        REQUIRE(back.has_value());
-        CHECK(encodeJson(*back) == json);
+TEST_CASE("nothing in a member that nobody reads refuses a record: no number, no depth") {
+    const std::string deep = std::string(1'000'000, '[') + std::string(1'000'000, ']');
+    for (const std::string& value : {std::string("[-1e400,1e-400]"), std::string(400, '9'), deep}) {
+        CHECK(decodeGuest(withExtra("\"x\":" + value)).has_value());
     }
 }
