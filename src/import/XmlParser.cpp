@@ -93,9 +93,10 @@ XmlParser::XmlParser(XmlEvents& events)
 }
 
 void XmlParser::feed(std::string_view piece) {
-    if (parser_) {
-        // After a fault expat refuses whatever follows, so its status needn't be kept.
-        XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()), XML_FALSE);
+    // For want of memory expat leaves a piece out, and would go on with the next one that fits.
+    if (parser_ && XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()),
+                             XML_FALSE) != XML_STATUS_OK) {
+        parser_.reset();
     }
 }
 
