@@ -2,24 +2,21 @@
 
 #include "model/PersistedData.h"
 #include "model/Show.h"
+#include "support/Random.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace tessivo::test {
 
 /// Makes records of every shape that the model can hold; the same seed makes the same ones.
-class RandomRecords {
+class RandomRecords : public Random {
 public:
-    explicit RandomRecords(std::uint64_t seed) : random_(seed) {}
-
-    /// A number from 0 to `limit` - 1.
-    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(random_() % limit); }
+    using Random::Random;
 
     Uuid uuid() {
         Uuid uuid;
@@ -53,7 +50,7 @@ public:
             case 2:
                 return static_cast<std::int64_t>(below(2000)) - 1000;
             default:
-                return static_cast<std::int64_t>(random_());
+                return static_cast<std::int64_t>(next());
         }
     }
 
@@ -98,8 +95,6 @@ private:
         }
         return list;
     }
-
-    std::mt19937_64 random_;
 };
 
 }  // namespace tessivo::test

@@ -180,7 +180,7 @@ TEST_CASE("every frame but the first two is read, at any rate, speed, polarity a
 
 TEST_CASE("timecode is read whatever came before it") {
     const tessivo::LtcSignal signal = tessivo::encodeLtc("25", 30);
-    tessivo::Random random(3);
+    Random random(3);
     std::vector<float> noise(48'000);
     std::ranges::generate(noise, [&] { return random.gaussian(); });
     struct Row {

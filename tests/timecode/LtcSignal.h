@@ -1,16 +1,18 @@
 #pragma once
 
 #include "ltc/Timecode.h"
+#include "support/Random.h"
 #include "timecode/LtcBiphaseDecoder.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessivo {
+
+using test::Random;
 
 struct LtcSignal {
     std::vector<LtcBiphaseDecoder::Frame> frames;
@@ -43,31 +45,5 @@ std::string bitsOfFrame(const LtcBiphaseDecoder::Frame& frame);
 
 /// "HH:MM:SS:FF " of each, for messages.
 std::string text(std::span<const LtcBiphaseDecoder::Frame> frames);
-
-/// Small and the same everywhere (xorshift64*), so that tests that draw numbers can be repeated.
-class Random {
-public:
-    explicit Random(std::uint64_t seed) : state_(seed * 2 + 1) {}
-
-    std::uint64_t next() {
-        state_ ^= state_ >> 12;
-        state_ ^= state_ << 25;
-        state_ ^= state_ >> 27;
-        return state_ * 0x2545F4914F6CDD1DU;
-    }
-    /// From 0 to `bound` - 1.
-    std::size_t below(std::size_t bound) { return static_cast<std::size_t>(next() >> 33) % bound; }
-    /// Mean 0, variance 1, from -6 to 6: the sum of twelve even draws, exact in any arithmetic.
-    float gaussian() {
-        float sum = -6.0F;
-        for (int i = 0; i < 12; ++i) {
-            sum += static_cast<float>(next() >> 40) / 16'777'216.0F;
-        }
-        return sum;
-    }
-
-private:
-    std::uint64_t state_;
-};
 
 }  // namespace tessivo

@@ -1,9 +1,7 @@
 #include "platform/simulated/SimulatedMainQueue.h"
-#include "support/TemporaryFolder.h"
 #include "timecode/LtcBiphaseDecoder.h"
 #include "timecode/LtcSignal.h"
 
-#include <doctest/doctest.h>
 #include <ltc.h>
 
 #include <array>
@@ -121,20 +119,17 @@ std::vector<float> disturbed(std::vector<float> samples, const Row& row) {
 
 }  // namespace
 
-TEST_CASE("what is decoded under disturbance is what the documentation shows") {
+/// Prints the table of docs/timecode.md.
+int main() {
     const tessivo::LtcSignal signal = tessivo::encodeLtc("25", 1500, sampleRate, {9, 59, 30, 0});
-    std::string table =
-        "1500 frames sent                  Tessivo               libltc " LIBLTC_VERSION
-        "\n"
-        "disturbance                  right wrong missed   right wrong missed\n";
+    std::printf(
+        "1500 frames sent                  Tessivo               libltc %s\n"
+        "disturbance                  right wrong missed   right wrong missed\n",
+        LIBLTC_VERSION);
     for (const Row& row : rows) {
         const std::vector<float> samples = disturbed(signal.samples, row);
         const auto libltc = tessivo::decodeWithLibltc(samples, samplesPerFrame);
-        std::array<char, 32> name{};
-        std::snprintf(name.data(), name.size(), "%-28s ", row.name);
-        table += name.data() + judge(signal.frames, decode(samples)) + "   " +
-                 judge(signal.frames, libltc) + "\n";
+        std::printf("%-28s %s   %s\n", row.name, judge(signal.frames, decode(samples)).c_str(),
+                    judge(signal.frames, libltc).c_str());
     }
-    const std::string document = tessivo::test::readFile(TESSIVO_SOURCE_DIR "/docs/timecode.md");
-    CHECK_MESSAGE(document.find("```\n" + table + "```\n") != std::string::npos, table);
 }
