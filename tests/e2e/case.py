@@ -6,19 +6,20 @@ import sys
 import unittest
 from pathlib import Path
 
-from program import Program
+from hosts import Switch
+from person import MAIN, Person
 from stage import Stage
+
+ROOT = Path(__file__).resolve().parents[2]
+#: What was built: the release, unless the environment says otherwise.
+BUILD = Path(os.environ.get("TESSIVO_BUILD", ROOT / "build" / "release"))
 
 
 class EndToEndTest(unittest.TestCase):
-    """Stories about the built program, told one after the other on one stage.
+    """Stories about the built program, told one after the other on one stage."""
 
-    The paths of what was built come from the environment, which CTest sets.
-    """
-
-    program_path = Path(os.environ["TESSIVO_PROGRAM"])
-    ltc_path = Path(os.environ["TESSIVO_LTC"])
-    pictures_folder = Path(os.environ["TESSIVO_PICTURES"])
+    programs = BUILD / "bin"
+    pictures_folder = BUILD / "e2e-pictures"
 
     @classmethod
     def setUpClass(cls):
@@ -27,22 +28,32 @@ class EndToEndTest(unittest.TestCase):
         cls.screen = Screen(cls.stage)
 
     def setUp(self):
-        self.program = None
+        self.people = []
+        self.switch = Switch(self.stage)
+        self.addCleanup(self.switch.remove)
+        self.desk = self.switch.add_host("regie")
 
-    def start_program(self):
-        self.program = Program(self.stage, self.program_path)
-        self.addCleanup(self.program.stop)
-        self.note("first frame", f"{self.program.first_frame_seconds * 1000:.0f} ms")
+    def start(self, host):
+        self.people.append(Person(self, host))
+        return self.people[-1]
 
-    def write_ltc(self, start, seconds, rate=48000):
+    def start_admin(self):
+        admin = self.start(self.desk)
+        admin.press("Admin")
+        admin.see("Nouveau show", "push button")
+        return admin
+
+    def write_ltc(self, start, seconds):
         """Makes a .wav of 25 fps timecode that begins at `start` and returns its path."""
         path = self.stage.folder / f"{start.replace(':', '-')}.wav"
-        self.stage.run(self.ltc_path, "--start", start, "--rate", "25", "--length", str(seconds),
-                       "--sample-rate", str(rate), path)
+        self.stage.run(self.programs / "tessivo-ltc", "--start", start, "--rate", "25",
+                       "--length", str(seconds), path)
         return path
 
-    def picture(self, title, name):
-        self.screen.picture(title, self.pictures_folder / f"{name}.png")
+    def picture_of(self, person, name):
+        person.to_front()
+        person.screen().find(None, MAIN)
+        self.screen.picture(MAIN, self.pictures_folder / f"{name}.png")
 
     def note(self, what, figure):
         """Leaves a figure in the test's output. Figures are for reading; no test fails on one."""
@@ -50,8 +61,8 @@ class EndToEndTest(unittest.TestCase):
 
     def explain(self):
         """Shows the reader of a failed run what the program showed and said."""
-        print("--- output", *(self.program.lines() if self.program else []), sep="\n",
-              file=sys.stderr)
+        for person in self.people:
+            print("--- output", *person.program.lines(), sep="\n", file=sys.stderr)
         self.stage.show_logs()
         self.stage.picture(self.pictures_folder / "failed.png")
         for program in self.screen.children():

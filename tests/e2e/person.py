@@ -10,7 +10,7 @@ class Person:
 
     def __init__(self, test, host):
         self._test = test
-        self.program = Program(test.stage, test.program_path, host)
+        self.program = Program(test.stage, test.programs / "tessivo", host)
         test.addCleanup(self.program.stop)
         self._screen = test.screen.program(self.program.pid)
 

@@ -3,36 +3,23 @@
 import os
 import subprocess
 import threading
-import time
 
 import processes
 
 
 class Program:
-    """Started on a stage, or on one of several computers whose screens the stage holds.
-
-    On a stage with an empty screen it is ready once it has drawn something.
-    """
+    """Started on one of several computers, or on the stage itself, which holds their screens."""
 
     def __init__(self, stage, executable, host=None):
         self._lines = []
-        self._arrival = threading.Condition()
         own = {**(host or stage).environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                "QT_QUICK_BACKEND": "software"}
-        if not host:
-            processes.wait_until(stage.is_blank, "the windows of an earlier run to go")
-        begin = time.monotonic()
         command = host.command(executable) if host else [str(executable)]
         self._process = processes.start(command, stage.log("program"), own,
                                         stdout=subprocess.PIPE, text=True, encoding="utf-8",
                                         errors="replace")
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
-        if host:
-            return
-        processes.wait_until(lambda: self._drew(stage), "the first drawn frame", 60, 0.001)
-        #: From the start of the process to the first pixel on the screen.
-        self.first_frame_seconds = time.monotonic() - begin
 
     @property
     def pid(self):
@@ -40,14 +27,7 @@ class Program:
 
     def lines(self):
         """What it has written to standard output so far."""
-        with self._arrival:
-            return list(self._lines)
-
-    def wait_for_line(self, line, seconds=60.0):
-        """Waits until it has written exactly this line."""
-        with self._arrival:
-            if not self._arrival.wait_for(lambda: line in self._lines, seconds):
-                raise AssertionError(f"no line {line!r} in {self._lines}")
+        return list(self._lines)
 
     def resident_bytes(self):
         return int(self._proc("statm").split()[1]) * os.sysconf("SC_PAGE_SIZE")
@@ -78,17 +58,9 @@ class Program:
     def signal(self, number):
         self._process.send_signal(number)
 
-    def _drew(self, stage):
-        status = self._process.poll()
-        if status is not None:
-            raise AssertionError(f"the program ended with status {status} before drawing anything")
-        return not stage.is_blank()
-
     def _read(self):
         for line in self._process.stdout:
-            with self._arrival:
-                self._lines.append(line.rstrip("\n"))
-                self._arrival.notify_all()
+            self._lines.append(line.rstrip("\n"))
 
     def _proc(self, name):
         with open(f"/proc/{self.pid}/{name}", encoding="utf-8", errors="replace") as file:

@@ -47,11 +47,6 @@ class Element:
             return Atspi.Text.get_text(self._accessible, 0, -1)
         return self.name
 
-    @property
-    def value(self):
-        """The figure of a meter or slider."""
-        return Atspi.Value.get_current_value(self._accessible)
-
     def process(self):
         try:
             return self._accessible.get_process_id()
@@ -71,20 +66,15 @@ class Element:
         x, y, width, height = self.extents()
         return x + width // 2, y + height // 2
 
-    def actions(self):
-        if "Action" not in self._accessible.get_interfaces():
-            return []
-        count = Atspi.Action.get_n_actions(self._accessible)
-        return [Atspi.Action.get_action_name(self._accessible, index) for index in range(count)]
-
     def click(self):
         """Presses the mouse in the middle of the element."""
-        self.screen.mouse(*self.centre())
+        self.screen.mouse(*self.centre(), "click", "1")
 
     def press(self):
         """Does what a screen reader does to press the element."""
-        index = self.actions().index("Press")
-        if not Atspi.Action.do_action(self._accessible, index):
+        names = [Atspi.Action.get_action_name(self._accessible, index)
+                 for index in range(Atspi.Action.get_n_actions(self._accessible))]
+        if not Atspi.Action.do_action(self._accessible, names.index("Press")):
             raise AssertionError(f"{self} did not take the press")
 
     def children(self):
@@ -117,9 +107,6 @@ class Element:
         except GLib.Error:  # the program was changing its tree: as good as not there yet
             return None
 
-    def wait_gone(self, role=None, name=None, seconds=30.0):
-        processes.wait_until(lambda: self.look(role, name) is None, f"{name} to go", seconds)
-
     def tree(self, depth=0):
         """The tree as text, for the reader of a failed run."""
         lines = [f"{'  ' * depth}{self} {self.extents()} {' '.join(sorted(self.states()))}"]
@@ -149,14 +136,8 @@ class Screen(Element):
         """A window or dialog by its whole title."""
         return self.find(_WINDOW, title)
 
-    def mouse(self, x, y, button=1):
-        self.stage.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
-
-    def move_window(self, title, x, y):
-        """Puts a window elsewhere, with its top left corner at x, y."""
-        self.stage.run("xdotool", "windowmove", self._x_window(title), str(x), str(y))
-        window = self.window(title)
-        processes.wait_until(lambda: window.extents()[:2] == (x, y), f"{title} at {x}, {y}")
+    def mouse(self, x, y, *actions):
+        self.stage.run("xdotool", "mousemove", str(x), str(y), *actions)
 
     def focus_program(self, pid, title):
         """Brings a window of that program to the front and gives it the keyboard."""
@@ -164,14 +145,9 @@ class Screen(Element):
         self.stage.run("xdotool", "windowraise", found, "windowfocus", "--sync", found)
 
     def move_program(self, pid, title, x, y):
+        """Puts a window elsewhere, with its top left corner at x, y."""
         self.stage.run("xdotool", "windowmove", self._x_window(title, "--pid", str(pid)),
                        str(x), str(y))
-
-    def focus_window(self, title):
-        """Gives the keyboard to a window."""
-        self.stage.run("xdotool", "windowfocus", "--sync", self._x_window(title))
-        window = self.window(title)
-        processes.wait_until(lambda: "active" in window.states(), f"{title} to have the keyboard")
 
     def key(self, *names):
         """Presses keys by X name: "space", "Left", "ctrl+o"."""
@@ -199,7 +175,7 @@ class Screen(Element):
         processes.wait_until(lambda: field.text == str(path), "the typed path")
         # The first Return may only take the name that the field proposes as one types.
         self.key("Return")
-        self.wait_gone(_WINDOW, title)
+        processes.wait_until(lambda: self.look(_WINDOW, title) is None, f"{title} to go")
 
     def _x_window(self, title, *conditions):
         return self.stage.run("xdotool", "search", "--onlyvisible", "--all", *conditions, "--name",

@@ -11,7 +11,7 @@ class Sound:
     machine has.
     """
 
-    def __init__(self, stage, inputs, rate=48000):
+    def __init__(self, stage, inputs):
         self._stage = stage
         self._sinks = {name: f"out{index}" for index, name in enumerate(inputs)}
         socket = stage.folder / "runtime" / "sound"
@@ -20,20 +20,17 @@ class Sound:
         # No server of another kind may be started on the side.
         stage.environment["JACK_NO_START_SERVER"] = "1"
         modules = [f"module-native-protocol-unix auth-anonymous=1 socket={socket}"]
-        modules += [f"module-null-sink sink_name={sink} rate={rate} channels=2"
+        modules += [f"module-null-sink sink_name={sink} rate=48000 channels=2"
                     for sink in self._sinks.values()]
         command = ["pulseaudio", "-n", "--exit-idle-time=-1", "--daemonize=no", "--use-pid-file=no"]
         for module in modules:
             command += ["-L", module]
-        self._server = stage.start("pulseaudio", command)
+        stage.start("pulseaudio", command)
         processes.wait_until(socket.exists, "the sound server")
 
     def play(self, wav, output):
         """Starts playing a file on the output of that name; gives back the player's process."""
         return self._stage.start("paplay", ["paplay", f"--device={self._sinks[output]}", str(wav)])
-
-    def close(self):
-        processes.stop(self._server)
 
     def _write_alsa_configuration(self):
         entries = ["</usr/share/alsa/alsa.conf>"]

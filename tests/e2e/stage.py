@@ -25,7 +25,6 @@ class Stage:
         self.folder = Path(tempfile.mkdtemp(prefix="tessivo-e2e-"))
         self.environment = self._scratch_environment()
         self._screen_file = None
-        self._processes = []
 
     def __enter__(self):
         processes.adopt_orphans()
@@ -43,7 +42,6 @@ class Stage:
 
     def close(self):
         processes.stop_all_children()
-        self._processes.clear()
         if self._screen_file:
             self._screen_file.close()
             self._screen_file = None
@@ -51,13 +49,11 @@ class Stage:
 
     def start(self, name, command, **options):
         """Starts a process of the stage; its output goes to the log `name`."""
-        process = processes.start(command, self.log(name), self.environment, **options)
-        self._processes.append(process)
-        return process
+        return processes.start(command, self.log(name), self.environment, **options)
 
-    def run(self, *command):
-        """Runs a command on the stage to its end and returns what it printed; a failure raises."""
-        done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, timeout=60,
+    def run(self, *command, environment=None):
+        """Runs a command to its end and returns what it printed; a failure raises."""
+        done = subprocess.run(command, env=environment or self.environment, stdin=subprocess.DEVNULL, timeout=60,
                               capture_output=True, text=True, check=False)
         if done.returncode != 0:
             raise AssertionError(f"{' '.join(map(str, command))}: {done.stderr or done.stdout}")
@@ -74,15 +70,6 @@ class Stage:
                 print(f"--- {log.stem}", *tail, sep="\n", file=sys.stderr)
 
     # The screen
-
-    def pixel(self, x, y):
-        """The colour (red, green, blue) on the screen at x, y."""
-        blue, green, red, _ = self.screen_bytes(x, y, 1)
-        return red, green, blue
-
-    def is_blank(self):
-        """Whether nothing is on the screen: the bare root window is black."""
-        return not self.screen_bytes().strip(b"\0")
 
     def screen_bytes(self, x=0, y=0, pixels=None):
         """Raw pixels, four bytes each (blue, green, red, unused), from x, y on, row after row."""

@@ -1,15 +1,19 @@
 """Runs a show by timecode for an hour, or for as many minutes as the first argument says.
 
-Not one of CTest's: start it as tests/e2e/CMakeLists.txt starts the stories. Each minute it tells what
-the admin and a station use; it fails when that grows.
+    /usr/bin/python3 bench/e2e/soak.py [MINUTES]
+
+Each minute it tells what the admin and a station use; it fails when that grows.
 """
 
 import sys
 import time
 import unittest
+from pathlib import Path
 
-import test_the_whole_evening as evening  # not its class alone, which unittest would run too
-from case import explained
+sys.path.append(str(Path(__file__).resolve().parents[2] / "tests" / "e2e"))
+
+import test_the_whole_evening as evening  # noqa: E402  not its class, which unittest would run too
+from case import explained  # noqa: E402
 
 MINUTES = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 60
 WARM_UP = 5  # minutes
@@ -21,15 +25,15 @@ class Soak(evening.TheWholeEvening):
 
     @explained
     def test_nothing_grows(self):
-        sound = self.begin()
+        self.begin()
         self.admin.press("Ouvrir l'affichage")
-        self.admin.press("Vue live", "page tab")
+        self.open_live_tab()
         self.start_capture()
         wav = self.write_ltc("10:00:00:00", 180)
         players, used = [], []
         for minute in range(MINUTES):
             if not players or players[-1].poll() is not None:
-                players.append(sound.play(wav, evening.INPUT))
+                players.append(self.sound.play(wav, evening.INPUT))
             self.admin.key("space" if minute % 2 else "Left")
             time.sleep(60)
             used.append([self.use_of(person) for person in (self.admin, self.station)])
