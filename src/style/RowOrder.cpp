@@ -21,24 +21,14 @@ void RowOrder::setRows(QQuickItem* rows) {
 
 void RowOrder::watchRows() {
     for (const QQuickItem* row : rows_->childItems()) {
-        connect(row, &QQuickItem::yChanged, this, &RowOrder::sortLater, Qt::UniqueConnection);
+        connect(row, &QQuickItem::yChanged, this, &RowOrder::sort, Qt::UniqueConnection);
     }
-    sortLater();
+    sort();
 }
 
-void RowOrder::sortLater() {
-    if (!isSorting_) {
-        isSorting_ = true;
-        // A row that moves takes others with it: they are put in order once all are in place.
-        QMetaObject::invokeMethod(this, &RowOrder::sort, Qt::QueuedConnection);
-    }
-}
-
+// At once, not on a later turn: the next event may be the Tab key, and a list makes rows at any
+// moment.
 void RowOrder::sort() {
-    isSorting_ = false;
-    if (!rows_) {
-        return;
-    }
     QList<QQuickItem*> rows = rows_->childItems();
     const auto isHigher = [](const QQuickItem* a, const QQuickItem* b) { return a->y() < b->y(); };
     if (std::is_sorted(rows.begin(), rows.end(), isHigher)) {

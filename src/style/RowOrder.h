@@ -22,11 +22,9 @@ Q_SIGNALS:
 
 private:
     void watchRows();
-    void sortLater();
     void sort();
 
     QPointer<QQuickItem> rows_;
-    bool isSorting_ = false;
 };
 
 }  // namespace tessivo
