@@ -10,40 +10,19 @@ class StageContentTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void choosesThePanel_data();
-    void choosesThePanel();
     void announcesOnlyWhatDiffers();
     void keepsRowsWhileStepping();
 };
-
-void StageContentTest::choosesThePanel_data() {
-    QTest::addColumn<int>("songs");
-    QTest::addColumn<qint64>("index");
-    QTest::addColumn<StageContent::Panel>("panel");
-    QTest::newRow("no show") << -1 << qint64(0) << StageContent::WaitingForShow;
-    QTest::newRow("empty") << 0 << qint64(0) << StageContent::EmptySetlist;
-    QTest::newRow("empty, far") << 0 << qint64(-4) << StageContent::EmptySetlist;
-    QTest::newRow("first") << 3 << qint64(0) << StageContent::Songs;
-    QTest::newRow("last") << 3 << qint64(2) << StageContent::Songs;
-    QTest::newRow("finished") << 3 << qint64(3) << StageContent::Finished;
-    QTest::newRow("beyond") << 3 << qint64(INT64_MAX) << StageContent::Finished;
-    QTest::newRow("before") << 3 << qint64(INT64_MIN) << StageContent::NotStarted;
-}
-
-void StageContentTest::choosesThePanel() {
-    QFETCH(int, songs);
-    QFETCH(qint64, index);
-    StageContent content;
-    const Show show = showWithSongs(static_cast<std::size_t>(std::max(songs, 0)));
-    content.presentShow(songs < 0 ? nullptr : &show, index);
-    QTEST(content.panel(), "panel");
-}
 
 void StageContentTest::announcesOnlyWhatDiffers() {
     StageContent content;
     const Show show = showWithSongs(4);
     content.presentShow(&show, 1);
     content.presentRemaining(11);
+    content.presentShow(&show, 9);
+    QCOMPARE(content.panel(), StageContent::Finished);
+    content.presentShow(&show, 1);
+    QCOMPARE(content.panel(), StageContent::Songs);
     const QSignalSpy contentChanged(&content, &StageContent::contentChanged);
     const QSignalSpy currentChanged(&content, &StageContent::currentChanged);
     const QSignalSpy countdownChanged(&content, &StageContent::countdownChanged);

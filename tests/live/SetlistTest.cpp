@@ -1,4 +1,5 @@
 #include "live/Setlist.h"
+#include "live/StagePanel.h"
 #include "support/Shows.h"
 
 #include <doctest/doctest.h>
@@ -25,21 +26,23 @@ TEST_CASE("the screens show two past songs, the coming ones and the place in the
         std::int64_t index;
         const char* past;
         const char* next;
-        bool finished;
+        StagePanel panel;
         std::int64_t position;
     };
+    using enum StagePanel;
     const Row rows[] = {
-        {10, 0, "", " 2 3 4 5", false, 1},
-        {10, 1, " 1", " 3 4 5 6", false, 2},
-        {10, 7, " 6 7", " 9 10", false, 8},
-        {10, 9, " 8 9", "", false, 10},
-        {10, 10, " 9 10", "", true, 10},
-        {10, 11, "", "", true, 10},
-        {10, INT64_MAX, "", "", true, 10},
-        {10, -1, "", " 1 2 3 4", false, 0},
-        {10, INT64_MIN, "", " 1 2 3 4", false, 0},
-        {1, 0, "", "", false, 1},
-        {0, 0, "", "", true, 0},
+        {10, 0, "", " 2 3 4 5", songs, 1},
+        {10, 1, " 1", " 3 4 5 6", songs, 2},
+        {10, 7, " 6 7", " 9 10", songs, 8},
+        {10, 9, " 8 9", "", songs, 10},
+        {10, 10, " 9 10", "", finished, 10},
+        {10, 11, "", "", finished, 10},
+        {10, INT64_MAX, "", "", finished, 10},
+        {10, -1, "", " 1 2 3 4", notStarted, 0},
+        {10, INT64_MIN, "", " 1 2 3 4", notStarted, 0},
+        {1, 0, "", "", songs, 1},
+        {0, 0, "", "", emptySetlist, 0},
+        {0, -4, "", "", emptySetlist, 0},
     };
     for (const Row& row : rows) {
         CAPTURE(row.count);
@@ -47,9 +50,10 @@ TEST_CASE("the screens show two past songs, the coming ones and the place in the
         const Show show = showWithSongs(row.count);
         CHECK(numbers(pastSongs(show, row.index)) == row.past);
         CHECK(numbers(nextSongs(show, row.index, nextSongsOnLiveScreen)) == row.next);
-        CHECK(isFinished(show, row.index) == row.finished);
+        CHECK(stagePanel(&show, row.index) == row.panel);
         CHECK(shownPosition(show, row.index) == row.position);
     }
+    CHECK(stagePanel(nullptr, 0) == waitingForShow);
     CHECK(numbers(nextSongs(showWithSongs(8), 1, nextSongsOnStage)) == " 3 4 5 6 7 8");
 }
 

@@ -1,7 +1,9 @@
 #include "model/ShowJson.h"
+#include "sync/LiveState.h"
 
 #include <doctest/doctest.h>
 
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -155,6 +157,27 @@ TEST_CASE("an integer is any number whose value is whole and fits 64 bits") {
         const auto song = decodeSong(replaced(songJson, "215", row.first));
         REQUIRE(song.has_value());
         CHECK(song->duration == row.second);
+    }
+}
+
+TEST_CASE("a live state keeps its instant to the last bit, and is whole or nothing") {
+    const std::string start = R"({"show":)" + showJson + R"(,"activeSongIndex":-3)";
+    using Limits = std::numeric_limits<double>;
+    const std::pair<const char*, double> rows[] = {{"10", 10.0},
+                                                   {"-0.3333333333333333", -1.0 / 3.0},
+                                                   {"1.7976931348623157e+308", Limits::max()},
+                                                   {"5e-324", Limits::denorm_min()}};
+    for (const auto& row : rows) {
+        const std::string json = start + R"(,"currentSongStartedAt":)" + row.first + "}";
+        CAPTURE(json);
+        const auto state = decodeLiveState(json);
+        REQUIRE(state);
+        CHECK(state->currentSongStartedAt == Instant{row.second});
+        CHECK(encodeJson(*state) == json);
+    }
+    for (const char* end :
+         {"}", R"(,"currentSongStartedAt":null})", R"(,"currentSongStartedAt":1e400})"}) {
+        CHECK_FALSE(decodeLiveState(start + end));
     }
 }
 
