@@ -13,17 +13,14 @@ Rectangle {
     property string countdown: ""
     property bool urgent: false
 
-    /** How large the title and the guests are drawn; the line above them stays as it is. */
-    property real bodyScale: 1
     readonly property alias guestsOnOneLine: guests.onOneLine
 
-    /// Brings the height up to date at once rather than before the next frame.
-    function layOut() {
-        guests.forceLayout();
-        body.forceLayout();
+    /** Draws the title and the guests as FittedColumn does; the line above them stays as it is. */
+    function fitInto(available: real, least: real): bool {
+        return body.fitInto(available - (height - body.height), least);
     }
 
-    height: header.height + 12 + body.height * bodyScale + 40
+    height: header.height + 12 + body.height + 40
     radius: 10
     color: Colors.withOpacity(Colors.pvRed, 0.06)
     border.width: 2.5
@@ -72,14 +69,12 @@ Rectangle {
         }
     }
 
-    Column {
+    FittedColumn {
         id: body
 
         x: 20
         y: header.y + header.height + 12
-        width: header.width / card.bodyScale
-        scale: card.bodyScale
-        transformOrigin: Item.TopLeft
+        width: header.width
         spacing: 12
 
         PVText {
@@ -106,7 +101,7 @@ Rectangle {
             id: guests
 
             visible: card.song.guests.length > 0
-            width: Math.min(body.width, widestLine)
+            width: Math.min(body.rowWidth, widestLine)
             spacing: 12
             anchors.horizontalCenter: parent.horizontalCenter
 
@@ -123,7 +118,7 @@ Rectangle {
                 let line = 0;
                 for (let i = 0; i < repeater.count; ++i) {
                     const width = repeater.itemAt(i)?.width ?? 0;
-                    line = line > 0 && line + spacing + width <= body.width ? line + spacing + width : width;
+                    line = line > 0 && line + spacing + width <= body.rowWidth ? line + spacing + width : width;
                     widest = Math.max(widest, line);
                 }
                 return widest;
@@ -134,7 +129,9 @@ Rectangle {
 
                 model: card.song.guests
                 delegate: GuestCard {
-                    maximumWidth: body.width
+                    maximumWidth: body.rowWidth
+                    // Drawn smaller, a thinner line would vanish here and there.
+                    border.width: 1.5 / body.drawnScale
                 }
             }
         }

@@ -14,7 +14,6 @@ Rectangle {
     height: content.height + 28
     radius: 8
     color: Colors.withOpacity(Colors.pvRed, 0.1)
-    border.width: 1.5
     border.color: Colors.pvRed
 
     Column {

@@ -24,23 +24,14 @@ Flickable {
     /// up the past songs rather than its legibility.
     function fitCard() {
         fitting = true;
-        const keepsPast = fitInto(room - pastHeight, 0.7);
+        column.forceLayout();
+        const keepsPast = card.fitInto(room - pastHeight, 0.7);
         if (!keepsPast) {
-            fitInto(room, 0.3);
+            card.fitInto(room, 0.3);
         }
+        column.forceLayout();
         contentY = keepsPast ? 0 : Math.max(0, Math.min(pastHeight + column.spacing, contentHeight - height));
         fitting = false;
-    }
-
-    /// A smaller card takes more guests on a line, so that its height has to be tried.
-    function fitInto(available: real, least: real): bool {
-        card.bodyScale = 1;
-        card.layOut();
-        while (card.height > available && card.bodyScale > least) {
-            card.bodyScale *= 0.95;
-            card.layOut();
-        }
-        return card.height <= available;
     }
 
     /// Not at once: a layout that is being made can't be made again.
@@ -67,11 +58,12 @@ Flickable {
 
     ScrollBar.vertical: PVScrollBar {}
 
-    // Nobody scrolls a screen above a stage: each new song brings its card back into view.
+    // Nobody scrolls a screen above a stage: each new song brings its card back into view, and is
+    // never seen in the layout of the one before.
     Connections {
         target: view.content
         function onCurrentChanged() {
-            view.fitCardSoon();
+            view.fitCard();
         }
     }
 

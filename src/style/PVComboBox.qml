@@ -4,7 +4,9 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tessivo.Style
 
-/** Chooses one entry of a list of texts, or of any model with a `delegate` of its own. */
+/** Chooses one entry of a list of texts, or of any model with a `delegate` of its own. What is chosen
+    changes in the open list only: no stray key or wheel changes it. Opened with the mouse, too, the
+    chooser takes the keyboard, and keeps it once the list is closed. */
 ComboBox {
     id: chooser
 
@@ -21,6 +23,16 @@ ComboBox {
     rightPadding: 26
 
     Accessible.role: Accessible.ComboBox
+
+    Keys.onPressed: event => {
+        if (!popup.visible) {
+            const opens = event.key === Qt.Key_Up || event.key === Qt.Key_Down;
+            if (opens) {
+                popup.open();
+            }
+            event.accepted = opens || /[^\x00-\x20\x7f]/.test(event.text);
+        }
+    }
 
     contentItem: PVText {
         text: chooser.displayText || chooser.placeholder
@@ -57,9 +69,19 @@ ComboBox {
         height: Math.min(contentItem.implicitHeight + 8, 400)
         padding: 4
         margins: 8
+        focus: true
+        onAboutToShow: chooser.forceActiveFocus()
+        onActiveFocusChanged: {
+            if (!activeFocus) {
+                close();
+            }
+        }
 
         contentItem: ListView {
             clip: true
+            focus: true
+            keyNavigationEnabled: false
+            Keys.forwardTo: chooser
             implicitHeight: chooser.count > 0 ? contentHeight : 32
             model: chooser.popup.visible ? chooser.delegateModel : null
             currentIndex: chooser.highlightedIndex

@@ -8,7 +8,6 @@ import Tessivo.Style
 ListView {
     id: list
 
-    readonly property Item focusItem: Window.activeFocusItem
     /** How much of the width the scroll bar takes when it stands beside the rows. */
     readonly property int barWidth: 14
 
@@ -22,8 +21,9 @@ ListView {
 
     ScrollBar.vertical: PVScrollBar {}
 
-    onFocusItemChanged: {
-        let row = focusItem;
+    /** Brings the row into view in which this item stands, if it stands in one. */
+    function follow(focused: Item): void {
+        let row = focused;
         while (row && row.parent !== contentItem) {
             row = row.parent;
         }
@@ -32,9 +32,16 @@ ListView {
         } else if (row && row.index !== undefined) {
             currentIndex = row.index;
             // The Tab key goes on only to a row that is there.
-            const next = focusItem.focusReason === Qt.TabFocusReason ? 1 : focusItem.focusReason === Qt.BacktabFocusReason ? -1 : 0;
+            const next = focused.focusReason === Qt.TabFocusReason ? 1 : focused.focusReason === Qt.BacktabFocusReason ? -1 : 0;
             positionViewAtIndex(Math.max(0, Math.min(count - 1, row.index + next)), ListView.Contain);
             positionViewAtIndex(row.index, ListView.Contain);
+        }
+    }
+
+    Connections {
+        target: list.Window.window
+        function onActiveFocusItemChanged() {
+            list.follow(list.Window.activeFocusItem);
         }
     }
 

@@ -5,12 +5,14 @@
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "kit/ScreenContext.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "state/AppState.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -22,6 +24,7 @@ class Screen {
 public:
     /// Shows the list of these shows.
     explicit Screen(std::vector<Show> shows) : state(computer) {
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:|QML")));
         for (Show& show : shows) {
             state.importShow(std::move(show));
         }
@@ -70,9 +73,18 @@ public:
     /// Clicks into the middle of an item, and lays out what comes of it.
     void click(QQuickItem* target) const {
         QVERIFY(target);
+        QTRY_VERIFY(!hasJustMoved(target));
         QTest::mouseClick(window, Qt::LeftButton, {}, centreOf(target));
         QCoreApplication::processEvents();  // a file panel opens on the next turn
         layOut();
+    }
+
+    /// Whether a click on this item would be taken for one on what was there a moment ago.
+    bool hasJustMoved(const QQuickItem* target) const {
+        return std::ranges::any_of(items(window->contentItem()), [&](const auto& guard) {
+            return guard->property("aim").isValid() && guard->property("enabled").toBool() &&
+                   guard->contains(guard->mapFromScene(centreOf(target)));
+        });
     }
 
     static QPoint centreOf(const QQuickItem* item) {

@@ -37,5 +37,9 @@ RowLayout {
         foreground: Colors.pvPaperFaint
         tip: "Retirer " + row.value
         onClicked: row.removed()
+
+        AimGuard {
+            aim: row.y
+        }
     }
 }

@@ -52,5 +52,9 @@ RowLayout {
         foreground: Colors.pvPaperFaint
         tip: "Retirer ce guest"
         onClicked: row.guests.remove(row.guest.id)
+
+        AimGuard {
+            aim: row.y
+        }
     }
 }

@@ -134,6 +134,10 @@ FocusScope {
                 foreground: Colors.pvPaperFaint
                 tip: "Supprimer le morceau"
                 onClicked: row.editor.removeSong(row.song.id)
+
+                AimGuard {
+                    aim: row.y
+                }
             }
         }
 

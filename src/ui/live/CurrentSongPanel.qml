@@ -14,58 +14,67 @@ Rectangle {
     property string countdown: ""
     property bool urgent: false
 
-    height: content.height + 36
+    /** Draws the title and the guests as FittedColumn does; the line above them stays as it is. */
+    function fitInto(available: real, least: real): bool {
+        return body.fitInto(available - (height - body.height), least);
+    }
+
+    height: header.height + 10 + body.height + 36
     radius: 10
     color: Colors.pvRedDim
     border.width: 1
     border.color: Colors.pvRed
 
-    Column {
-        id: content
+    Item {
+        id: header
 
         x: 18
         y: 18
         width: panel.width - 36
-        spacing: 10
+        height: Math.max(place.height, timeLeft.height)
 
-        Item {
-            width: parent.width
-            height: Math.max(place.height, timeLeft.height)
+        Row {
+            id: place
 
-            Row {
-                id: place
+            spacing: 14
+            anchors.verticalCenter: parent.verticalCenter
 
-                spacing: 14
+            PVText {
+                text: "● En cours — morceau " + panel.song.position + "/" + panel.songCount
+                size: 11
+                weight: Font.Bold
+                color: Colors.pvRed
                 anchors.verticalCenter: parent.verticalCenter
-
-                PVText {
-                    text: "● En cours — morceau " + panel.song.position + "/" + panel.songCount
-                    size: 11
-                    weight: Font.Bold
-                    color: Colors.pvRed
-                    anchors.verticalCenter: parent.verticalCenter
-                }
-                PVText {
-                    visible: text !== ""
-                    text: panel.song.timecode
-                    size: 11
-                    digits: true
-                    color: Colors.pvAmber
-                    anchors.verticalCenter: parent.verticalCenter
-                }
             }
             PVText {
-                id: timeLeft
-
-                text: panel.countdown
-                size: 18
-                weight: Font.Bold
+                visible: text !== ""
+                text: panel.song.timecode
+                size: 11
                 digits: true
-                color: panel.urgent ? Colors.pvRed : Colors.pvPaperDim
-                anchors.right: parent.right
+                color: Colors.pvAmber
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
+        PVText {
+            id: timeLeft
+
+            text: panel.countdown
+            size: 18
+            weight: Font.Bold
+            digits: true
+            color: panel.urgent ? Colors.pvRed : Colors.pvPaperDim
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+
+    FittedColumn {
+        id: body
+
+        x: header.x
+        y: header.y + header.height + 10
+        width: header.width
+        spacing: 10
 
         PVText {
             width: parent.width
@@ -102,7 +111,7 @@ Rectangle {
                         text: guest.modelData.name || "(sans nom)"
                         size: 16
                         weight: Font.DemiBold
-                        width: Math.min(implicitWidth, content.width)
+                        width: Math.min(implicitWidth, body.rowWidth)
                         elide: Text.ElideRight
                     }
                     Row {
@@ -128,7 +137,7 @@ Rectangle {
         size: 11
         weight: Font.DemiBold
         color: Colors.pvAmber
-        width: Math.min(implicitWidth, content.width / 3 - 12)
+        width: Math.min(implicitWidth, body.rowWidth / 3 - 12)
         elide: Text.ElideRight
     }
 }

@@ -27,6 +27,11 @@ KeyCaptureView::KeyCaptureView(QQuickItem* parent) : QQuickItem(parent) {
     qGuiApp->installEventFilter(this);
 }
 
+bool KeyCaptureView::isCovered() const {
+    const QQuickItem* withKeyboard = window()->contentItem()->scopedFocusItem();
+    return withKeyboard && !withKeyboard->isAncestorOf(this);
+}
+
 bool KeyCaptureView::eventFilter(QObject* watched, QEvent* event) {
     const bool press = event->type() == QEvent::KeyPress;
     if ((!press && event->type() != QEvent::KeyRelease) || !qobject_cast<QQuickWindow*>(watched)) {
@@ -34,7 +39,7 @@ bool KeyCaptureView::eventFilter(QObject* watched, QEvent* event) {
     }
     const auto& keyEvent = static_cast<const QKeyEvent&>(*event);
     const Key key = keyOf(keyEvent);
-    if (key == noKey || !isVisible() || !isEnabled() || !window() ||
+    if (key == noKey || !isVisible() || !isEnabled() || !window() || isCovered() ||
         isTyping(static_cast<const QQuickWindow&>(*watched))) {
         return false;
     }

@@ -16,6 +16,7 @@ Rectangle {
     readonly property int margin: 16
 
     color: Colors.pvBlack
+    onVisibleChanged: Qt.callLater(scroll.showCurrent)
 
     LiveShowViewModel {
         id: live
@@ -43,28 +44,38 @@ Rectangle {
             contentHeight: songs.height + 2 * screen.margin
             boundsBehavior: Flickable.StopAtBounds
             clip: true
-            onHeightChanged: showCurrentSoon.restart()
+            onHeightChanged: Qt.callLater(showCurrent)
+            onWidthChanged: Qt.callLater(showCurrent)
 
-            /** From the top, unless the current song's card would be cut off below. */
-            function showCurrent() {
-                const bottom = songs.y + current.y + current.height + songs.spacing;
-                contentY = Math.max(0, Math.min(bottom - height, songs.y + current.y - songs.spacing));
+            readonly property bool announces: live.urgent
+            onAnnouncesChanged: showCurrent()
+
+            /** Room for the title of the next song below the card of the current one. */
+            readonly property int startOfNext: 86
+
+            /** From the top, unless the card, or the next song while it is announced, would be cut
+                off below: then the past songs yield. The card is drawn as small as it must be. */
+            function showCurrent(): void {
+                if (!screen.visible) {
+                    return;
+                }
+                const below = coming.visible ? startOfNext : 0;
+                current.fitInto(height - 2 * songs.spacing - below, 0.6);
+                past.forceLayout();
+                coming.forceLayout();
+                songs.forceLayout();
+                const announced = announces ? nextSongs.itemAt(0) : null;
+                const bottom = songs.y + (announced ? coming.y + announced.y + announced.height : current.y + current.height);
+                const countdown = songs.y + current.y - (announced ? 0 : songs.spacing);
+                contentY = Math.max(0, Math.min(bottom + songs.spacing - height, countdown));
             }
 
             ScrollBar.vertical: PVScrollBar {}
 
-            // Once the cards are laid out.
-            Timer {
-                id: showCurrentSoon
-
-                interval: 0
-                onTriggered: scroll.showCurrent()
-            }
-
             Connections {
                 target: live
                 function onContentChanged() {
-                    showCurrentSoon.restart();
+                    scroll.showCurrent();
                 }
             }
 
@@ -77,6 +88,8 @@ Rectangle {
                 spacing: 14
 
                 Column {
+                    id: past
+
                     width: parent.width
                     spacing: 4
                     visible: pastSongs.count > 0
@@ -134,6 +147,8 @@ Rectangle {
                 }
 
                 Column {
+                    id: coming
+
                     width: parent.width
                     spacing: 8
                     visible: nextSongs.count > 0
@@ -150,6 +165,11 @@ Rectangle {
                         delegate: NextSongButton {
                             width: songs.width
                             announced: index === 0 && live.urgent
+                            onHeightChanged: {
+                                if (announced) {
+                                    Qt.callLater(scroll.showCurrent);
+                                }
+                            }
                             onClicked: live.jumpToNext(index)
                         }
                     }

@@ -63,6 +63,10 @@ Rectangle {
             PVButton {
                 text: TimecodeViewModel.isCapturing ? "Arrêter la capture" : "Démarrer la capture"
                 onClicked: TimecodeViewModel.toggleCapture()
+
+                AimGuard {
+                    aim: TimecodeViewModel.isCapturing
+                }
             }
         }
 

@@ -31,6 +31,10 @@ T.AbstractButton {
         lively: button.hovered || button.visualFocus
     }
 
+    AimGuard {
+        aim: button.y
+    }
+
     background: Rectangle {
         radius: 6
         color: button.down || button.hovered ? Colors.pvBlack3 : button.announced ? "transparent" : Colors.pvBlack2
