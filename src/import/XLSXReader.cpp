@@ -46,7 +46,10 @@ public:
     /// False when there is no such part or it can't be extracted; what `events` got is then void.
     bool parse(std::string_view path, XmlEvents& events) {
         const auto found = byName_.find(path);
-        if (found == byName_.end() || !spend(found->second->compressedSize)) {
+        const auto stored =
+            found == byName_.end() ? std::nullopt : storedBytes(*found->second, archive_);
+        // Only what is there costs anything: a false size is this part's fault alone.
+        if (!stored || !spend(stored->size())) {
             return false;
         }
         XmlParser parser(events);
