@@ -53,7 +53,8 @@ std::string makeRunSheet(std::int64_t rows) {
 }
 
 std::size_t cellsIn(std::string_view file) {
-    const auto result = tessivo::XLSXReader::read(file);
+    tessivo::WorkProgress progress;
+    const auto result = tessivo::XLSXReader::read(file, progress);
     const auto* workbook = std::get_if<tessivo::XLSXWorkbook>(&result);
     return workbook && !workbook->sheets.empty() ? workbook->sheets[0].cells.size() : 0;
 }

@@ -39,7 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             break;
         }
     }
-    const auto result = tessivo::XLSXReader::read(archive);
+    tessivo::WorkProgress progress;
+    const auto result = tessivo::XLSXReader::read(archive, progress);
     const auto* error = std::get_if<tessivo::ReaderError>(&result);
     require(entries.empty() == (error && *error == tessivo::ReaderError::notAZip));
     return 0;

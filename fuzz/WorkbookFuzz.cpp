@@ -74,7 +74,8 @@ void checkImport(XLSXWorkbook workbook) {
 /// Any text as the parts of a workbook, and what an import makes of it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string file = workbookFrom(asText(data, size));
-    auto result = tessivo::XLSXReader::read(file);
+    tessivo::WorkProgress progress;
+    auto result = tessivo::XLSXReader::read(file, progress);
     if (auto* workbook = std::get_if<XLSXWorkbook>(&result)) {
         std::ranges::for_each(workbook->sheets, checkSheet);
         checkImport(std::move(*workbook));

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstddef>
-#include <span>
+#include <ranges>
 #include <utility>
 #include <variant>
 
@@ -20,9 +20,10 @@ std::string nameWithoutExtension(const FileLocation& location) {
 }
 
 /// The rows from `start` on that hold anything: a file may skip as many numbers as it likes.
-std::span<const XLSXWorkbook::Row> rowsFrom(const XLSXWorkbook::Sheet& sheet, std::int64_t start) {
-    const auto first = std::ranges::lower_bound(sheet.rows, start, {}, &XLSXWorkbook::Row::index);
-    return {first, sheet.rows.end()};
+auto rowsFrom(const XLSXWorkbook::Sheet& sheet, std::int64_t start) {
+    return std::ranges::subrange(
+        std::ranges::lower_bound(sheet.rows, start, {}, &XLSXWorkbook::Row::index),
+        sheet.rows.end());
 }
 
 /// The cells of one song. A missing column or cell is an empty text.

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <deque>
 #include <functional>
 #include <iterator>
-#include <vector>
 
 namespace tessivo {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 /// Sorts what stands from `start` on by `key`, and keeps of equal ones the last: in a file, what
 /// comes later replaces what came before.
 template <typename Item, typename Key>
-void sortKeepingLast(std::vector<Item>& items, std::size_t start, Key key) {
+void sortKeepingLast(std::deque<Item>& items, std::size_t start, Key key) {
     const auto first = items.begin() + static_cast<std::ptrdiff_t>(start);
     if (std::ranges::adjacent_find(first, items.end(), std::greater_equal{}, key) == items.end()) {
         return;  // as every usual writer leaves it
@@ -51,7 +51,7 @@ void SheetParser::startElement(std::string_view name, const XmlAttributes& attri
 
 void SheetParser::characters(std::string_view text) {
     if (inValue_ || inInlineText_) {
-        pool_.append(currentValue_, text);
+        TextPool::append(currentValue_, text);
     }
 }
 
@@ -84,8 +84,8 @@ void SheetParser::finishCell() {
         return;
     }
     const TextPool::Span span = resolvedValue();
-    if (span.length > 0) {
-        sheet_.cells.push_back({column_, span.offset, span.length});
+    if (span.length > 0 && memory_.spend(sizeof(XLSXWorkbook::Cell))) {
+        sheet_.cells.push_back({column_, span});
     }
 }
 
@@ -97,11 +97,14 @@ TextPool::Span SheetParser::resolvedValue() {
             return *shared;
         }
     }
-    return pool_.add(currentValue_);
+    return pool_.add(currentValue_, memory_);
 }
 
 void SheetParser::finishRow() {
-    if (inRow_ && sheet_.cells.size() > firstCell_) {
+    if (inRow_ && !memory_.isExhausted()) {
+        lastRow_ = rowIndex_;
+    }
+    if (inRow_ && sheet_.cells.size() > firstCell_ && memory_.spend(sizeof(XLSXWorkbook::Row))) {
         sortKeepingLast(sheet_.cells, firstCell_, &XLSXWorkbook::Cell::column);
         sheet_.rows.push_back({rowIndex_, static_cast<std::uint32_t>(firstCell_),
                                static_cast<std::uint32_t>(sheet_.cells.size())});

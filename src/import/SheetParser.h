@@ -15,9 +15,13 @@ namespace tessivo {
 /// number formats nor formulas are interpreted, so a date is a day number.
 class SheetParser : public XmlEvents {
 public:
-    /// The arguments must outlive this; cell texts go into `pool`.
-    SheetParser(const SharedStringsParser& sharedStrings, TextPool& pool)
-        : sharedStrings_(sharedStrings), pool_(pool) {}
+    /// The arguments must outlive this; cell texts go into `pool`. What comes after the memory is
+    /// used up is ignored, the row that used it up included.
+    SheetParser(const SharedStringsParser& sharedStrings, TextPool& pool, Allowance& memory)
+        : sharedStrings_(sharedStrings), pool_(pool), memory_(memory) {}
+
+    /// The number of the last row that has ended.
+    std::int64_t lastRow() const { return lastRow_; }
 
     /// The rows that were complete, once the part is parsed; the sheet still lacks name and texts.
     XLSXWorkbook::Sheet takeSheet() &&;
@@ -35,9 +39,11 @@ private:
 
     const SharedStringsParser& sharedStrings_;
     TextPool& pool_;
+    Allowance& memory_;
     XLSXWorkbook::Sheet sheet_;
     bool inRow_ = false;
     std::int64_t rowIndex_ = 0;
+    std::int64_t lastRow_ = 0;
     std::size_t firstCell_ = 0;  ///< of the row that isn't complete yet
     std::int64_t column_ = 0;    ///< of the current cell; 0 without a usable reference
     bool isSharedString_ = false;

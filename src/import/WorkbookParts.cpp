@@ -1,33 +1,19 @@
 #include "import/WorkbookParts.h"
 
-#include <cassert>
+#include <cstddef>
 
 namespace tessivo {
+namespace {
 
-TextPool::Span TextPool::add(std::string_view text) {
-    const std::size_t offset = bytes_.size();
-    assert(offset <= capacity_);
-    if (text.size() > capacity_ - offset) {
-        return {static_cast<std::uint32_t>(offset), 0};
-    }
-    bytes_ += text;
-    return {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(text.size())};
-}
+constexpr std::size_t sizeOfEntry = 128;  // of a map of texts by texts, about
 
-void TextPool::append(std::string& text, std::string_view piece) const {
-    if (text.size() <= capacity_) {
-        text += piece;
-    }
-}
+}  // namespace
 
 std::optional<TextPool::Span> SharedStringsParser::at(std::int64_t index) const {
-    if (index < 0 || index >= std::ssize(ends_)) {
+    if (index < 0 || index >= std::ssize(texts_)) {
         return std::nullopt;
     }
-    const auto position = static_cast<std::size_t>(index);
-    const std::uint32_t start = position == 0 ? 0 : ends_[position - 1];
-    assert(start <= ends_[position]);
-    return TextPool::Span{start, ends_[position] - start};
+    return texts_[static_cast<std::size_t>(index)];
 }
 
 void SharedStringsParser::startElement(std::string_view name, const XmlAttributes&) {
@@ -40,7 +26,7 @@ void SharedStringsParser::startElement(std::string_view name, const XmlAttribute
 
 void SharedStringsParser::characters(std::string_view text) {
     if (inText_) {
-        pool_.append(current_, text);
+        TextPool::append(current_, text);
     }
 }
 
@@ -48,29 +34,32 @@ void SharedStringsParser::endElement(std::string_view name) {
     if (name == "t") {
         inText_ = false;
     } else if (name == "si") {
-        const TextPool::Span span = pool_.add(current_);
-        ends_.push_back(span.offset + span.length);
+        const TextPool::Span text = pool_.add(current_, memory_);
+        if (memory_.spend(sizeof text)) {
+            texts_.push_back(text);
+        }
     }
 }
 
 void WorkbookParser::startElement(std::string_view name, const XmlAttributes& attributes) {
-    if (name != "sheet" || refs.size() == maximumSheets) {
+    if (name != "sheet") {
         return;
     }
     const auto sheetName = attributes.find("name");
     const auto relId = attributes.find("r:id");
-    if (sheetName && relId) {
+    if (sheetName && relId && memory_.spend(sizeof(SheetRef) + sheetName->size() + relId->size())) {
         refs.push_back({std::string(*sheetName), std::string(*relId)});
     }
 }
 
 void RelsParser::startElement(std::string_view name, const XmlAttributes& attributes) {
-    if (name != "Relationship" || targets.size() == maximumSheets) {
+    if (name != "Relationship") {
         return;
     }
     const auto id = attributes.find("Id");
     const auto target = attributes.find("Target");
-    if (id && target && target->starts_with("worksheets/")) {
+    if (id && target && target->starts_with("worksheets/") &&
+        memory_.spend(sizeOfEntry + id->size() + target->size())) {
         targets.insert_or_assign(std::string(*id), std::string(*target));
     }
 }

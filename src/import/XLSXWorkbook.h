@@ -1,6 +1,9 @@
 #pragma once
 
+#include "import/TextPool.h"
+
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,11 +16,9 @@ namespace tessivo {
 /// there, never with the numbers of their rows and columns, which a file may choose at will; a text
 /// that many cells share is kept once.
 struct XLSXWorkbook {
-    /// Where the text of a cell stands among the workbook's texts.
     struct Cell {
         std::int64_t column = 0;  ///< from 1, which is column A
-        std::uint32_t textOffset = 0;
-        std::uint32_t textLength = 0;  ///< in bytes, never 0
+        TextPool::Span text;      ///< never empty
     };
 
     /// A row with at least one cell; its cells are `cells[firstCell]` to `cells[endCell - 1]`.
@@ -29,18 +30,27 @@ struct XLSXWorkbook {
 
     struct Sheet {
         std::string name;
-        std::vector<Row> rows;                     ///< ascending, each index once
-        std::vector<Cell> cells;                   ///< within a row ascending, each column once
-        std::shared_ptr<const std::string> texts;  ///< of the whole workbook, UTF-8
+        std::deque<Row> rows;                   ///< ascending, each index once
+        std::deque<Cell> cells;                 ///< within a row ascending, each column once
+        std::shared_ptr<const TextPool> texts;  ///< of the whole workbook, UTF-8
         std::int64_t maxRow = 0;
         std::int64_t maxCol = 0;
+        /// The number of the last row that was read, when there were too many.
+        std::optional<std::int64_t> lastRowRead;
 
-        /// The text of a cell of a row of this sheet; none when it is empty.
+        /// The cell of a row of this sheet; null when it is empty.
+        const Cell* cell(const Row& row, std::int64_t column) const;
+        /// The row with that number; null when it is empty.
+        const Row* row(std::int64_t index) const;
+        /// The text of a cell; none when it is empty.
         std::optional<std::string_view> text(const Row& row, std::int64_t column) const;
         std::optional<std::string_view> text(std::int64_t row, std::int64_t column) const;
     };
 
-    std::vector<Sheet> sheets;  ///< in the workbook's order
+    std::vector<Sheet> sheets;              ///< in the workbook's order
+    std::vector<std::string> unreadSheets;  ///< the names of those that couldn't be read
+    /// Texts that cells name by number were too many: those beyond show their number.
+    bool lacksTexts = false;
 };
 
 }  // namespace tessivo

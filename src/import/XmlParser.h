@@ -14,6 +14,7 @@ class XmlAttributes {
 public:
     /// `pairs` alternates names and values and ends with a null pointer.
     explicit XmlAttributes(const char* const* pairs) : pairs_(pairs) {}
+    /// `name` isn't empty and ends in a NUL, as a literal does.
     std::optional<std::string_view> find(std::string_view name) const;
 
 private:

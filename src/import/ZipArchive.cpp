@@ -38,21 +38,6 @@ std::uint32_t read32(std::string_view bytes, std::size_t offset) {
     return readNumber(bytes, offset, 4);
 }
 
-/// The compressed bytes of a member; none when they would run past the archive's end.
-std::optional<std::string_view> memberData(const ZipEntry& entry, std::string_view archive) {
-    const std::size_t header = entry.localHeaderOffset;
-    if (archive.size() < header + localHeaderSize) {
-        return std::nullopt;
-    }
-    const std::size_t nameLength = read16(archive, header + 26);
-    const std::size_t extraLength = read16(archive, header + 28);
-    const std::size_t start = header + localHeaderSize + nameLength + extraLength;
-    if (archive.size() < start + entry.compressedSize) {
-        return std::nullopt;
-    }
-    return archive.substr(start, entry.compressedSize);
-}
-
 bool handOver(std::string_view data, const PieceReceiver& receive) {
     while (!data.empty() && receive(data.substr(0, pieceSize))) {
         data.remove_prefix(std::min(pieceSize, data.size()));
@@ -153,8 +138,22 @@ std::vector<ZipEntry> parseCentralDirectory(std::string_view archive) {
     return entries;
 }
 
+std::optional<std::string_view> storedBytes(const ZipEntry& entry, std::string_view archive) {
+    const std::size_t header = entry.localHeaderOffset;
+    if (archive.size() < header + localHeaderSize) {
+        return std::nullopt;
+    }
+    const std::size_t nameLength = read16(archive, header + 26);
+    const std::size_t extraLength = read16(archive, header + 28);
+    const std::size_t start = header + localHeaderSize + nameLength + extraLength;
+    if (archive.size() < start + entry.compressedSize) {
+        return std::nullopt;
+    }
+    return archive.substr(start, entry.compressedSize);
+}
+
 bool extract(const ZipEntry& entry, std::string_view archive, const PieceReceiver& receive) {
-    const std::optional<std::string_view> data = memberData(entry, archive);
+    const std::optional<std::string_view> data = storedBytes(entry, archive);
     if (!data) {
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,9 @@ struct ZipEntry {
 /// neither ZIP64 nor encrypted nor split archives. A directory that is cut short gives the members
 /// before the cut.
 std::vector<ZipEntry> parseCentralDirectory(std::string_view archive);
+
+/// The bytes of a member as they are stored; none when they would run past the archive's end.
+std::optional<std::string_view> storedBytes(const ZipEntry& entry, std::string_view archive);
 
 /// Takes the next bytes of a member; false to be given no more.
 using PieceReceiver = std::function<bool(std::string_view piece)>;

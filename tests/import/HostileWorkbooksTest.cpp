@@ -56,11 +56,8 @@ WorkbookWriter manyTimes(std::size_t count, std::string xml) {
     return writer;
 }
 
-/// The bytes that a workbook of one sheet holds on to.
-std::size_t sizeOf(const XLSXWorkbook& workbook) {
-    const XLSXWorkbook::Sheet& sheet = workbook.sheets.at(0);
-    return sheet.rows.size() * sizeof(XLSXWorkbook::Row) +
-           sheet.cells.size() * sizeof(XLSXWorkbook::Cell) + sheet.texts->size();
+ReadingLimits limited(std::size_t work, std::size_t memory) {
+    return {.work = Allowance(work), .memory = Allowance(memory)};
 }
 
 }  // namespace
@@ -91,7 +88,11 @@ TEST_CASE("a small file takes neither long to read nor much memory") {
         CAPTURE(row.first);
         const auto& [name, file] = row;
         REQUIRE(file.size() < 10 * mebibyte);
-        CHECK(sizeOf(workbookIn(file)) < 65 * mebibyte);
+        const XLSXWorkbook workbook = workbookIn(file, limited(100 * mebibyte, mebibyte));
+        const XLSXWorkbook::Sheet& sheet = workbook.sheets.at(0);
+        CHECK(sheet.rows.size() * sizeof(XLSXWorkbook::Row) +
+                  sheet.cells.size() * sizeof(XLSXWorkbook::Cell) <=
+              mebibyte);
     }
 }
 
@@ -107,30 +108,57 @@ TEST_CASE("a part ends where it declares what can multiply, or asks the parser f
     CHECK(cellsAfter("<a><!--" + std::string(17 * mebibyte, 'x') + "-->").empty());
 }
 
-TEST_CASE("only so many sheets are read, and fewer when they are large") {
-    CHECK(workbookIn(manyTimes(maximumSheets + 1, "<a/>").file()).sheets.size() == maximumSheets);
-    // The relationship that the sheet needs stands behind more than are kept.
-    WorkbookWriter writer({""});
-    writer.relationships.insert(writer.relationships.find('>') + 1,
-                                numbered(R"(<Relationship Target="worksheets/" Id=")", "\"/>"));
-    CHECK(workbookIn(writer.file()).sheets.empty());
+TEST_CASE("what the limits cut is told, and small sheets are read before large ones") {
+    const XLSXWorkbook many = workbookIn(manyTimes(XLSXReader::maximumSheets + 1, "<a/>").file());
+    CHECK(many.sheets.size() == XLSXReader::maximumSheets);
+    CHECK(many.unreadSheets == std::vector<std::string>{"a"});
 
-    const std::string spaces(20 * mebibyte, ' ');  // of 160 MiB in all; the last breaks off
-    CHECK(workbookIn(manyTimes(20, "<a>" + spaces + "</a>").file()).sheets.size() == 8);
-    // Tags, attributes and line breaks take longer than as many bytes of text.
-    const auto sheetsRead = [](std::string_view piece, std::size_t size) {
-        return workbookIn(manyTimes(40, "<a>" + filled(size * mebibyte, piece)).file())
-            .sheets.size();
-    };
-    CHECK(sheetsRead("<n/>", 2) == 20);  // 4 bytes that count as 16, and so on
-    CHECK(sheetsRead("<n a=''/>", 2) == 22);
-    CHECK(sheetsRead("\n", 2) == 20);
+    // Rows that end before the memory does are kept, and so is the sheet behind.
+    const std::string row = R"(<c r="A"><v>1</v></c><c r="B"><v>1</v></c>)";
+    std::string rows;
+    for (int number = 1; number <= 100'000; ++number) {
+        rows += "<row r=\"" + std::to_string(number) + "\">" + row + "</row>";
+    }
+    WorkbookWriter writer({rows, R"(<row r="7"><c r="A7"><v>1</v></c></row>)"});
+    for (const ReadingLimits& limits :
+         {limited(100 * mebibyte, mebibyte), limited(5 * mebibyte, 100 * mebibyte)}) {
+        const XLSXWorkbook workbook = workbookIn(writer.file(), limits);
+        REQUIRE(workbook.sheets.size() == 2);
+        const XLSXWorkbook::Sheet& large = workbook.sheets[0];
+        CHECK(large.maxRow > 10'000);
+        CHECK(large.maxRow < 90'000);
+        CHECK(large.lastRowRead == large.maxRow);
+        CHECK(cellsOf(workbook.sheets[1]) == "A7=1;");
+        CHECK_FALSE(workbook.sheets[1].lastRowRead.has_value());
+    }
+
+    // Texts beyond the memory: cells show their numbers, and the workbook says why.
+    writer = WorkbookWriter({R"(<row r="1"><c r="A1" t="s"><v>99</v></c></row>)"});
+    writer.sharedStrings = "<sst>" +
+                           filled(mebibyte, "<si><t>" + std::string(32'000, 'x') + "</t></si>") +
+                           filled(900, "<si/>");
+    const XLSXWorkbook workbook = workbookIn(writer.file(), limited(100 * mebibyte, mebibyte));
+    CHECK(cellsOf(workbook.sheets.at(0)) == "A1=99;");
+    CHECK(workbook.lacksTexts);
+    CHECK_FALSE(many.lacksTexts);
+}
+
+TEST_CASE("work is bounded whatever is repeated") {
+    // Tags, attributes and line breaks count for more than their bytes.
+    const std::pair<const char*, std::size_t> rows[] = {
+        {" ", 10}, {"<n/>", 3}, {"<n a=''/>", 3}, {"\n", 3}};
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto& [piece, sheets] = row;
+        const std::string file = manyTimes(20, "<a>" + filled(mebibyte, piece)).file();
+        CHECK(workbookIn(file, limited(10 * mebibyte, mebibyte)).sheets.size() == sheets);
+    }
     // Compressed data costs time too, also where its blocks give no byte.
     std::vector<ZipMember> members = manyTimes(20, "").members();
     members.back().content =
-        filled(9 * mebibyte, std::string("\x00\x00\x00\xFF\xFF", 5)) + deflated("<a/>");
+        filled(mebibyte, std::string("\x00\x00\x00\xFF\xFF", 5)) + deflated("<a/>");
     members.back().method = 0;
     std::string archive = zipOf(members);
     archive.replace(archive.rfind("PK\x01\x02") + 10, 2, littleEndian(8, 2));
-    CHECK(workbookIn(archive).sheets.size() == 17);
+    CHECK(workbookIn(archive, limited(10 * mebibyte, mebibyte)).sheets.size() == 9);
 }

@@ -34,9 +34,10 @@ const std::string gala =
 
 struct Fixture {
     RunSheetImport import;
+    WorkProgress progress;
 
     void load(const std::vector<std::string>& sheets, const std::string& path = "/x/Gala 2.xlsx") {
-        import.load(path, XLSXReader::read(WorkbookWriter(sheets).file()));
+        import.load(path, XLSXReader::read(WorkbookWriter(sheets).file(), progress));
     }
     void assignGala() {
         import.setRole(2, ColumnRole::title);

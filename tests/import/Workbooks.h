@@ -13,8 +13,9 @@
 namespace tessivo::test {
 
 /// The workbook in the bytes of a file, which must hold one.
-inline XLSXWorkbook workbookIn(const std::string& file) {
-    XLSXReader::Result result = XLSXReader::read(file);
+inline XLSXWorkbook workbookIn(const std::string& file, ReadingLimits limits = {}) {
+    WorkProgress progress;
+    XLSXReader::Result result = XLSXReader::read(file, progress, limits);
     REQUIRE(std::holds_alternative<XLSXWorkbook>(result));
     return std::get<XLSXWorkbook>(std::move(result));
 }

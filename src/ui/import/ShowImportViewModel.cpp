@@ -95,7 +95,9 @@ void ShowImportViewModel::readChosenFile() {
     if (!location) {
         return;
     }
-    import_.load(*location, XLSXReader::read(platform.files, *location));
+    const auto archive = platform.files.read(*location, XLSXReader::maximumFileSize);
+    WorkProgress progress;
+    import_.load(*location, archive ? XLSXReader::read(*archive, progress) : ReaderError::notAZip);
     columns_.showSheet();
     updateSettings();
     Q_EMIT workbookChanged();
