@@ -107,7 +107,7 @@ void saveLibrary(benchmark::State& state) {
         undo.time([&] {
             Show before = library.shows()[100];
             rename(before, 0);
-            history.add(ShowsChange::ofEdit(100, std::move(before), library.shows()[100]), {});
+            history.add(100, std::move(before), library.shows()[100], {});
         });
         const std::string& json = library.record(std::nullopt, number);
         write.time([&] { writePlainly(folder.path("yardstick"), json); });

@@ -10,8 +10,8 @@ namespace tessivo {
 struct Edit {
     std::string name;  ///< French, as it follows "Annuler : ": supprimer « Carrousel »
     Instant at;
-    /// Names the one field that is typed into, its record included; empty for all other edits.
-    /// What is typed into a field without a pause is taken back at once.
+    /// What is typed into or moved, its record included, of an edit that is one of many: those that
+    /// follow each other without a pause are taken back together. Empty for all other edits.
     std::string field{};
     /// Of a removal: what has happened, French: Morceau supprimé : « Carrousel ».
     std::string removal{};

@@ -19,8 +19,7 @@ void ShowLibrary::edit(std::size_t position, Edit edit, const std::function<void
     Show before = shows_[position];
     change(shows_[position]);
     pieces_[position].clear();
-    history_.add(ShowsChange::ofEdit(position, std::move(before), shows_[position]),
-                 std::move(edit));
+    history_.add(position, std::move(before), shows_[position], std::move(edit));
 }
 
 void ShowLibrary::append(Show show, Edit edit) {

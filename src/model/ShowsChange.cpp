@@ -58,21 +58,25 @@ std::size_t ShowsChange::bytes() const {
     return bytes;
 }
 
+/// The songs that stayed are the present show's.
+Show ShowsChange::exchanged(const Show& present, const Show& there, const Show& wanted) const {
+    const auto first = present.songs.begin() + static_cast<std::ptrdiff_t>(sameSongs);
+    const auto last = first + std::ssize(there.songs);
+    Show show = wanted;
+    show.songs.insert(show.songs.begin(), present.songs.begin(), first);
+    show.songs.insert(show.songs.end(), last, present.songs.end());
+    return show;
+}
+
 void ShowsChange::replace(std::vector<Show>& shows, const std::vector<Show>& there,
                           const std::vector<Show>& wanted) const {
     assert(position + there.size() <= shows.size());
     const auto place = shows.begin() + static_cast<std::ptrdiff_t>(position);
-    std::vector<Show> put = wanted;
     if (there.size() == 1 && wanted.size() == 1) {
-        const std::vector<Song>& songs = place->songs;
-        const auto first = songs.begin() + static_cast<std::ptrdiff_t>(sameSongs);
-        const auto last = first + std::ssize(there.front().songs);
-        std::vector<Song>& all = put.front().songs;
-        all.insert(all.begin(), songs.begin(), first);
-        all.insert(all.end(), last, songs.end());
+        *place = exchanged(*place, there.front(), wanted.front());
+    } else {
+        shows.insert(shows.erase(place, place + std::ssize(there)), wanted.begin(), wanted.end());
     }
-    const auto rest = shows.erase(place, place + std::ssize(there));
-    shows.insert(rest, std::move_iterator(put.begin()), std::move_iterator(put.end()));
 }
 
 }  // namespace tessivo

@@ -27,8 +27,13 @@ struct ShowsChange {
     /// Takes the change back in a list that was changed by it, or makes it again.
     void undo(std::vector<Show>& shows) const { replace(shows, after, before); }
     void redo(std::vector<Show>& shows) const { replace(shows, before, after); }
+    /// The show that was edited, as it was before; `edited` is as the edit left it.
+    Show undone(const Show& edited) const {
+        return exchanged(edited, after.front(), before.front());
+    }
 
 private:
+    Show exchanged(const Show& present, const Show& there, const Show& wanted) const;
     void replace(std::vector<Show>& shows, const std::vector<Show>& there,
                  const std::vector<Show>& wanted) const;
 };

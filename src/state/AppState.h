@@ -201,9 +201,10 @@ private:
         change(field, [&] { member = std::move(value); });
     }
     std::size_t positionOf(const Show& show) const;
-    // What an edit is called: one like any other, one that types into a field, one that removes.
+    // What an edit is called: one like any other, one of those that make one step, one that
+    // removes.
     Edit named(std::string name) const;
-    Edit typing(std::string name, std::string field) const;
+    Edit oneOfMany(std::string name, std::string field) const;
     Edit removal(std::string name, std::string whatHappened) const;
     void append(Show show, std::string_view words);
     /// Edits the active show and stores the record.

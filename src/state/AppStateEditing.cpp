@@ -127,16 +127,19 @@ void AppState::removeSong(Uuid id) {
 void AppState::moveSong(const std::set<std::int64_t>& fromOffsets, std::int64_t toOffset) {
     const Song* song =
         fromOffsets.size() == 1 ? songAt(activeShow(), *fromOffsets.begin()) : nullptr;
-    editSetlist(named(withName("déplacer", song ? song->title : "", "déplacer des morceaux")),
-                [&](Show& show, std::int64_t cursor) {
-                    return editing::moveSongs(show, fromOffsets, toOffset, cursor);
-                });
+    // A song that is dragged moves row by row.
+    Edit edit = song ? oneOfMany(withName("déplacer", song->title, "déplacer un morceau"),
+                                 "place " + song->id.toText())
+                     : named("déplacer des morceaux");
+    editSetlist(std::move(edit), [&](Show& show, std::int64_t cursor) {
+        return editing::moveSongs(show, fromOffsets, toOffset, cursor);
+    });
 }
 
 void AppState::updateSongTitle(Uuid id, std::string title) {
     editSong(id,
-             typing(withName("renommer", titleOf(activeShow(), id), "nommer un morceau"),
-                    "title " + id.toText()),
+             oneOfMany(withName("renommer", titleOf(activeShow(), id), "nommer un morceau"),
+                       "title " + id.toText()),
              [&](Song& song) { song.title = std::move(title); });
 }
 
@@ -171,8 +174,8 @@ void AppState::updateGuest(Uuid songId, Uuid guestId, std::optional<std::string>
                            std::optional<std::string> mic, std::optional<std::string> iem) {
     const std::string present = nameOf(activeShow(), songId, guestId);
     Edit edit =
-        name ? typing(withName("renommer", present, "nommer un guest"),
-                      "guest " + songId.toText() + guestId.toText())
+        name ? oneOfMany(withName("renommer", present, "nommer un guest"),
+                         "guest " + songId.toText() + guestId.toText())
              : named(withName(mic ? "changer le micro de" : "changer l'IEM de", present,
                               mic ? "changer le micro d'un guest" : "changer l'IEM d'un guest"));
     editGuest(songId, guestId, std::move(edit), [&](Guest& guest) {
@@ -210,8 +213,8 @@ void AppState::updateLabel(const LabelList& list, std::int64_t position, std::st
     const Show* active = activeShow();
     const std::string present = active ? labelAt(active->*list.labels, position) : std::string();
     editActiveShow(
-        typing(withName("renommer", present, std::string("nommer un ").append(list.noun)),
-               std::string(list.noun).append(" ").append(std::to_string(position))),
+        oneOfMany(withName("renommer", present, std::string("nommer un ").append(list.noun)),
+                  std::string(list.noun).append(" ").append(std::to_string(position))),
         [&](Show& show) { editing::updateLabel(show.*list.labels, position, std::move(label)); });
 }
 

@@ -10,7 +10,7 @@ Edit AppState::named(std::string name) const {
     return {std::move(name), platform_.clock.now()};
 }
 
-Edit AppState::typing(std::string name, std::string field) const {
+Edit AppState::oneOfMany(std::string name, std::string field) const {
     return {std::move(name), platform_.clock.now(), std::move(field)};
 }
 

@@ -157,7 +157,7 @@ TEST_CASE("taking back keeps the cursor on its song, the countdown and the open 
 TEST_CASE("what is typed into one field without a pause is one step with the first name") {
     SimulatedPlatform computer;
     AppState state(computer);
-    state.importShow(showWithSongs(2));
+    state.importShow(showWithSongs(4));
     const std::vector<Song> songs = state.activeShow()->songs;
     const auto type = [&](std::size_t song, const char* text, double pause) {
         computer.time.advance(pause);
@@ -178,6 +178,15 @@ TEST_CASE("what is typed into one field without a pause is one step with the fir
         {"taken back between",
          [&] { type(0, "A", 2.0), type(0, "B", 0.1), state.undo(), type(0, "C", 0.1); }, 1,
          "renommer «\u00A0Morceau 1\u00A0»"},
+        {"a drag over rows",
+         [&] {
+             computer.time.advance(2.0);
+             state.moveSong({0}, 2);
+             state.moveSong({1}, 3);
+             state.moveSong({2}, 4);
+         },
+         1, "déplacer «\u00A0Morceau 1\u00A0»"},
+        {"a drag and back", [&] { state.moveSong({0}, 2), state.moveSong({1}, 0); }, 0, nullptr},
         {"chosen, not typed",
          [&] {
              type(0, "A", 2.0);
