@@ -67,7 +67,7 @@ void editLibrary(benchmark::State& state) {
     std::int64_t number = 0;
     library.record(std::nullopt, number);  // the other shows are encoded once
     for (auto _ : state) {
-        library.edit(100, [&](Show& show) { rename(show, ++number); });
+        library.edit(100, {}, [&](Show& show) { rename(show, ++number); });
         benchmark::DoNotOptimize(library.record(std::nullopt, number));
     }
     state.counters["bytes"] = static_cast<double>(library.record(std::nullopt, number).size());
@@ -89,10 +89,12 @@ void saveLibrary(benchmark::State& state) {
     Samples save;
     Samples record;
     Samples write;
+    Samples undo;
+    ShowHistory history;
     std::int64_t number = 0;
     for (auto _ : state) {
         ++number;
-        const auto edit = [&] { library.edit(100, [&](Show& show) { rename(show, number); }); };
+        const auto edit = [&] { library.edit(100, {}, [&](Show& show) { rename(show, number); }); };
         save.time([&] {
             edit();
             store.setData("record", library.record(std::nullopt, number));
@@ -101,6 +103,12 @@ void saveLibrary(benchmark::State& state) {
             edit();
             library.record(std::nullopt, number);
         });
+        // That the edit can be taken back is part of what was timed above; here it is alone.
+        undo.time([&] {
+            Show before = library.shows()[100];
+            rename(before, 0);
+            history.add(100, std::move(before), library.shows()[100], {});
+        });
         const std::string& json = library.record(std::nullopt, number);
         write.time([&] { writePlainly(folder.path("yardstick"), json); });
     }
@@ -108,6 +116,7 @@ void saveLibrary(benchmark::State& state) {
     state.counters["save_median_ms"] = save.percentile(50);
     state.counters["save_p99_ms"] = save.percentile(99);
     state.counters["record_ms"] = record.percentile(50);
+    state.counters["undo_share"] = undo.percentile(50) / save.percentile(50);
     state.counters["write_ms"] = write.percentile(50);
     state.counters["write_p99_ms"] = write.percentile(99);
     state.counters["ratio"] = save.percentile(50) / yardstick;

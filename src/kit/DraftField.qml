@@ -13,6 +13,7 @@ PVTextField {
     signal commit(string typed)
 
     pending: text !== stored
+    ownUndo: pending
 
     function submit(typed: string): void {
         delete drafts[draftKey];

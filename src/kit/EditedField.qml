@@ -8,6 +8,8 @@ PVTextField {
 
     required property string stored
 
+    ownUndo: false  // each letter is stored at once, and taken back where it is stored
+
     function show(): void {
         if (text !== stored) {
             text = stored;

@@ -50,6 +50,14 @@ std::int64_t moveSongs(Show& show, const std::set<std::int64_t>& from, std::int6
     return current ? firstWithId(show.songs, currentId) - show.songs.data() : cursor;
 }
 
+std::int64_t cursorOn(const Show& show, const std::optional<Uuid>& songId, std::int64_t cursor) {
+    if (const Song* there = songAt(&show, cursor); there && there->id == songId) {
+        return cursor;
+    }
+    const Song* const song = songId ? firstWithId(show.songs, *songId) : nullptr;
+    return song ? song - show.songs.data() : std::min(cursor, std::ssize(show.songs));
+}
+
 void addGuest(Show& show, Uuid songId) {
     if (Song* song = firstWithId(show.songs, songId)) {
         Guest& guest = song->guests.emplace_back();

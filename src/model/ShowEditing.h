@@ -3,6 +3,7 @@
 #include "model/Show.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,6 +19,10 @@ std::int64_t removeSong(Show& show, Uuid id, std::int64_t cursor);
 /// of songs means the end. Gives the place of the live cursor afterwards, on its song.
 std::int64_t moveSongs(Show& show, const std::set<std::int64_t>& from, std::int64_t to,
                        std::int64_t cursor);
+
+/// The cursor's place in a show that became another under it: on the song that it was on, if there
+/// was one and it is still there, else where it was, or at the end.
+std::int64_t cursorOn(const Show& show, const std::optional<Uuid>& songId, std::int64_t cursor);
 
 /// Adds a nameless guest on the show's first microphone and first IEM.
 void addGuest(Show& show, Uuid songId);

@@ -3,7 +3,9 @@
 #include "model/PersistedData.h"
 #include "model/ShowJson.h"
 
+#include <algorithm>
 #include <cassert>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -12,24 +14,51 @@ namespace tessivo {
 ShowLibrary::ShowLibrary(std::vector<Show> shows)
     : shows_(std::move(shows)), pieces_(shows_.size()) {}
 
-void ShowLibrary::edit(std::size_t position, const std::function<void(Show&)>& change) {
+void ShowLibrary::edit(std::size_t position, Edit edit, const std::function<void(Show&)>& change) {
     assert(position < shows_.size());
-    pieces_[position].clear();
+    Show before = shows_[position];
     change(shows_[position]);
+    pieces_[position].clear();
+    history_.add(position, std::move(before), shows_[position], std::move(edit));
 }
 
-void ShowLibrary::append(Show show) {
+void ShowLibrary::append(Show show, Edit edit) {
+    history_.add({shows_.size(), {}, {show}}, std::move(edit));
     shows_.push_back(std::move(show));
     pieces_.emplace_back();
 }
 
-void ShowLibrary::erase(const Uuid& id) {
-    for (std::size_t i = shows_.size(); i-- > 0;) {
-        if (shows_[i].id == id) {
-            shows_.erase(shows_.begin() + static_cast<std::ptrdiff_t>(i));
-            pieces_.erase(pieces_.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-    }
+void ShowLibrary::erase(const Uuid& id, Edit edit) {
+    const auto isIt = [&](const Show& show) { return show.id == id; };
+    const auto first = std::ranges::find_if(shows_, isIt);
+    const auto end = std::find_if(shows_.rbegin(), std::reverse_iterator(first), isIt).base();
+    ShowsChange change{
+        static_cast<std::size_t>(first - shows_.begin()), {first, end}, {first, end}};
+    std::erase_if(change.after, isIt);
+    redo(change);
+    history_.add(std::move(change), std::move(edit));
+}
+
+void ShowLibrary::undo() {
+    const ShowsChange& change = history_.stepBack();
+    change.undo(shows_);
+    forgetPieces(change.position, change.after.size(), change.before.size());
+}
+
+void ShowLibrary::redo() {
+    redo(history_.stepForth());
+}
+
+void ShowLibrary::redo(const ShowsChange& change) {
+    change.redo(shows_);
+    forgetPieces(change.position, change.before.size(), change.after.size());
+}
+
+/// Of the shows from `position` on, `gone` have made place for `come` others.
+void ShowLibrary::forgetPieces(std::size_t position, std::size_t gone, std::size_t come) {
+    const auto place = pieces_.begin() + static_cast<std::ptrdiff_t>(position);
+    pieces_.insert(pieces_.erase(place, place + static_cast<std::ptrdiff_t>(gone)), come, "");
+    assert(pieces_.size() == shows_.size());
 }
 
 const std::string& ShowLibrary::record(const std::optional<Uuid>& activeShowId,

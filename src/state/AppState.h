@@ -56,6 +56,9 @@ public:
     /// A backward move by hand keeps timecode from moving the cursor for this long, in seconds.
     static constexpr double autoAdvanceSuspension = 15.0;
 
+    /// For how long taking back a removal is offered, in seconds.
+    static constexpr double undoOffer = 8.0;
+
     /// Restores the record, connects the timecode and starts the one-second clock.
     explicit AppState(const Platform& platform);
     AppState(const AppState&) = delete;
@@ -143,16 +146,28 @@ public:
     // A label is a text in a list of the show: guests that use it keep their own. An empty one is
     // refused, but a label may be made empty.
 
-    void addMic(std::string label) { addLabel(&Show::mics, std::move(label)); }
-    void removeMic(std::int64_t position) { removeLabel(&Show::mics, position); }
+    void addMic(std::string label) { addLabel(micList, std::move(label)); }
+    void removeMic(std::int64_t position) { removeLabel(micList, position); }
     void updateMic(std::int64_t position, std::string label) {
-        updateLabel(&Show::mics, position, std::move(label));
+        updateLabel(micList, position, std::move(label));
     }
-    void addIem(std::string label) { addLabel(&Show::iems, std::move(label)); }
-    void removeIem(std::int64_t position) { removeLabel(&Show::iems, position); }
+    void addIem(std::string label) { addLabel(iemList, std::move(label)); }
+    void removeIem(std::int64_t position) { removeLabel(iemList, position); }
     void updateIem(std::int64_t position, std::string label) {
-        updateLabel(&Show::iems, position, std::move(label));
+        updateLabel(iemList, position, std::move(label));
     }
+
+    // Every change of the shows in this run can be taken back, the newest first, and made again.
+    // Neither moves the cursor from its song or touches the countdown, and neither opens a show.
+
+    /// What `undo` and `redo` would do, null for nothing; good until the shows change.
+    const Edit* undoableEdit() const { return library_.history().undoable(); }
+    const Edit* redoableEdit() const { return library_.history().redoable(); }
+    /// `undoableEdit` while it is a removal of the last `undoOffer` seconds, else null. The passing
+    /// of the time is told by `nowTick`.
+    const Edit* offeredUndo() const;
+    void undo();
+    void redo();
 
     /// Moves to the next song, from the last one to the finished position.
     void goNext();
@@ -165,7 +180,14 @@ public:
     std::optional<std::int64_t> currentSongRemainingSeconds() const;
 
 private:
-    using Labels = std::vector<std::string> Show::*;
+    /// One of a show's two lists of labels, and what one of it is called.
+    struct LabelList {
+        std::vector<std::string> Show::*labels;
+        std::string_view noun;
+        std::string_view title;
+    };
+    static constexpr LabelList micList{&Show::mics, "micro", "Micro"};
+    static constexpr LabelList iemList{&Show::iems, "IEM", "IEM"};
 
     void load();
     void save();
@@ -179,16 +201,25 @@ private:
         change(field, [&] { member = std::move(value); });
     }
     std::size_t positionOf(const Show& show) const;
+    // What an edit is called: one like any other, one of those that make one step, one that
+    // removes.
+    Edit named(std::string name) const;
+    Edit oneOfMany(std::string name, std::string field) const;
+    Edit removal(std::string name, std::string whatHappened) const;
+    void append(Show show, std::string_view words);
     /// Edits the active show and stores the record.
-    void editActiveShow(const std::function<void(Show&)>& edit);
+    void editActiveShow(Edit edit, const std::function<void(Show&)>& apply);
     /// The same for an edit that gives the cursor's place after it: observers never see the new
     /// songs under the old cursor.
-    void editSetlist(const std::function<std::int64_t(Show&, std::int64_t cursor)>& edit);
-    void editSong(Uuid id, const std::function<void(Song&)>& edit);
-    void editGuest(Uuid songId, Uuid guestId, const std::function<void(Guest&)>& edit);
-    void addLabel(Labels labels, std::string label);
-    void removeLabel(Labels labels, std::int64_t position);
-    void updateLabel(Labels labels, std::int64_t position, std::string label);
+    void editSetlist(Edit edit,
+                     const std::function<std::int64_t(Show&, std::int64_t cursor)>& apply);
+    void editSong(Uuid id, Edit edit, const std::function<void(Song&)>& apply);
+    void editGuest(Uuid songId, Uuid guestId, Edit edit, const std::function<void(Guest&)>& apply);
+    void addLabel(const LabelList& list, std::string label);
+    void removeLabel(const LabelList& list, std::int64_t position);
+    void updateLabel(const LabelList& list, std::int64_t position, std::string label);
+    /// Takes an edit back or makes it again, and stores the record.
+    void step(const std::function<void()>& apply);
     /// Makes a show that has just come active, under a cursor at its start, and stores the record.
     void activate(Uuid id);
     /// Moves the cursor, starts the countdown of its song and stores the record.

@@ -1,6 +1,7 @@
 #include "model/ShowJson.h"
 #include "platform/FilePanels.h"
 #include "state/AppState.h"
+#include "state/EditNames.h"
 
 #include <cstddef>
 #include <utility>
@@ -61,11 +62,13 @@ void AppState::openShow() {
         return;
     }
     const Uuid id = show->id;
+    Edit edit = named(withName("ouvrir le show", show->name, "ouvrir un show"));
     change(Field::shows, [&] {
         if (const Show* same = showWithId(id)) {
-            library_.edit(positionOf(*same), [&](Show& known) { known = std::move(*show); });
+            library_.edit(positionOf(*same), std::move(edit),
+                          [&](Show& known) { known = std::move(*show); });
         } else {
-            library_.append(std::move(*show));
+            library_.append(std::move(*show), std::move(edit));
         }
     });
     lastSavedLocations_[id] = *location;

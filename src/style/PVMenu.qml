@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Layouts
 import Tessivo.Style
 
 /** A menu whose commands stand with their shortcuts beside them. */
@@ -13,9 +14,12 @@ Menu {
     delegate: MenuItem {
         id: item
 
+        /** An & is doubled in `text`, where a single one makes a keyboard shortcut. */
+        readonly property string label: text.replace(/&&/g, "&")
+
         implicitHeight: 32
         opacity: enabled ? 1 : 0.4
-        Accessible.name: item.text
+        Accessible.name: item.label
 
         // Only spells the keys in the platform's way.
         Shortcut {
@@ -24,23 +28,23 @@ Menu {
             sequence: item.action?.shortcut ?? ""
         }
 
-        contentItem: Item {
+        contentItem: RowLayout {
+            spacing: 12
+
             PVText {
-                text: item.text
+                text: item.label
                 size: 13
-                anchors.verticalCenter: parent.verticalCenter
-                anchors.left: parent.left
-                anchors.leftMargin: 6
+                elide: Text.ElideRight
                 Accessible.ignored: true
+                Layout.fillWidth: true
+                Layout.leftMargin: 6
             }
             PVText {
                 text: item.action?.shortcut ? nativeKeys.nativeText : ""
                 size: Fonts.caption
                 color: Colors.pvPaperDim
-                anchors.verticalCenter: parent.verticalCenter
-                anchors.right: parent.right
-                anchors.rightMargin: 6
                 Accessible.ignored: true
+                Layout.rightMargin: 6
             }
         }
         background: Rectangle {

@@ -12,6 +12,9 @@ TextField {
     property bool boxed: true
     /** True while what is typed doesn't count yet. */
     property bool pending: false
+    /** Whether Ctrl+Z takes back what was typed here. A field with nothing in it of its own leaves
+        the keys to the program's menu. */
+    property bool ownUndo: text !== ""
 
     implicitHeight: Math.max(boxed ? 30 : 0, contentHeight + topPadding + bottomPadding)
     color: Colors.pvPaper

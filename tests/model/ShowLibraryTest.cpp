@@ -20,14 +20,14 @@ TEST_CASE("the record is that of the shows whatever was done to them, and reads 
         const std::size_t position = random.below(data.shows.size() + 1);
         if (position == data.shows.size()) {
             data.shows.push_back(show);
-            library.append(std::move(show));
+            library.append(std::move(show), {});
         } else if (const Uuid id = data.shows[position].id; random.below(4) == 0) {
             std::erase_if(data.shows, [&](const Show& other) { return other.id == id; });
-            library.erase(id);
+            library.erase(id, {});
         } else {
             show.id = data.shows.front().id;  // ids may be there more than once
             data.shows[position] = show;
-            library.edit(position, [&](Show& edited) { edited = std::move(show); });
+            library.edit(position, {}, [&](Show& edited) { edited = std::move(show); });
         }
         CHECK(library.shows() == data.shows);
         if (random.below(2) == 0) {  // also after several changes

@@ -70,6 +70,8 @@ private Q_SLOTS:
     void editsAGuest();
     void anUnlistedMicrophoneStaysUntilAnotherIsChosen();
     void editsTheLabels();
+    void ctrlZTakesBackWhatIsNotTypedText();
+    void aRemovalOffersToTakeItBack();
     void spaceActsOnTheLiveTabOnly();
     void showsAPlaceholderForAShowThatIsGone();
 };
@@ -429,6 +431,63 @@ void EditorTest::editsTheLabels() {
     QVERIFY(field->hasActiveFocus());
     screen.click("Retirer Générique");
     QCOMPARE(screen.state.activeShow()->iems, std::vector<std::string>{"Perso"});
+}
+
+void EditorTest::ctrlZTakesBackWhatIsNotTypedText() {
+    Screen screen(fourSongs());
+    const std::vector<Show> before = screen.state.shows();
+    // A title counts letter by letter: nothing is left that would be the field's own.
+    screen.click(title1);
+    screen.type("abc");
+    QVERIFY(screen.state.shows() != before);
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(screen.state.shows() == before);
+    QCOMPARE(screen.window->activeFocusItem()->property("text").toString(), QString(title1));
+    screen.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(screen.state.shows() != before);
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+
+    // What stands in the entry line isn't a song yet; what Return made of it is one.
+    QQuickItem* entry = screen.item("Titre du morceau, puis Entrée…");
+    screen.click(entry);
+    screen.type("Rap");
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(entry->property("text").toString(), QString());
+    screen.type("Rappel");
+    screen.press(Qt::Key_Return);
+    QCOMPARE(order(screen.state), std::string("1234l"));
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(screen.state.shows() == before);
+    QCOMPARE(entry->property("text").toString(), QString());
+
+    // A length waits for Return.
+    tap(screen, title2);
+    QQuickItem* length = screen.item("mm:ss");
+    screen.click(length);
+    screen.type("3:45");
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(length->property("text").toString(), QString());
+    QVERIFY(screen.state.redoableEdit());  // the song is still the last edit
+    screen.type("3:45");
+    screen.press(Qt::Key_Return);
+    QCOMPARE(screen.state.shows()[0].songs[1].duration, std::optional<std::int64_t>(225));
+    screen.press(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(screen.state.shows() == before);
+    QCOMPARE(length->property("text").toString(), QString());
+}
+
+void EditorTest::aRemovalOffersToTakeItBack() {
+    Screen screen(fourSongs());
+    QVERIFY(!screen.shows("Annuler"));
+    screen.click("Supprimer le morceau");
+    QCOMPARE(order(screen.state), std::string("234"));
+    QVERIFY(screen.shows("Morceau supprimé\u00A0: «\u00A0Morceau 1\u00A0»"));
+    screen.click("Annuler");
+    QCOMPARE(order(screen.state), std::string("1234"));
+    QVERIFY(!screen.shows("Annuler"));
+    screen.click("Supprimer le morceau");
+    screen.computer.time.advance(10.0);
+    QVERIFY(!screen.shows("Annuler"));
 }
 
 void EditorTest::spaceActsOnTheLiveTabOnly() {

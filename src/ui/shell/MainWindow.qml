@@ -60,6 +60,7 @@ ApplicationWindow {
         }
 
         FileMenu {}
+        EditMenu {}
         WindowMenu {
             onFullScreenToggled: fullScreen.toggle()
         }
@@ -94,6 +95,14 @@ ApplicationWindow {
             Layout.fillWidth: true
             Layout.fillHeight: true
         }
+    }
+
+    // Beside the menus: there it covers nothing and moves nothing.
+    UndoOffer {
+        parent: bar
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
     }
 
     Loader {

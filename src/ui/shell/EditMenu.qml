@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessivo.Style
+import Tessivo.Ui
+
+/** Takes back what was done to the shows, and makes it again; each command names what. */
+PVMenu {
+    id: menu
+
+    function command(verb: string, edit: string): string {
+        return edit === "" ? verb : (verb + "\u00A0: " + edit).replace(/&/g, "&&");
+    }
+
+    title: "Édition"
+    width: 420
+
+    Action {
+        text: menu.command("Annuler", UndoViewModel.undoable)
+        shortcut: "Ctrl+Z"
+        enabled: UndoViewModel.undoable !== ""
+        onTriggered: UndoViewModel.undo()
+    }
+    Action {
+        text: menu.command("Rétablir", UndoViewModel.redoable)
+        shortcut: "Ctrl+Shift+Z"
+        enabled: UndoViewModel.redoable !== ""
+        onTriggered: UndoViewModel.redo()
+    }
+}

@@ -1,0 +1,265 @@
+#include "model/ShowJson.h"
+#include "platform/simulated/SimulatedPlatform.h"
+#include "state/AppState.h"
+#include "support/RandomRecords.h"
+#include "support/Shows.h"
+
+#include <doctest/doctest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace tessivo;
+
+namespace {
+
+/// A desk at which somebody does this and that.
+struct Desk {
+    SimulatedPlatform computer;
+    AppState state{computer};
+    test::RandomRecords random{20010101};
+
+    template <typename Record>
+    Uuid anyOf(const std::vector<Record>& records) {
+        return records.empty() || random.below(9) == 0 ? Uuid()
+                                                       : records[random.below(records.size())].id;
+    }
+    std::int64_t place(std::size_t count) {
+        return static_cast<std::int64_t>(random.below(count + 2)) - 1;
+    }
+
+    void edit() {
+        AppState& s = state;
+        const Show show = s.activeShow() ? *s.activeShow() : Show();
+        const Uuid song = anyOf(show.songs);
+        const Song* known = firstWithId(show.songs, song);
+        const Uuid guest = known ? anyOf(known->guests) : Uuid();
+        const std::function<void()> edits[] = {
+            [&] { s.createShow(random.text()); },
+            [&] { s.importShow(random.below(3) == 0 ? show : random.show()); },  // a twin, or new
+            [&] { s.deleteShow(anyOf(s.shows())); },
+            [&] {
+                Show opened = random.show();
+                opened.id = random.below(2) == 0 ? anyOf(s.shows()) : opened.id;
+                computer.files.contents["x"] = encodeJson(opened);
+                computer.panels.answers = {"x"};
+                s.openShow();
+            },
+            [&] { s.setActiveShowId(anyOf(s.shows())); },
+            [&] { s.renameActiveShow(random.text()); },
+            [&] { s.addSong(random.text()); },
+            [&] { s.removeSong(song); },
+            [&] {
+                s.moveSong({place(show.songs.size()), place(show.songs.size())},
+                           place(show.songs.size()));
+            },
+            [&] { s.updateSongTitle(song, random.text()); },
+            [&] { s.updateSongLtcTimecode(song, random.text()); },
+            [&] { s.updateSongDuration(song, random.integer()); },
+            [&] { s.addGuest(song); },
+            [&] { s.removeGuest(song, guest); },
+            [&] { s.updateGuest(song, guest, random.text(), {}, random.text()); },
+            [&] { s.updateGuestVolume(song, guest, random.text()); },
+            [&] { s.addMic(random.text()); },
+            [&] { s.removeIem(place(show.iems.size())); },
+            [&] { s.updateMic(place(show.mics.size()), random.text()); },
+            [&] { s.jumpTo(place(show.songs.size())); },
+        };
+        edits[random.below(std::size(edits))]();
+    }
+
+    bool isStored() const {
+        const auto stored =
+            decodePersistedData(computer.preferences.values.find(AppState::storageKey)->second);
+        return stored && stored->shows == state.shows() &&
+               stored->activeSongIndex == state.activeSongIndex();
+    }
+};
+
+}  // namespace
+
+TEST_CASE("any sequence of edits can be taken back and made again, step by step") {
+    for (const double pause : {0.1, 2.0}) {
+        CAPTURE(pause);
+        Desk desk;
+        AppState& state = desk.state;
+        for (int round = 0; round < 40; ++round) {
+            CAPTURE(round);
+            std::vector<std::vector<Show>> shows = {state.shows()};
+            for (int i = 0; i < 20; ++i) {
+                desk.edit();
+                desk.computer.time.advance(pause);
+                if (state.shows() != shows.back()) {
+                    shows.push_back(state.shows());
+                }
+            }
+            const std::vector<Show> edited = shows.back();
+            int steps = 0;
+            for (; state.shows() != shows.front(); ++steps) {
+                REQUIRE(state.undoableEdit());
+                state.undo();
+                CHECK(desk.isStored());
+                if (pause > 1.0) {  // nothing was joined
+                    shows.pop_back();
+                    REQUIRE(state.shows() == shows.back());
+                }
+            }
+            for (; steps > 0; --steps) {
+                REQUIRE(state.redoableEdit());
+                state.redo();
+            }
+            REQUIRE(state.shows() == edited);
+            CHECK(desk.isStored());
+        }
+    }
+}
+
+TEST_CASE("taking back keeps the cursor on its song, the countdown and the open show") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(showWithSongs(5));
+    const std::vector<Song> songs = state.activeShow()->songs;
+    state.jumpTo(3);
+    computer.time.advance(10.0);
+    state.removeSong(songs[0].id);
+    state.moveSong({0}, 4);
+    state.removeSong(songs[4].id);
+    const Instant start = state.currentSongStartedAt();
+    const auto current = [&] { return songAt(state.activeShow(), state.activeSongIndex())->id; };
+    for (int i = 0; i < 3; ++i) {
+        state.undo();
+        CHECK(current() == songs[3].id);
+    }
+    CHECK(state.activeShow()->songs == songs);
+    for (int i = 0; i < 3; ++i) {
+        state.redo();
+        CHECK(current() == songs[3].id);
+    }
+    CHECK(state.currentSongStartedAt() == start);
+
+    const auto id = state.activeShowId();
+    for (int i = 0; i < 4; ++i) {
+        state.undo();
+    }
+    CHECK(state.shows().empty());
+    CHECK_FALSE(state.activeShowId());
+    state.undo();  // there is nothing left
+    state.redo();
+    CHECK(state.shows().size() == 1);
+    CHECK_FALSE(state.activeShowId());
+    state.setActiveShowId(id);
+    state.addSong("Rappel");
+    CHECK_FALSE(state.redoableEdit());
+}
+
+TEST_CASE("what is typed into one field without a pause is one step with the first name") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(showWithSongs(4));
+    const std::vector<Song> songs = state.activeShow()->songs;
+    const auto type = [&](std::size_t song, const char* text, double pause) {
+        computer.time.advance(pause);
+        state.updateSongTitle(songs[song].id, text);
+    };
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        int steps;
+        const char* name;
+    } table[] = {
+        {"one word", [&] { type(0, "A", 2.0), type(0, "Ab", 0.9), type(0, "Abc", 0.9); }, 1,
+         "renommer «\u00A0Morceau 1\u00A0»"},
+        {"a pause", [&] { type(0, "A", 2.0), type(0, "Ab", 1.1); }, 2, "renommer «\u00A0A\u00A0»"},
+        {"two fields", [&] { type(0, "A", 2.0), type(1, "B", 0.1), type(0, "Ab", 0.1); }, 3,
+         "renommer «\u00A0A\u00A0»"},
+        {"typed and erased", [&] { type(0, "A", 2.0), type(0, "Morceau 1", 0.1); }, 0, nullptr},
+        {"taken back between",
+         [&] { type(0, "A", 2.0), type(0, "B", 0.1), state.undo(), type(0, "C", 0.1); }, 1,
+         "renommer «\u00A0Morceau 1\u00A0»"},
+        {"a drag over rows",
+         [&] {
+             computer.time.advance(2.0);
+             state.moveSong({0}, 2);
+             state.moveSong({1}, 3);
+             state.moveSong({2}, 4);
+         },
+         1, "déplacer «\u00A0Morceau 1\u00A0»"},
+        {"a drag and back", [&] { state.moveSong({0}, 2), state.moveSong({1}, 0); }, 0, nullptr},
+        {"chosen, not typed",
+         [&] {
+             type(0, "A", 2.0);
+             state.updateSongDuration(songs[0].id, 1);
+             state.updateSongDuration(songs[0].id, 2);
+         },
+         3, "changer la durée de «\u00A0A\u00A0»"},
+    };
+    for (const auto& row : table) {
+        CAPTURE(row.what);
+        const std::vector<Show> before = state.shows();
+        row.act();
+        if (row.name) {
+            CHECK(state.undoableEdit()->name == row.name);
+        }
+        for (int i = 0; i < row.steps; ++i) {
+            CHECK(state.shows() != before);
+            state.undo();
+        }
+        CHECK(state.shows() == before);
+    }
+}
+
+TEST_CASE("a removal offers for eight seconds to take it back, as long as it is the last edit") {
+    SimulatedPlatform computer;
+    AppState state(computer);
+    state.importShow(showWithSongs(2));
+    const Uuid song = state.activeShow()->songs[0].id;
+    CHECK_FALSE(state.offeredUndo());
+    state.removeSong(Uuid());  // nobody's
+    CHECK_FALSE(state.offeredUndo());
+    state.removeSong(song);
+    REQUIRE(state.offeredUndo());
+    CHECK(state.offeredUndo()->removal == "Morceau supprimé\u00A0: «\u00A0Morceau 1\u00A0»");
+    computer.time.advance(7.0);
+    CHECK(state.offeredUndo());
+    state.addSong("Rappel");
+    CHECK_FALSE(state.offeredUndo());
+    state.undo();
+    CHECK(state.offeredUndo());
+    computer.time.advance(2.0);
+    CHECK_FALSE(state.offeredUndo());
+    CHECK(state.undoableEdit()->name == "supprimer «\u00A0Morceau 1\u00A0»");
+}
+
+TEST_CASE("the history is bounded by its steps and by its bytes, and keeps the newest edit") {
+    ShowHistory history;
+    const auto add = [&](std::size_t bytes) {
+        Show show;
+        show.name = std::string(bytes, 'x');
+        history.add({0, {}, {std::move(show)}}, {});
+    };
+    const auto count = [&] {
+        int steps = 0;
+        for (; history.undoable(); ++steps) {
+            history.stepBack();
+        }
+        return steps;
+    };
+    const struct {
+        std::size_t adds;
+        std::size_t bytes;
+        int kept;
+    } table[] = {{100, 1U << 20U, 100},
+                 {1200, 10, 1000},
+                 {5, 50U << 20U, 2},
+                 {2, 2 * ShowHistory::maximumBytes, 1}};
+    for (const auto& row : table) {
+        CAPTURE(row.bytes);
+        history = ShowHistory();
+        for (std::size_t i = 0; i < row.adds; ++i) {
+            add(row.bytes);
+        }
+        CHECK(count() == row.kept);
+    }
+}
