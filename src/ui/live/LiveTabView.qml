@@ -64,10 +64,13 @@ Rectangle {
                 past.forceLayout();
                 coming.forceLayout();
                 songs.forceLayout();
-                const announced = announces ? nextSongs.itemAt(0) : null;
-                const bottom = songs.y + (announced ? coming.y + announced.y + announced.height : current.y + current.height);
-                const countdown = songs.y + current.y - (announced ? 0 : songs.spacing);
-                contentY = Math.max(0, Math.min(bottom + songs.spacing - height, countdown));
+                let top = current.y - songs.spacing;
+                let bottom = current.y + current.height;
+                if (announces && nextSongs.count > 0) {
+                    top = current.y;
+                    bottom = coming.y + nextSongs.itemAt(0).y + nextSongs.itemAt(0).height;
+                }
+                contentY = Math.max(0, songs.y + Math.min(bottom + songs.spacing - height, top));
             }
 
             ScrollBar.vertical: PVScrollBar {}
