@@ -21,20 +21,25 @@ void RowOrder::setRows(QQuickItem* rows) {
 
 void RowOrder::watchRows() {
     for (const QQuickItem* row : rows_->childItems()) {
-        connect(row, &QQuickItem::yChanged, this, &RowOrder::sort, Qt::UniqueConnection);
+        if (row->metaObject()->indexOfProperty("index") >= 0) {
+            connect(row, SIGNAL(indexChanged()), this, SLOT(sort()), Qt::UniqueConnection);
+        }
     }
     sort();
 }
 
 // At once, not on a later turn: the next event may be the Tab key, and a list makes rows at any
-// moment.
+// moment. By index, not by place: it gives a row that it has made ahead no place yet.
 void RowOrder::sort() {
     QList<QQuickItem*> rows = rows_->childItems();
-    const auto isHigher = [](const QQuickItem* a, const QQuickItem* b) { return a->y() < b->y(); };
-    if (std::is_sorted(rows.begin(), rows.end(), isHigher)) {
+    const auto position = [](const QQuickItem* row) {
+        const QVariant index = row->property("index");
+        return index.isValid() ? index.toInt() : -1;  // a header
+    };
+    if (std::ranges::is_sorted(rows, {}, position)) {
         return;
     }
-    std::stable_sort(rows.begin(), rows.end(), isHigher);
+    std::ranges::stable_sort(rows, {}, position);
     for (qsizetype i = 1; i < rows.size(); ++i) {
         rows[i]->stackAfter(rows[i - 1]);
     }

@@ -6,7 +6,8 @@
 namespace tessivo {
 
 /// Keeps the rows of a list in the order in which they are seen. The Tab key and assistive tools go
-/// by the order among siblings, and a list leaves its rows as it made them, whatever moves.
+/// by the order among siblings, and a list leaves its rows as it made them, whatever moves. A row
+/// has an `index`.
 class RowOrder : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -22,7 +23,7 @@ Q_SIGNALS:
 
 private:
     void watchRows();
-    void sort();
+    Q_SLOT void sort();
 
     QPointer<QQuickItem> rows_;
 };

@@ -8,6 +8,7 @@ import Tessivo.Ui
 T.AbstractButton {
     id: card
 
+    required property int index
     required property showInfo show
 
     readonly property string subtitle: show.songCount + (show.songCount === 1 ? " morceau · " : " morceaux · ") + show.micCount + " micros configurés"
