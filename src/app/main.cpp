@@ -24,6 +24,7 @@
 
 #include <csignal>
 #include <iostream>
+#include <system_error>
 
 namespace {
 
@@ -64,7 +65,7 @@ std::string preferencesFolder() {
 
 }  // namespace
 
-int main(int argc, char* argv[]) {
+int main(int argc, char* argv[]) try {
 #ifdef SIGPIPE
     // Standard output may be piped to a program that ends before this one.
     std::signal(SIGPIPE, SIG_IGN);
@@ -87,7 +88,7 @@ int main(int argc, char* argv[]) {
     tessivo::LocalNetwork network(mainQueue);
     tessivo::SessionStayAwake stayAwake;
     // The last of them, so that it ends first: the next program may have the shows, however long
-    // the network takes to end.
+    // the others take to end.
     tessivo::FilePreferencesStore preferences(preferencesFolder());
     const tessivo::Platform platform{clock, mainQueue, preferences, files,     panels,
                                      audio, updates,   network,     stayAwake, std::cout};
@@ -102,4 +103,7 @@ int main(int argc, char* argv[]) {
         return EXIT_FAILURE;
     }
     return QApplication::exec();
+} catch (const std::system_error& error) {
+    std::cerr << "Tessivo can't start: " << error.what() << '\n';
+    return EXIT_FAILURE;
 }

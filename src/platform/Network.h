@@ -15,6 +15,7 @@ public:
     virtual ~Network() = default;
 
     /// A browser for services of `type` in the default domain. One that can't work reports nothing.
+    /// Like all that is made here, neither its making nor its end waits for anybody.
     virtual std::unique_ptr<ServiceBrowser> makeBrowser(const std::string& type) = 0;
 
     /// A listener for a service of `type` in the default domain, without a TXT record; none when no

@@ -12,7 +12,7 @@ namespace tessivo {
 /// read costs no more than that, and sees the newest snapshot once it reads again.
 class OutgoingMessages {
 public:
-    static constexpr std::size_t limit = 32U << 20U;  ///< bytes
+    static constexpr std::size_t limit = StreamConnection::maximumUnsentBytes;
 
     /// Appends `message`, in place of those of which no byte has left when more than `limit` bytes
     /// would wait. Only a message that has begun to leave and the newest one may exceed that.

@@ -25,8 +25,13 @@ public:
     using Message = std::shared_ptr<const std::string>;
     using Completion = std::function<void(std::optional<std::string> bytes)>;
 
-    /// How many bytes are taken in beyond those asked for. More stay with the peer.
+    /// How many bytes this computer, its system's buffer included, takes in beyond those that a
+    /// `receive` waits for. More stay with the peer, so whoever stops reading slows the peer down,
+    /// and whoever reads too slowly isn't shown the past for long.
     static constexpr std::size_t maximumUnreadBytes = 64U << 10U;
+    /// How many bytes of messages wait to be sent, beside one that has begun to leave and the
+    /// newest, and beside what the system has taken for the way.
+    static constexpr std::size_t maximumUnsentBytes = 32U << 20U;
 
     /// Closes the connection at once; what waits to be sent is lost.
     virtual ~StreamConnection() = default;
@@ -40,8 +45,8 @@ public:
 
     /// Queues a message, which is not empty; before the connection is ready it waits for that.
     /// Never blocks, and no failure is told but by the state. Each message must be a snapshot,
-    /// complete in itself: when more than `OutgoingMessages::limit` bytes would wait, a new one
-    /// takes the place of all those of which no byte has left.
+    /// complete in itself: when more than `maximumUnsentBytes` would wait, a new one takes the
+    /// place of all those of which no byte has left.
     virtual void send(Message message) = 0;
 
     /// Completes with `minimum` (1 or more) to `maximum` bytes as soon as so many have arrived.

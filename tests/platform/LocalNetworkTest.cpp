@@ -79,7 +79,7 @@ TEST_CASE("a service just withdrawn isn't taken for another's, but a new one of 
         }
         const Reports own(world.here(), type);
         if (!isTakenAtOnce) {
-            const auto end = std::chrono::steady_clock::now() + 2 * Withdrawals::duration;
+            const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(2 * Withdrawals::ownSeconds);
             CHECK(world.runUntil([&] { return own.count() == 0U && witness.count() == 0U; }));
             CHECK(world.runUntil([&] { return std::chrono::steady_clock::now() > end; }));
             CHECK(std::ranges::all_of(own.all, [](const auto& set) { return set.empty(); }));
@@ -121,27 +121,28 @@ TEST_CASE("what was asked of the responder holds through its end and that of the
 TEST_CASE("every way on which a service was seen leads to it, those with a scope included") {
     Connected stream;
     REQUIRE(stream.isOpen());
-    const auto cable = static_cast<AvahiIfIndex>(if_nametoindex("cable0"));
-    const auto loopback = static_cast<AvahiIfIndex>(if_nametoindex("lo"));
-    std::vector<ServiceSighting> sightings{{loopback, AVAHI_PROTO_INET}};
+    const auto cable = static_cast<int>(if_nametoindex("cable0"));
+    const auto loopback = static_cast<int>(if_nametoindex("lo"));
+    std::vector<ServiceSighting> sightings{{loopback, ServiceSighting::ipv4}};
     if (cable != 0) {
-        sightings.push_back({cable, AVAHI_PROTO_INET});
-        sightings.push_back({cable, AVAHI_PROTO_INET6});
+        sightings.push_back({cable, ServiceSighting::ipv4});
+        sightings.push_back({cable, ServiceSighting::ipv6});
     }
     QtMainQueue queue;
     SocketEvents events;
-    AvahiThread avahi;
+    Responder responder(queue);
+    REQUIRE(stream.runUntil([&] { return responder.isRunning(); }));
     for (const ServiceSighting& sighting : sightings) {
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
-        ServiceDialer dialer(avahi, events, queue, stream.reports.all.back().front(), {sighting});
+        ServiceDialer dialer(responder, events, queue, stream.reports.all.back().front(), {sighting});
         FileDescriptor socket;
         dialer.start([&](FileDescriptor opened) { socket = std::move(opened); });
         REQUIRE(stream.runUntil([&] { return socket.isOpen(); }));
         sockaddr_in6 peer{};
         socklen_t size = sizeof(peer);
         REQUIRE(getpeername(socket.value(), reinterpret_cast<sockaddr*>(&peer), &size) == 0);
-        const bool isIPv6 = sighting.protocol == AVAHI_PROTO_INET6;
+        const bool isIPv6 = sighting.protocol == ServiceSighting::ipv6;
         CHECK(peer.sin6_family == (isIPv6 ? AF_INET6 : AF_INET));
         CHECK((!isIPv6 || peer.sin6_scope_id == static_cast<std::uint32_t>(cable)));
     }

@@ -8,60 +8,176 @@
 namespace tessivo {
 namespace {
 
-/// From the end of a connection to the question what there is now, in seconds.
-constexpr double askAgainDelay = 1.0;
-constexpr double withdrawalSeconds = std::chrono::duration<double>(Withdrawals::duration).count();
+// From the end of a connection to the question what there is now, in seconds: the long one when
+// none of the services could be reached. A search for an address ends after 5 s without an answer,
+// and Avahi repeats its question at 7 s if there is another search by then, each time later. With
+// the long delay there is none: Avahi forgets the question, and asks the network anew at once.
+constexpr double shortDelay = 1.0;
+constexpr double longDelay = 3.0;
+
+// Avahi pauses 1, 2, 4, 8 … seconds between its questions, up to an hour, and would miss for as
+// long what came while the network was cut. It begins anew when nobody wants the answer at the
+// moment of the next question, so this browser pauses around the fifth one, at 15 s.
+constexpr double questionSeconds = 14.6;
+constexpr double pauseSeconds = 0.8;
+
+// AvahiLookupResultFlags
+constexpr uint isFromCache = 1;
+constexpr uint isOfThisComputer = 8;
 
 }  // namespace
 
 AvahiBrowser::AvahiBrowser(LocalNetwork& network, const std::string& type)
-    : network_(network), turns_(network.queue_) {
-    auto tell = [this, post = turns_.poster()](ServiceSearch::Report report) {
-        post([this, report = std::move(report)] { handleReport(report); });
-    };
-    search_ = std::make_shared<ServiceSearch>(type, network.withdrawals_, std::move(tell));
+    : network_(network), type_(type), turns_(network.queue_) {
     network_.browsers_.push_back(this);
 }
 
 AvahiBrowser::~AvahiBrowser() {
     std::erase(network_.browsers_, this);
-    network_.avahi_.remove(search_);
 }
 
 void AvahiBrowser::start() {
-    network_.avahi_.add(search_);
+    subscription_ = network_.responder_.didChange.subscribe([this] {
+        end();
+        begin();
+    });
+    begin();
+    askAfresh();
 }
 
 std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endpoint) const {
-    const auto found = std::ranges::find(services_, endpoint, &ServiceSearch::Service::endpoint);
-    return found != services_.end() ? found->sightings : std::vector<ServiceSighting>();
+    const auto found = services_.find({endpoint.name, endpoint.domain});
+    return endpoint.type == type_ && found != services_.end() ? found->second
+                                                              : std::vector<ServiceSighting>();
 }
 
-void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint) {
+void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
     std::erase(ended_, endpoint);
     ended_.push_back(endpoint);
     if (!std::exchange(isAskingAgain_, true)) {
-        turns_.postAfter(askAgainDelay, [this] {
+        const bool isShort = wasOpen || ended_.size() < services_.size();
+        turns_.postAfter(isShort ? shortDelay : longDelay, [this] {
             isAskingAgain_ = false;
-            network_.avahi_.restart(search_);
+            isAnswerDue_ = true;
+            if (object_ && !isAsking_) {  // else it is about to begin
+                end();
+                begin();
+            }
         });
     }
 }
 
-void AvahiBrowser::handleReport(ServiceSearch::Report report) {
-    services_ = std::move(report.services);
-    std::erase_if(ended_, [this](const auto& endpoint) { return sightings(endpoint).empty(); });
-    if (report.isIncomplete) {
-        turns_.postAfter(withdrawalSeconds,
-                         [this] { network_.avahi_.run([search = search_] { search->report(); }); });
+/// Asks one question at a time, so that a responder that hangs finds no pile of them.
+void AvahiBrowser::begin() {
+    if (!network_.responder_.isRunning() || isAsking_ || object_) {
+        return;
     }
-    auto found = endpoints();
-    if (report.isAnswer || found != reported_) {
-        reported_ = found;
-        // A copy: the handler may destroy the browser that owns it.
-        if (const auto handler = onResultsChanged) {
-            handler(found);
+    isAsking_ = true;
+    network_.responder_.make(
+        Responder::method(QStringLiteral("ServiceBrowserPrepare"),
+                          {-1, -1, QString::fromStdString(type_), QString(), 0U}),
+        QStringLiteral("org.freedesktop.Avahi.ServiceBrowser"),
+        question_.guard(
+            [this](std::unique_ptr<ResponderObject> object) { handleObject(std::move(object)); }));
+}
+
+void AvahiBrowser::handleObject(std::unique_ptr<ResponderObject> object) {
+    if (!object) {
+        beginAgainLater();
+        return;
+    }
+    object_ = std::move(object);
+    object_->onSignal = [this](const QDBusMessage& signal) { handleSignal(signal); };
+    network_.responder_.call(object_->method(QStringLiteral("Start")),
+                             question_.guard([this](const QDBusMessage& answer) {
+                                 isAsking_ = false;
+                                 if (answer.type() == QDBusMessage::ErrorMessage) {
+                                     beginAgainLater();
+                                 }
+                             }));
+}
+
+void AvahiBrowser::end() {
+    question_.callOff();
+    object_.reset();
+    isAsking_ = false;
+    hasSeenCache_ = false;
+    found_.clear();
+}
+
+void AvahiBrowser::beginAgainLater() {
+    end();
+    network_.queue_.postAfter(Responder::retryDelay, question_.guard([this] { begin(); }));
+}
+
+void AvahiBrowser::askAfresh() {
+    turns_.postAfter(questionSeconds, [this] {
+        if (!isAsking_) {
+            end();
         }
+        turns_.postAfter(pauseSeconds, [this] {
+            begin();
+            askAfresh();
+        });
+    });
+}
+
+/// What the responder knows already comes first, then comes what the network answers in a second.
+void AvahiBrowser::handleSignal(const QDBusMessage& signal) {
+    const QString kind = signal.member();
+    if (kind == QLatin1String("ItemNew") || kind == QLatin1String("ItemRemove")) {
+        handleItem(signal, kind == QLatin1String("ItemNew"));
+        if (hasSeenCache_) {
+            report();
+        }
+    } else if (kind == QLatin1String("CacheExhausted")) {
+        hasSeenCache_ = true;
+        if (!found_.empty()) {
+            report();
+        }
+    } else if (kind == QLatin1String("AllForNow")) {
+        report();
+    } else if (kind == QLatin1String("Failure")) {
+        beginAgainLater();
+    }
+}
+
+void AvahiBrowser::handleItem(const QDBusMessage& item, bool isNew) {
+    const auto arguments = item.arguments();
+    const ServiceSighting sighting{arguments.value(0).toInt(), arguments.value(1).toInt()};
+    const QString name = arguments.value(2).toString();
+    const Key key{name.toStdString(), arguments.value(4).toString().toStdString()};
+    auto& sightings = found_[key];
+    std::erase(sightings, sighting);
+    if (isNew) {
+        // This computer's own name, but nothing here has it: what a program left that has just
+        // ended.
+        const uint flags = arguments.value(5).toUInt();
+        if ((flags & (isFromCache | isOfThisComputer)) == isFromCache &&
+            name == network_.responder_.hostName() && !services_.contains(key)) {
+            network_.withdrawals_.add(key.first, type_, Withdrawals::heardSeconds);
+        }
+        sightings.push_back(sighting);
+    } else if (sightings.empty()) {
+        found_.erase(key);
+        network_.withdrawals_.remove(key.first, type_);
+    }
+}
+
+void AvahiBrowser::report() {
+    services_ = found_;
+    std::erase_if(services_, [this](const auto& service) {
+        const double hidden = network_.withdrawals_.secondsLeft(service.first.first, type_);
+        if (hidden > 0.0) {
+            network_.queue_.postAfter(hidden, question_.guard([this] { report(); }));
+        }
+        return hidden > 0.0;
+    });
+    std::erase_if(ended_, [this](const auto& endpoint) { return sightings(endpoint).empty(); });
+    auto found = endpoints();
+    if (std::exchange(isAnswerDue_, false) || found != reported_) {
+        reported_ = found;
+        callHandler(onResultsChanged, found);
     }
 }
 
@@ -70,8 +186,8 @@ void AvahiBrowser::handleReport(ServiceSearch::Report report) {
 /// takes the first one must not come back to it for ever while another is there.
 std::vector<ServiceEndpoint> AvahiBrowser::endpoints() const {
     std::vector<ServiceEndpoint> result;
-    for (const auto& service : services_) {
-        result.push_back(service.endpoint);
+    for (const auto& [key, sightings] : services_) {
+        result.push_back({key.first, type_, key.second});
     }
     std::ranges::stable_sort(result, {}, [this](const ServiceEndpoint& endpoint) {
         const auto place = std::ranges::find(ended_, endpoint);

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
-#include "platform/network/ServiceSearch.h"
+#include "platform/network/Responder.h"
+#include "platform/network/ServiceSighting.h"
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessivo {
@@ -25,19 +29,40 @@ public:
 
     /// Where a service was seen; nowhere when it isn't there.
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
-    /// A connection to a service has ended.
-    void connectionEnded(const ServiceEndpoint& endpoint);
+    /// A connection to a service has ended, which may never have opened.
+    void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
 private:
-    void handleReport(ServiceSearch::Report report);
+    void begin();
+    void end();
+    void beginAgainLater();
+    void askAfresh();
+    void handleObject(std::unique_ptr<ResponderObject> object);
+    void handleSignal(const QDBusMessage& signal);
+    void handleItem(const QDBusMessage& item, bool isNew);
+    void report();
     std::vector<ServiceEndpoint> endpoints() const;
 
+    /// The name and the domain.
+    using Key = std::pair<std::string, std::string>;
+    using Sightings = std::map<Key, std::vector<ServiceSighting>>;
+
     LocalNetwork& network_;
+    const std::string type_;
     Turns turns_;
-    std::shared_ptr<ServiceSearch> search_;
+    Subscription subscription_;
+
+    // What is asked of the responder, and what it has said since.
+    std::unique_ptr<ResponderObject> object_;
+    bool isAsking_ = false;  // its answer to the question is to come
+    bool hasSeenCache_ = false;
+    Sightings found_;
+    Lifetime question_;
+
+    Sightings services_;                  // those that may be reported
+    std::vector<ServiceEndpoint> ended_;  // of those, the ones to which a connection has ended
+    bool isAnswerDue_ = true;             // even if nothing has changed
     bool isAskingAgain_ = false;
-    std::vector<ServiceSearch::Service> services_;
-    std::vector<ServiceEndpoint> ended_;  // services there are to which a connection has ended
     std::optional<std::vector<ServiceEndpoint>> reported_;
 };
 

@@ -18,15 +18,16 @@ std::unique_ptr<ServiceListener> LocalNetwork::makeListener(const std::string& t
     if (!socket.isOpen()) {
         return nullptr;
     }
-    return std::make_unique<TcpListener>(avahi_, events_, queue_, std::move(socket), type,
-                                         withdrawals_);
+    return std::make_unique<TcpListener>(responder_, events_, queue_, withdrawals_,
+                                         std::move(socket), type);
 }
 
 std::unique_ptr<StreamConnection> LocalNetwork::connect(const ServiceEndpoint& endpoint) {
     auto dialer =
-        std::make_unique<ServiceDialer>(avahi_, events_, queue_, endpoint, sightings(endpoint));
-    return std::make_unique<TcpConnection>(events_, queue_, std::move(dialer),
-                                           [this, endpoint] { connectionEnded(endpoint); });
+        std::make_unique<ServiceDialer>(responder_, events_, queue_, endpoint, sightings(endpoint));
+    return std::make_unique<TcpConnection>(
+        events_, queue_, std::move(dialer),
+        [this, endpoint](bool wasOpen) { connectionEnded(endpoint, wasOpen); });
 }
 
 /// Where a service was seen by the browsers; anywhere when they don't know it.
@@ -40,9 +41,9 @@ std::vector<ServiceSighting> LocalNetwork::sightings(const ServiceEndpoint& endp
     return {ServiceSighting{}};
 }
 
-void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint) {
+void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
     for (AvahiBrowser* browser : browsers_) {
-        browser->connectionEnded(endpoint);
+        browser->connectionEnded(endpoint, wasOpen);
     }
 }
 

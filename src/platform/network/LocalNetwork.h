@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Network.h"
-#include "platform/network/AvahiThread.h"
-#include "platform/network/ServiceResolution.h"
+#include "platform/network/Responder.h"
+#include "platform/network/ServiceSighting.h"
 #include "platform/network/SocketEvents.h"
 #include "platform/network/Withdrawals.h"
 
@@ -17,10 +17,12 @@ class MainQueue;
 
 /// The network that this computer is on: the system's TCP, and its DNS-SD responder Avahi. Without
 /// the responder nothing is found until it comes; the rest works. Made and destroyed on the main
-/// thread, while the application object lives.
+/// thread, while the application object lives. Making it waits for the message bus; nothing waits
+/// for the responder.
 class LocalNetwork final : public Network {
 public:
-    explicit LocalNetwork(MainQueue& queue) : queue_(queue) {}
+    /// Throws std::system_error when the system lets no sockets be watched.
+    explicit LocalNetwork(MainQueue& queue) : queue_(queue), responder_(queue) {}
 
     std::unique_ptr<ServiceBrowser> makeBrowser(const std::string& type) override;
     std::unique_ptr<ServiceListener> makeListener(const std::string& type) override;
@@ -30,13 +32,13 @@ private:
     friend class AvahiBrowser;
 
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
-    void connectionEnded(const ServiceEndpoint& endpoint);
+    void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
     MainQueue& queue_;
     SocketEvents events_;
     std::vector<AvahiBrowser*> browsers_;  // those there are
-    std::shared_ptr<Withdrawals> withdrawals_ = std::make_shared<Withdrawals>();
-    AvahiThread avahi_;
+    Withdrawals withdrawals_;
+    Responder responder_;
 };
 
 }  // namespace tessivo

@@ -1,70 +1,119 @@
 #include "platform/network/ServiceAdvertisement.h"
 
-#include <avahi-common/alternative.h>
-#include <avahi-common/error.h>
-#include <avahi-common/malloc.h>
+#include <QDBusMetaType>
+
+#include <utility>
 
 namespace tessivo {
 namespace {
 
-std::string alternative(const std::string& name) {
-    char* other = avahi_alternative_service_name(name.c_str());
-    std::string result = other;
-    avahi_free(other);
-    return result;
-}
+using Texts = QList<QByteArray>;  // of a service, as the bus carries them
+
+// AvahiEntryGroupState
+constexpr int established = 2;
+constexpr int collision = 3;
+constexpr int failure = 4;
 
 }  // namespace
 
-void ServiceAdvertisement::begin(AvahiClient& client) {
-    const char* hostName = avahi_client_get_host_name(&client);
-    group_ = hostName != nullptr ? avahi_entry_group_new(&client, &called, this) : nullptr;
-    if (group_ != nullptr) {
-        name_ = hostName;
-        publish();
+ServiceAdvertisement::ServiceAdvertisement(Responder& responder, MainQueue& queue,
+                                           Withdrawals& withdrawals, std::string type,
+                                           std::uint16_t port)
+    : responder_(responder),
+      queue_(queue),
+      withdrawals_(withdrawals),
+      type_(std::move(type)),
+      port_(port),
+      subscription_(responder.didChange.subscribe([this] {
+          end();
+          begin();
+      })) {
+    qDBusRegisterMetaType<Texts>();
+    begin();
+}
+
+ServiceAdvertisement::~ServiceAdvertisement() {
+    end();
+}
+
+void ServiceAdvertisement::begin() {
+    if (!responder_.isRunning()) {
+        return;
     }
+    name_ = *responder_.hostName();
+    responder_.make(Responder::method(QStringLiteral("EntryGroupNew")),
+                    QStringLiteral("org.freedesktop.Avahi.EntryGroup"),
+                    attempt_.guard([this](std::unique_ptr<ResponderObject> group) {
+                        if (!group) {
+                            beginAgainLater();
+                            return;
+                        }
+                        group_ = std::move(group);
+                        group_->onSignal = [this](const QDBusMessage& signal) {
+                            handleState(signal.arguments().value(0).toInt());
+                        };
+                        addService();
+                    }));
 }
 
 void ServiceAdvertisement::end() {
-    if (group_ != nullptr) {
-        avahi_entry_group_free(group_);
-        group_ = nullptr;
-        withdrawals_->add(name_, type_);
+    attempt_.callOff();
+    if (group_) {
+        group_.reset();
+        withdrawals_.add(name_.toStdString(), type_, Withdrawals::ownSeconds);
     }
 }
 
-void ServiceAdvertisement::called(AvahiEntryGroup* group, AvahiEntryGroupState state, void* self) {
-    auto& advertisement = *static_cast<ServiceAdvertisement*>(self);
-    // First called before the group's constructor has returned.
-    if (advertisement.group_ == group) {
-        advertisement.handleState(state);
-    }
+void ServiceAdvertisement::beginAgainLater() {
+    end();
+    queue_.postAfter(Responder::retryDelay, attempt_.guard([this] { begin(); }));
 }
 
-void ServiceAdvertisement::handleState(AvahiEntryGroupState state) {
-    if (state == AVAHI_ENTRY_GROUP_ESTABLISHED) {
-        withdrawals_->remove(name_, type_);
-    } else if (state == AVAHI_ENTRY_GROUP_COLLISION) {
+template <typename Next>
+void ServiceAdvertisement::call(const QDBusMessage& method, Next next) {
+    responder_.call(method, attempt_.guard([this, next](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage) {
+            beginAgainLater();
+        } else {
+            next(answer);
+        }
+    }));
+}
+
+/// On every network that there is, without a text, with the domain and the host that the responder
+/// takes by itself.
+void ServiceAdvertisement::addService() {
+    const QDBusMessage method =
+        group_->method(QStringLiteral("AddService"),
+                       {-1, -1, 0U, name_, QString::fromStdString(type_), QString(), QString(),
+                        QVariant::fromValue<ushort>(port_), QVariant::fromValue(Texts())});
+    responder_.call(method, attempt_.guard([this](const QDBusMessage& answer) {
+        if (answer.errorName() == QLatin1String("org.freedesktop.Avahi.CollisionError")) {
+            rename();  // another program on this computer has the name
+        } else if (answer.type() == QDBusMessage::ErrorMessage) {
+            beginAgainLater();
+        } else {
+            call(group_->method(QStringLiteral("Commit")), [](const QDBusMessage&) {});
+        }
+    }));
+}
+
+void ServiceAdvertisement::rename() {
+    call(Responder::method(QStringLiteral("GetAlternativeServiceName"), {name_}),
+         [this](const QDBusMessage& answer) {
+             name_ = answer.arguments().value(0).toString();
+             addService();
+         });
+}
+
+void ServiceAdvertisement::handleState(int state) {
+    if (state == established) {
+        withdrawals_.remove(name_.toStdString(), type_);
+    } else if (state == collision) {
         // Another computer has the name: the responder has taken the service back.
-        avahi_entry_group_reset(group_);
-        name_ = alternative(name_);
-        publish();
-    }
-}
-
-void ServiceAdvertisement::publish() {
-    const auto add = [this] {
-        return avahi_entry_group_add_service(group_, AVAHI_IF_UNSPEC, AVAHI_PROTO_UNSPEC,
-                                             AvahiPublishFlags{}, name_.c_str(), type_.c_str(),
-                                             nullptr, nullptr, port_, nullptr);
-    };
-    int error = add();
-    while (error == AVAHI_ERR_COLLISION) {  // with another program on this computer
-        name_ = alternative(name_);
-        error = add();
-    }
-    if (error == AVAHI_OK) {
-        avahi_entry_group_commit(group_);
+        call(group_->method(QStringLiteral("Reset")), [this](const QDBusMessage&) { rename(); });
+    } else if (state == failure) {
+        beginAgainLater();
     }
 }
 

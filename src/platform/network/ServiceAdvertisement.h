@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/network/AvahiThread.h"
+#include "base/Lifetime.h"
+#include "platform/network/Responder.h"
 #include "platform/network/Withdrawals.h"
-
-#include <avahi-client/publish.h>
 
 #include <cstdint>
 #include <memory>
@@ -12,27 +11,37 @@
 namespace tessivo {
 
 /// Has the responder advertise a TCP port of this computer under the computer's name, or under one
-/// like it when that is taken.
-class ServiceAdvertisement final : public AvahiTask {
+/// like it when that is taken. What fails is tried again for as long as it lives.
+class ServiceAdvertisement {
 public:
-    ServiceAdvertisement(std::string type, std::uint16_t port,
-                         std::shared_ptr<Withdrawals> withdrawals)
-        : type_(std::move(type)), port_(port), withdrawals_(std::move(withdrawals)) {}
-
-    void begin(AvahiClient& client) override;
-    void end() override;
+    ServiceAdvertisement(Responder& responder, MainQueue& queue, Withdrawals& withdrawals,
+                         std::string type, std::uint16_t port);
+    /// Withdraws the service, without waiting for that.
+    ~ServiceAdvertisement();
+    ServiceAdvertisement(const ServiceAdvertisement&) = delete;
+    ServiceAdvertisement& operator=(const ServiceAdvertisement&) = delete;
 
 private:
-    static void called(AvahiEntryGroup* group, AvahiEntryGroupState state, void* self);
+    void begin();
+    void end();
+    void beginAgainLater();
+    void addService();
+    void rename();
+    void handleState(int state);
 
-    void handleState(AvahiEntryGroupState state);
-    void publish();
+    /// Goes on with `next` after a good answer, and begins again after a bad one.
+    template <typename Next>
+    void call(const QDBusMessage& method, Next next);
 
+    Responder& responder_;
+    MainQueue& queue_;
+    Withdrawals& withdrawals_;
     std::string type_;
     std::uint16_t port_;
-    std::shared_ptr<Withdrawals> withdrawals_;
-    std::string name_;
-    AvahiEntryGroup* group_ = nullptr;
+    QString name_;
+    std::unique_ptr<ResponderObject> group_;
+    Lifetime attempt_;
+    Subscription subscription_;
 };
 
 }  // namespace tessivo

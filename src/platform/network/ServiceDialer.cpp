@@ -1,7 +1,11 @@
 #include "platform/network/ServiceDialer.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 namespace tessivo {
@@ -12,6 +16,38 @@ constexpr double patience = 0.25;
 /// How long all of it may take, in seconds. The system alone would wait for minutes.
 constexpr double timeLimit = 7.0;
 
+constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
+
+template <typename Address>
+SocketAddress socketAddress(const Address& address) {
+    SocketAddress result;
+    static_assert(sizeof(address) <= sizeof(result.storage));
+    std::memcpy(&result.storage, &address, sizeof(address));
+    result.size = sizeof(address);
+    return result;
+}
+
+/// Nothing when `text` is no address.
+std::optional<SocketAddress> socketAddress(const QByteArray& text, std::uint16_t port,
+                                           int interface) {
+    sockaddr_in v4{};
+    if (::inet_pton(AF_INET, text.constData(), &v4.sin_addr) == 1) {
+        v4.sin_family = AF_INET;
+        v4.sin_port = htons(port);
+        return socketAddress(v4);
+    }
+    sockaddr_in6 v6{};
+    if (::inet_pton(AF_INET6, text.constData(), &v6.sin6_addr) != 1) {
+        return std::nullopt;
+    }
+    v6.sin6_family = AF_INET6;
+    v6.sin6_port = htons(port);
+    if (IN6_IS_ADDR_LINKLOCAL(&v6.sin6_addr)) {
+        v6.sin6_scope_id = static_cast<std::uint32_t>(interface);
+    }
+    return socketAddress(v6);
+}
+
 }  // namespace
 
 /// The call of one address.
@@ -19,7 +55,10 @@ class ServiceDialer::Attempt final : private SocketEvents::Handler {
 public:
     Attempt(ServiceDialer& dialer, FileDescriptor socket)
         : dialer_(dialer), turns_(dialer.queue_), socket_(std::move(socket)) {
-        dialer_.events_.add(socket_, EPOLLOUT, *this);
+        if (!dialer_.events_.add(socket_, EPOLLOUT, *this)) {
+            socket_ = FileDescriptor();
+            settle();
+        }
     }
     ~Attempt() {
         if (!isSettled_) {
@@ -39,6 +78,9 @@ public:
 private:
     void handleSocket(std::uint32_t) override {
         dialer_.events_.remove(socket_);
+        settle();
+    }
+    void settle() {
         isSettled_ = true;
         turns_.post([this] { dialer_.settle(*this); });
     }
@@ -49,31 +91,45 @@ private:
     bool isSettled_ = false;
 };
 
-ServiceDialer::ServiceDialer(AvahiThread& avahi, SocketEvents& events, MainQueue& queue,
+ServiceDialer::ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
                              ServiceEndpoint service, std::vector<ServiceSighting> sightings)
-    : avahi_(avahi), events_(events), queue_(queue), turns_(queue) {
-    auto tell = [this, post = turns_.poster()](std::optional<SocketAddress> address) {
-        post([this, address] {
-            if (address) {
-                add(*address);
-            } else {
-                isResolved_ = true;
-                failIfNothingIsLeft();
-            }
-        });
-    };
-    resolution_ = std::make_shared<ServiceResolution>(std::move(service), std::move(sightings),
-                                                      std::move(tell));
-}
+    : responder_(responder),
+      events_(events),
+      queue_(queue),
+      turns_(queue),
+      service_(std::move(service)),
+      sightings_(std::move(sightings)) {}
 
-ServiceDialer::~ServiceDialer() {
-    avahi_.remove(resolution_);
-}
+ServiceDialer::~ServiceDialer() = default;
 
 void ServiceDialer::start(Done done) {
     done_ = std::move(done);
-    avahi_.add(resolution_);
+    resolutionCount_ = sightings_.size();
+    for (const ServiceSighting& sighting : sightings_) {
+        const QDBusMessage method = Responder::method(
+            QStringLiteral("ResolveService"),
+            {sighting.interface, sighting.protocol, QString::fromStdString(service_.name),
+             QString::fromStdString(service_.type), QString::fromStdString(service_.domain),
+             sighting.protocol, withoutText});
+        responder_.call(method, resolutions_.guard([this](const QDBusMessage& answer) {
+            handleResolution(answer);
+        }));
+    }
     turns_.postAfter(timeLimit, [this] { finish(FileDescriptor()); });
+}
+
+/// An error, too, is an answer: it has no address.
+void ServiceDialer::handleResolution(const QDBusMessage& answer) {
+    --resolutionCount_;
+    const auto arguments = answer.arguments();
+    const auto address = socketAddress(arguments.value(7).toString().toLatin1(),
+                                       static_cast<std::uint16_t>(arguments.value(8).toUInt()),
+                                       arguments.value(0).toInt());
+    if (address) {
+        add(*address);
+    } else {
+        failIfNothingIsLeft();
+    }
 }
 
 void ServiceDialer::add(const SocketAddress& address) {
@@ -101,7 +157,7 @@ void ServiceDialer::tryNext() {
     failIfNothingIsLeft();
 }
 
-/// In a turn of its own.
+/// Runs by an attempt's turns only, because it destroys the attempt.
 void ServiceDialer::settle(Attempt& attempt) {
     FileDescriptor socket = attempt.takeSocket();
     std::erase_if(attempts_, [&](const auto& known) { return known.get() == &attempt; });
@@ -113,7 +169,7 @@ void ServiceDialer::settle(Attempt& attempt) {
 }
 
 void ServiceDialer::failIfNothingIsLeft() {
-    if (isResolved_ && addresses_.empty() && attempts_.empty()) {
+    if (resolutionCount_ == 0 && addresses_.empty() && attempts_.empty()) {
         finish(FileDescriptor());
     }
 }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
-#include "platform/network/ServiceResolution.h"
+#include "platform/network/Responder.h"
+#include "platform/network/ServiceSighting.h"
 #include "platform/network/SocketEvents.h"
+
+#include <sys/socket.h>
 
 #include <deque>
 #include <memory>
@@ -10,13 +14,19 @@
 
 namespace tessivo {
 
-/// Opens a socket to a service: resolves it and tries its addresses, a new one whenever the last
+struct SocketAddress {
+    sockaddr_storage storage{};
+    socklen_t size = 0;  ///< of the address in `storage`, in bytes
+};
+
+/// Opens a socket to a service: resolves it, once for each of its sightings because a computer has
+/// other addresses on each of its networks, and tries the addresses, a new one whenever the last
 /// has failed or hasn't answered for a while, until one opens. Main thread only.
 class ServiceDialer {
 public:
     using Done = std::function<void(FileDescriptor)>;
 
-    ServiceDialer(AvahiThread& avahi, SocketEvents& events, MainQueue& queue,
+    ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
                   ServiceEndpoint service, std::vector<ServiceSighting> sightings);
     /// Gives up without a word.
     ~ServiceDialer();
@@ -30,19 +40,22 @@ public:
 private:
     class Attempt;
 
+    void handleResolution(const QDBusMessage& answer);
     void add(const SocketAddress& address);
     void tryNext();
     void settle(Attempt& attempt);
     void failIfNothingIsLeft();
     void finish(FileDescriptor socket);
 
-    AvahiThread& avahi_;
+    Responder& responder_;
     SocketEvents& events_;
     MainQueue& queue_;
     Turns turns_;
-    std::shared_ptr<ServiceResolution> resolution_;
+    ServiceEndpoint service_;
+    std::vector<ServiceSighting> sightings_;
     Done done_;
-    bool isResolved_ = false;              // no more addresses come
+    std::size_t resolutionCount_ = 0;  // those without an answer yet
+    Lifetime resolutions_;
     std::deque<SocketAddress> addresses_;  // not tried yet
     std::vector<std::unique_ptr<Attempt>> attempts_;
 };

@@ -1,8 +1,11 @@
 #include "platform/network/SocketEvents.h"
 
+#include <QtGlobal>
+
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <cstring>
 #include <system_error>
 
 namespace tessivo {
@@ -15,24 +18,26 @@ SocketEvents::SocketEvents()
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { dispatch(); });
 }
 
-void SocketEvents::add(const FileDescriptor& socket, std::uint32_t events, Handler& handler) {
+bool SocketEvents::add(const FileDescriptor& socket, std::uint32_t events, Handler& handler) {
     epoll_event event{events, {.ptr = &handler}};
-    control(EPOLL_CTL_ADD, socket, &event);
+    return control(EPOLL_CTL_ADD, socket, &event);
 }
 
-void SocketEvents::change(const FileDescriptor& socket, std::uint32_t events, Handler& handler) {
+bool SocketEvents::change(const FileDescriptor& socket, std::uint32_t events, Handler& handler) {
     epoll_event event{events, {.ptr = &handler}};
-    control(EPOLL_CTL_MOD, socket, &event);
+    return control(EPOLL_CTL_MOD, socket, &event);
 }
 
 void SocketEvents::remove(const FileDescriptor& socket) {
     control(EPOLL_CTL_DEL, socket, nullptr);
 }
 
-void SocketEvents::control(int operation, const FileDescriptor& socket, epoll_event* event) {
-    if (epoll_ctl(epoll_.value(), operation, socket.value(), event) != 0) {
-        throw std::system_error(errno, std::generic_category(), "epoll_ctl");
+bool SocketEvents::control(int operation, const FileDescriptor& socket, epoll_event* event) {
+    if (epoll_ctl(epoll_.value(), operation, socket.value(), event) == 0) {
+        return true;
     }
+    qWarning("a socket can't be watched: %s", std::strerror(errno));
+    return false;
 }
 
 void SocketEvents::dispatch() {

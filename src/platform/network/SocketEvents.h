@@ -25,17 +25,20 @@ public:
         ~Handler() = default;
     };
 
+    /// Throws std::system_error when the system has no more to give.
     SocketEvents();
     SocketEvents(const SocketEvents&) = delete;
     SocketEvents& operator=(const SocketEvents&) = delete;
 
     /// Tells `handler` while `events` hold, until `remove`. Errors are told whatever is asked for.
-    void add(const FileDescriptor& socket, std::uint32_t events, Handler& handler);
-    void change(const FileDescriptor& socket, std::uint32_t events, Handler& handler);
+    /// False when the system refuses (too many are watched, no memory), which is told on standard
+    /// error: the socket isn't watched as asked, and its owner is to close it.
+    [[nodiscard]] bool add(const FileDescriptor& socket, std::uint32_t events, Handler& handler);
+    [[nodiscard]] bool change(const FileDescriptor& socket, std::uint32_t events, Handler& handler);
     void remove(const FileDescriptor& socket);
 
 private:
-    void control(int operation, const FileDescriptor& socket, epoll_event* event);
+    bool control(int operation, const FileDescriptor& socket, epoll_event* event);
     void dispatch();
 
     FileDescriptor epoll_;

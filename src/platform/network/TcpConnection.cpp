@@ -28,7 +28,12 @@ void setOption(const FileDescriptor& socket, int level, int name, int value) {
     ::setsockopt(socket.value(), level, name, &value, sizeof(value));
 }
 
+/// The system doubles the size of the buffer for its own needs, and fills all of it with bytes when
+/// they come in large packets (socket(7)). Without a size it lets the buffer grow to many MB.
+constexpr int receiveBufferSize = StreamConnection::maximumUnreadBytes / 2;
+
 void prepare(const FileDescriptor& socket) {
+    setOption(socket, SOL_SOCKET, SO_RCVBUF, receiveBufferSize);
     setOption(socket, IPPROTO_TCP, TCP_NODELAY, 1);
     setOption(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, userTimeoutMilliseconds);
     setOption(socket, SOL_SOCKET, SO_KEEPALIVE, 1);
@@ -42,7 +47,8 @@ TcpConnection::TcpConnection(SocketEvents& events, MainQueue& queue, FileDescrip
     : events_(events), turns_(queue), socket_(std::move(socket)) {}
 
 TcpConnection::TcpConnection(SocketEvents& events, MainQueue& queue,
-                             std::unique_ptr<ServiceDialer> dialer, std::function<void()> onEnded)
+                             std::unique_ptr<ServiceDialer> dialer,
+                             std::function<void(bool wasOpen)> onEnded)
     : events_(events), turns_(queue), dialer_(std::move(dialer)), onEnded_(std::move(onEnded)) {}
 
 TcpConnection::~TcpConnection() {
@@ -72,11 +78,17 @@ void TcpConnection::open() {
     prepare(socket_);
     state_ = State::ready;
     watched_ = EPOLLRDHUP;
-    events_.add(socket_, watched_, *this);
+    if (!events_.add(socket_, watched_, *this)) {
+        watched_ = 0;
+        end(State::failed);
+        return;
+    }
     flush();
     take();
     watch();
-    tell();
+    if (!isOver()) {
+        tell();
+    }
 }
 
 void TcpConnection::send(Message message) {
@@ -152,7 +164,7 @@ void TcpConnection::takeAvailable() {
     }
 }
 
-/// In a turn of its own.
+/// Runs by `turns_` only, because completions never run within a call of this class.
 void TcpConnection::serve() {
     if (isOver() && socket_.isOpen()) {
         takeAvailable();
@@ -172,7 +184,9 @@ void TcpConnection::watch() {
         EPOLLRDHUP | (isReading ? EPOLLIN : 0U) | (isWriting ? EPOLLOUT : 0U);
     if (wanted != watched_) {
         watched_ = wanted;
-        events_.change(socket_, watched_, *this);
+        if (!events_.change(socket_, watched_, *this)) {
+            end(State::failed);
+        }
     }
 }
 
@@ -180,6 +194,7 @@ void TcpConnection::end(State state) {
     if (isOver()) {
         return;
     }
+    const bool wasOpen = state_ == State::ready;
     state_ = state;
     outgoing_ = {};
     if (watched_ != 0) {
@@ -191,7 +206,7 @@ void TcpConnection::end(State state) {
     }
     turns_.post([this] { finish(); });
     if (onEnded_) {
-        onEnded_();
+        onEnded_(wasOpen);
     }
 }
 
@@ -207,10 +222,7 @@ void TcpConnection::finish() {
 }
 
 void TcpConnection::tell() {
-    // A copy: the handler may destroy the connection that owns it.
-    if (const auto handler = onStateChange) {
-        handler(state_);
-    }
+    callHandler(onStateChange, state_);
 }
 
 }  // namespace tessivo

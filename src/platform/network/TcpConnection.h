@@ -12,8 +12,9 @@ namespace tessivo {
 
 class ServiceDialer;
 
-/// A connection over the system's TCP, on its sockets directly: nothing is taken in that nobody
-/// asked for and nothing waits but in `OutgoingMessages`, so both bounds are kept without a copy.
+/// A connection over the system's TCP, on its sockets directly: nothing is read that nobody
+/// asked for, the system is given a small buffer for what arrives meanwhile, and nothing waits to
+/// leave but in `OutgoingMessages`: so both bounds are kept without a copy.
 ///
 /// A pulled cable fails it after 5 to 9.5 seconds. So does a peer that lives but takes nothing in
 /// for 4.5 seconds, once the system's own buffers are full: TCP can't tell the two apart.
@@ -21,9 +22,10 @@ class TcpConnection final : public StreamConnection, private SocketEvents::Handl
 public:
     /// One that came in.
     TcpConnection(SocketEvents& events, MainQueue& queue, FileDescriptor socket);
-    /// One that is still to be opened. `onEnded` is called when it is over, however that came.
+    /// One that is still to be opened. `onEnded` is called when it is over, however that came, with
+    /// whether it had opened.
     TcpConnection(SocketEvents& events, MainQueue& queue, std::unique_ptr<ServiceDialer> dialer,
-                  std::function<void()> onEnded);
+                  std::function<void(bool wasOpen)> onEnded);
     ~TcpConnection() override;
 
     void start() override;
@@ -53,7 +55,7 @@ private:
     SocketEvents& events_;
     Turns turns_;
     std::unique_ptr<ServiceDialer> dialer_;
-    std::function<void()> onEnded_;
+    std::function<void(bool wasOpen)> onEnded_;
     FileDescriptor socket_;
     State state_ = State::preparing;
     OutgoingMessages outgoing_;

@@ -11,7 +11,7 @@
 namespace tessivo {
 namespace {
 
-/// How long the listener waits when the program has no descriptor left for a caller, in seconds.
+/// How long the listener waits when the system gives it no caller, or doesn't watch, in seconds.
 constexpr double pauseSeconds = 1.0;
 
 FileDescriptor listenOn(const sockaddr* address, socklen_t size) {
@@ -48,28 +48,25 @@ FileDescriptor TcpListener::openPort() {
     return socket;
 }
 
-TcpListener::TcpListener(AvahiThread& avahi, SocketEvents& events, MainQueue& queue,
-                         FileDescriptor socket, const std::string& type,
-                         std::shared_ptr<Withdrawals> withdrawals)
-    : avahi_(avahi),
+TcpListener::TcpListener(Responder& responder, SocketEvents& events, MainQueue& queue,
+                         Withdrawals& withdrawals, FileDescriptor socket, std::string type)
+    : responder_(responder),
       events_(events),
       queue_(queue),
+      withdrawals_(withdrawals),
       turns_(queue),
       socket_(std::move(socket)),
-      advertisement_(
-          std::make_shared<ServiceAdvertisement>(type, portOf(socket_), std::move(withdrawals))) {}
+      type_(std::move(type)) {}
 
 TcpListener::~TcpListener() {
-    avahi_.remove(advertisement_);
-    if (isStarted_) {
+    if (isWatched_) {
         events_.remove(socket_);
     }
 }
 
 void TcpListener::start() {
-    isStarted_ = true;
-    events_.add(socket_, EPOLLIN, *this);
-    avahi_.add(advertisement_);
+    watch();
+    advertisement_.emplace(responder_, queue_, withdrawals_, type_, portOf(socket_));
 }
 
 void TcpListener::handleSocket(std::uint32_t) {
@@ -81,25 +78,32 @@ void TcpListener::handleSocket(std::uint32_t) {
             turns_.post([this, socket] { handOver(std::move(*socket)); });
         } else if (errno == EAGAIN) {
             return;
-        } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+        } else if (errno != ECONNABORTED && errno != EINTR) {
             pause();
             return;
         }
-        // Any other error is that of one caller (accept(2)).
     }
 }
 
 void TcpListener::handOver(FileDescriptor socket) {
-    // A copy: the handler may destroy the listener that owns it.
-    if (const auto handler = onNewConnection) {
-        handler(std::make_unique<TcpConnection>(events_, queue_, std::move(socket)));
+    callHandler(onNewConnection,
+                std::make_unique<TcpConnection>(events_, queue_, std::move(socket)));
+}
+
+void TcpListener::watch() {
+    isWatched_ = events_.add(socket_, EPOLLIN, *this);
+    if (!isWatched_) {
+        pause();
     }
 }
 
-/// A caller that can't be taken would wake the main thread without end.
+/// A caller that can't be taken, for want of a descriptor for example, would wake the main thread
+/// without end.
 void TcpListener::pause() {
-    events_.change(socket_, 0, *this);
-    turns_.postAfter(pauseSeconds, [this] { events_.change(socket_, EPOLLIN, *this); });
+    if (std::exchange(isWatched_, false)) {
+        events_.remove(socket_);
+    }
+    turns_.postAfter(pauseSeconds, [this] { watch(); });
 }
 
 }  // namespace tessivo

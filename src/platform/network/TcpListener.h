@@ -5,7 +5,7 @@
 #include "platform/network/ServiceAdvertisement.h"
 #include "platform/network/SocketEvents.h"
 
-#include <memory>
+#include <optional>
 
 namespace tessivo {
 
@@ -17,8 +17,8 @@ public:
     static FileDescriptor openPort();
 
     /// `socket` is one that `openPort` gave.
-    TcpListener(AvahiThread& avahi, SocketEvents& events, MainQueue& queue, FileDescriptor socket,
-                const std::string& type, std::shared_ptr<Withdrawals> withdrawals);
+    TcpListener(Responder& responder, SocketEvents& events, MainQueue& queue,
+                Withdrawals& withdrawals, FileDescriptor socket, std::string type);
     ~TcpListener() override;
     TcpListener(const TcpListener&) = delete;
     TcpListener& operator=(const TcpListener&) = delete;
@@ -28,15 +28,18 @@ public:
 private:
     void handleSocket(std::uint32_t events) override;
     void handOver(FileDescriptor socket);
+    void watch();
     void pause();
 
-    AvahiThread& avahi_;
+    Responder& responder_;
     SocketEvents& events_;
     MainQueue& queue_;
+    Withdrawals& withdrawals_;
     Turns turns_;
     FileDescriptor socket_;
-    bool isStarted_ = false;
-    std::shared_ptr<ServiceAdvertisement> advertisement_;
+    const std::string type_;
+    bool isWatched_ = false;
+    std::optional<ServiceAdvertisement> advertisement_;
 };
 
 }  // namespace tessivo
