@@ -16,7 +16,8 @@ namespace tessivo {
 
 AppState::AppState(const Platform& platform)
     : platform_(platform),
-      ltcManager_(std::make_unique<LtcManager>(platform.clock, platform.mainQueue, platform.audio)),
+      ltcManager_(std::make_unique<LtcManager>(platform.clock, platform.mainQueue, platform.audio,
+                                               platform.log)),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
       updater_(platform.updates) {

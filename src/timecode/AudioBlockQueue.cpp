@@ -1,16 +1,16 @@
 #include "timecode/AudioBlockQueue.h"
 
-#include "platform/AudioInputUnit.h"
-
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <utility>
 
 namespace tessivo {
 
 namespace {
 
-constexpr std::size_t smallestBlock = 16;  // frames
+// Frames in one block. A longer one is carried too, if it fits, but takes from the second.
+constexpr std::size_t smallestBlock = 16, longestBlock = 8192;
 
 std::size_t framesPerSecond(double sampleRate) {
     const bool plausible = sampleRate >= 1'000.0 && sampleRate <= 1'000'000.0;
@@ -19,7 +19,7 @@ std::size_t framesPerSecond(double sampleRate) {
 
 // One second, and the longest stretch that can be left unused at the ring's end.
 std::size_t ringFrames(double sampleRate) {
-    return framesPerSecond(sampleRate) + 2 * std::size_t{AudioInputUnit::maximumFramesPerSlice};
+    return framesPerSecond(sampleRate) + 2 * longestBlock;
 }
 
 }  // namespace
@@ -27,7 +27,8 @@ std::size_t ringFrames(double sampleRate) {
 AudioBlockQueue::AudioBlockQueue(std::size_t channelCount, double sampleRate)
     : channelCount_(channelCount),
       ring_(channelCount * ringFrames(sampleRate)),
-      entries_(framesPerSecond(sampleRate) / smallestBlock + 1) {
+      entries_(framesPerSecond(sampleRate) / smallestBlock + 1),
+      frontChannels_(channelCount) {
     assert(channelCount >= 1);
 }
 
@@ -45,7 +46,7 @@ std::optional<std::uint64_t> AudioBlockQueue::placeFor(std::size_t sampleCount,
 }
 
 bool AudioBlockQueue::push(const AudioBlock& block) noexcept {
-    assert(block.channelCount == channelCount_);
+    assert(block.channels.size() == channelCount_);
     const std::uint64_t number = pushedCount_.load(std::memory_order_relaxed);
     const std::uint64_t popped = poppedCount_.load(std::memory_order_acquire);
     assert(popped <= number && number - popped <= entries_.size());
@@ -53,30 +54,32 @@ bool AudioBlockQueue::push(const AudioBlock& block) noexcept {
     const std::size_t sampleCount = channelCount_ * block.frameCount;
     const std::optional<std::uint64_t> begin = placeFor(sampleCount, oldest);
     if (!begin || number - popped == entries_.size()) {
-        droppedCount_.fetch_add(1, std::memory_order_relaxed);
+        ++lost_.blocks;
+        lost_.frames += block.frameCount;
         return false;
     }
     float* place = ring_.data() + *begin % ring_.size();
     for (std::size_t channel = 0; channel < channelCount_; ++channel) {
         place = std::ranges::copy(block.channel(channel), place).out;
     }
-    entries_[number % entries_.size()] = {*begin, block.frameCount, block.sampleRate};
+    entries_[number % entries_.size()] = {*begin, block.frameCount, block.sampleRate,
+                                          std::exchange(lost_, {})};
     nextPosition_ = *begin + sampleCount;
     pushedCount_.store(number + 1, std::memory_order_release);
     return true;
 }
 
-std::optional<AudioBlock> AudioBlockQueue::front() const noexcept {
+std::optional<AudioBlockQueue::Front> AudioBlockQueue::front() noexcept {
     const std::uint64_t number = poppedCount_.load(std::memory_order_relaxed);
     if (number == pushedCount_.load(std::memory_order_acquire)) {
         return std::nullopt;
     }
     const Entry& oldest = entry(number);
-    return AudioBlock{.samples = ring_.data() + oldest.begin % ring_.size(),
-                      .channelDistance = oldest.frameCount,
-                      .channelCount = channelCount_,
-                      .frameCount = oldest.frameCount,
-                      .sampleRate = oldest.sampleRate};
+    const float* start = ring_.data() + oldest.begin % ring_.size();
+    for (const float*& channel : frontChannels_) {
+        channel = std::exchange(start, start + oldest.frameCount);
+    }
+    return Front{{frontChannels_, oldest.frameCount, oldest.sampleRate}, oldest.lostBefore};
 }
 
 void AudioBlockQueue::pop() noexcept {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timecode/AudioBlock.h"
+#include "platform/AudioInput.h"
 
 #include <atomic>
 #include <cstddef>
@@ -10,10 +10,17 @@
 
 namespace tessivo {
 
+/// Audio that was dropped for want of room.
+struct LostAudio {
+    std::uint64_t blocks = 0;
+    std::uint64_t frames = 0;
+};
+
 /// Carries the blocks of one capture from the audio thread to the main thread, in order. All
 /// storage is allocated and touched at construction; no call takes a lock, waits or allocates. It
 /// holds at least one second of audio in blocks of 16 frames (the smallest that audio systems use)
-/// or more; when the main thread stands still for longer, the newest blocks are dropped.
+/// or more; when the main thread stands still for longer, the newest blocks are dropped, and the
+/// next one that finds room says how much is missing before it.
 class AudioBlockQueue {
 public:
     /// At least one channel; `sampleRate` in samples per second. A rate that no device has counts
@@ -24,15 +31,14 @@ public:
     /// because the queue is full. Audio thread only.
     bool push(const AudioBlock& block) noexcept;
 
-    /// The oldest block, good until `pop`; nothing when the queue is empty. Main thread only.
-    std::optional<AudioBlock> front() const noexcept;
+    struct Front {
+        AudioBlock block;      ///< good until `pop`
+        LostAudio lostBefore;  ///< what should have come between it and the block before
+    };
+    /// The oldest block; nothing when the queue is empty. Main thread only.
+    std::optional<Front> front() noexcept;
     /// Gives the storage of the oldest block back; the queue must not be empty. Main thread only.
     void pop() noexcept;
-
-    /// How many blocks were dropped so far. Any thread.
-    std::uint64_t droppedCount() const noexcept {
-        return droppedCount_.load(std::memory_order_relaxed);
-    }
 
 private:
     // Positions in the sample ring count up for ever. A block never wraps: what is left at the
@@ -41,6 +47,7 @@ private:
         std::uint64_t begin = 0;
         std::size_t frameCount = 0;
         double sampleRate = 0.0;
+        LostAudio lostBefore;
     };
 
     const Entry& entry(std::uint64_t number) const { return entries_[number % entries_.size()]; }
@@ -50,11 +57,12 @@ private:
     const std::size_t channelCount_;
     std::vector<float> ring_;
     std::vector<Entry> entries_;
+    std::vector<const float*> frontChannels_;  // of the block that `front` gave last
 
     // Producer and consumer write on cache lines of their own.
     alignas(64) std::atomic<std::uint64_t> pushedCount_{0};
     std::uint64_t nextPosition_ = 0;  // producer only
-    std::atomic<std::uint64_t> droppedCount_{0};
+    LostAudio lost_;                  // producer only: since the last block that found room
     alignas(64) std::atomic<std::uint64_t> poppedCount_{0};
 };
 

@@ -1,12 +1,13 @@
 #include "timecode/LtcManager.h"
 
-#include "platform/Clock.h"
 #include "timecode/AudioLevel.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <cmath>
 #include <cstdio>
+#include <ostream>
 #include <utility>
 
 namespace tessivo {
@@ -15,6 +16,9 @@ namespace {
 
 constexpr const char* noTimecode = "--:--:--:--";
 constexpr double signalHoldSeconds = 2.0;
+/// Losses that come closer to each other are one burst, so that a computer that is too slow all the
+/// time doesn't fill the log.
+constexpr double burstGapSeconds = 1.0;
 
 std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
     std::array<char, 24> text{};
@@ -26,9 +30,11 @@ std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
 
 }  // namespace
 
-LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio)
+LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
+                       std::ostream& log)
     : clock_(clock),
       audio_(audio),
+      log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
@@ -62,6 +68,7 @@ void LtcManager::startCapturing() {
         assign(lastError_, {"Choisis d'abord un périphérique d'entrée."}, Field::lastError);
         return;
     }
+    assign(hasLostAudio_, false, Field::hasLostAudio);
     if (std::optional<std::string> failure = capture_.start(*selectedDeviceId_)) {
         assign(lastError_, std::move(failure), Field::lastError);
         assign(isCapturing_, false, Field::isCapturing);
@@ -73,17 +80,25 @@ void LtcManager::startCapturing() {
 void LtcManager::stopCapturing() {
     capture_.stop();
     blocks_.reset();
+    tellLoss();
     assign(isCapturing_, false, Field::isCapturing);
     assign(signalDetected_, false, Field::signalDetected);
     assign(currentTimecodeDisplay_, std::string(noTimecode), Field::currentTimecodeDisplay);
 }
 
-std::vector<AudioInputDevice> LtcManager::fetchInputDevices() const {
-    return tessivo::fetchInputDevices(audio_);
-}
-
-void LtcManager::setAvailableInputDevices(std::vector<AudioInputDevice> devices) {
-    assign(availableInputDevices_, std::move(devices), Field::availableInputDevices);
+void LtcManager::fetchInputDevices() {
+    if (isFetchingInputDevices_) {
+        return;
+    }
+    assign(isFetchingInputDevices_, true, Field::isFetchingInputDevices);
+    audio_.fetchDevices(life_.guard([this](std::optional<std::vector<AudioInputDevice>> devices) {
+        if (devices) {
+            assign(availableInputDevices_, *std::move(devices), Field::availableInputDevices);
+        } else {
+            log_ << "Audio: entrées illisibles, la liste d'avant est gardée" << std::endl;
+        }
+        assign(isFetchingInputDevices_, false, Field::isFetchingInputDevices);
+    }));
 }
 
 void LtcManager::setSelectedDeviceId(std::optional<AudioDeviceId> device) {
@@ -99,8 +114,9 @@ void LtcManager::handleNextBlock() {
     if (!queue) {
         return;
     }
-    if (const std::optional<AudioBlock> block = queue->front()) {
-        handleChannelData(*block, queue.get());
+    if (const auto next = queue->front()) {
+        noteLoss(next->lostBefore, next->block.sampleRate);
+        handleChannelData(next->block, queue.get());
         queue->pop();
     }
 }
@@ -109,9 +125,9 @@ void LtcManager::handleNextBlock() {
 // frame callback may have ended it, and then nothing more of the block may show.
 void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin) {
     assign(buffersReceivedCount_, buffersReceivedCount_ + 1, Field::buffersReceivedCount);
-    const auto channelCount = static_cast<std::int64_t>(block.channelCount);
+    const auto channelCount = std::ssize(block.channels);
     assign(detectedChannelCount_, channelCount, Field::detectedChannelCount);
-    std::vector<float> levels(block.channelCount);
+    std::vector<float> levels(block.channels.size());
     for (std::size_t channel = 0; channel < levels.size(); ++channel) {
         levels[channel] = peakLevel(block.channel(channel));
     }
@@ -142,6 +158,26 @@ void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
         (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
     if (onFrameDecoded) {
         onFrameDecoded(totalFrames, frame.fps);
+    }
+}
+
+void LtcManager::noteLoss(const LostAudio& lost, double sampleRate) {
+    const Instant now = clock_.now();
+    if (lost.blocks > 0) {
+        Burst& burst = burst_ ? *burst_ : burst_.emplace();
+        burst.blocks += lost.blocks;
+        burst.seconds += static_cast<double>(lost.frames) / sampleRate;
+        burst.latest = now;
+        assign(hasLostAudio_, true, Field::hasLostAudio);
+    } else if (burst_ && now - burst_->latest >= burstGapSeconds) {
+        tellLoss();
+    }
+}
+
+void LtcManager::tellLoss() {
+    if (const auto burst = std::exchange(burst_, std::nullopt)) {
+        log_ << "Audio: l'ordinateur n'a pas suivi, blocs perdus: " << burst->blocks << " ("
+             << std::lround(burst->seconds * 1000.0) << " ms)" << std::endl;
     }
 }
 

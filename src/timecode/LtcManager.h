@@ -1,14 +1,16 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "base/Signal.h"
+#include "platform/Clock.h"
 #include "platform/MainQueue.h"
 #include "timecode/AudioBlockQueue.h"
-#include "timecode/AudioInputDevice.h"
 #include "timecode/AuhalCapture.h"
 #include "timecode/LtcBiphaseDecoder.h"
 
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,8 +18,6 @@
 #include <vector>
 
 namespace tessivo {
-
-class Clock;
 
 /// What the rest of the program knows of timecode: the operator's choice of input, the capture, the
 /// levels of its channels, and the timecode that one channel carries. Main thread only; the audio
@@ -30,8 +30,10 @@ public:
         detectedFps,
         signalDetected,
         availableInputDevices,
+        isFetchingInputDevices,
         selectedDeviceId,
         lastError,
+        hasLostAudio,
         rawAudioLevel,
         detectedChannelCount,
         levelsPerChannel,
@@ -40,7 +42,8 @@ public:
     };
 
     /// What is given here outlives the manager.
-    LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio);
+    LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
+               std::ostream& log);
     LtcManager(const LtcManager&) = delete;
     LtcManager& operator=(const LtcManager&) = delete;
     ~LtcManager();
@@ -53,13 +56,15 @@ public:
     std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameDecoded;
 
     /// Captures from the selected device; a failure is told in `lastError`. Does nothing while
-    /// capturing.
+    /// capturing. Blocks for as long as the audio system does, as `stopCapturing` does.
     void startCapturing();
     /// Ends the capture. Blocks that were delivered but not handled yet are dropped, so that
     /// nothing they hold appears afterwards.
     void stopCapturing();
-    /// What the operator can choose from now; doesn't change `availableInputDevices`.
-    std::vector<AudioInputDevice> fetchInputDevices() const;
+    /// Looks for what the operator can choose from now, and brings `availableInputDevices` up to
+    /// date later; everything else goes on meanwhile. The former list stays when the devices can't
+    /// be read, which the log tells. Does nothing while it is looking.
+    void fetchInputDevices();
 
     bool isCapturing() const { return isCapturing_; }
     /// The last decoded timecode, HH:MM:SS:FF, or "--:--:--:--".
@@ -70,9 +75,13 @@ public:
     const std::vector<AudioInputDevice>& availableInputDevices() const {
         return availableInputDevices_;
     }
+    bool isFetchingInputDevices() const { return isFetchingInputDevices_; }
     std::optional<AudioDeviceId> selectedDeviceId() const { return selectedDeviceId_; }
     /// Why the last start failed, a French sentence.
     const std::optional<std::string>& lastError() const { return lastError_; }
+    /// Whether audio of this capture, or of the last one while idle, was dropped because the main
+    /// thread stood still for too long.
+    bool hasLostAudio() const { return hasLostAudio_; }
     /// Peak of the decoded channel in the last block, linear.
     float rawAudioLevel() const { return rawAudioLevel_; }
     std::int64_t detectedChannelCount() const { return detectedChannelCount_; }
@@ -83,7 +92,6 @@ public:
     /// Blocks handled since the manager was made.
     std::int64_t buffersReceivedCount() const { return buffersReceivedCount_; }
 
-    void setAvailableInputDevices(std::vector<AudioInputDevice> devices);
     void setSelectedDeviceId(std::optional<AudioDeviceId> device);
     void setSelectedChannelIndex(std::int64_t index);
 
@@ -94,9 +102,12 @@ private:
     void handleNextBlock();
     void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
+    void noteLoss(const LostAudio& lost, double sampleRate);
+    void tellLoss();
 
     const Clock& clock_;
     AudioInputSystem& audio_;
+    std::ostream& log_;
     const std::thread::id mainThread_ = std::this_thread::get_id();
 
     bool isCapturing_ = false;
@@ -104,13 +115,23 @@ private:
     std::int64_t detectedFps_ = 25;
     bool signalDetected_ = false;
     std::vector<AudioInputDevice> availableInputDevices_;
+    bool isFetchingInputDevices_ = false;
     std::optional<AudioDeviceId> selectedDeviceId_;
     std::optional<std::string> lastError_;
+    bool hasLostAudio_ = false;
     float rawAudioLevel_ = 0.0F;
     std::int64_t detectedChannelCount_ = 0;
     std::vector<float> levelsPerChannel_;
     std::int64_t selectedChannelIndex_ = 0;
     std::int64_t buffersReceivedCount_ = 0;
+
+    /// A burst of losses that the log doesn't tell of yet.
+    struct Burst {
+        std::uint64_t blocks = 0;
+        double seconds = 0.0;
+        Instant latest;
+    };
+    std::optional<Burst> burst_;
 
     LtcBiphaseDecoder decoder_;
     /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
@@ -120,7 +141,8 @@ private:
     /// The blocks of the present capture; absent while idle. Shared so that the block being handled
     /// stays valid when its own timecode stops the capture.
     std::shared_ptr<AudioBlockQueue> blocks_;
-    AuhalCapture capture_;  // last: no block arrives while the rest is destroyed
+    AuhalCapture capture_;  // no block arrives while the rest above is destroyed
+    Lifetime life_;
 };
 
 }  // namespace tessivo

@@ -1,40 +1,78 @@
-#include "platform/audio/InputDeviceList.h"
+#include "platform/audio/InputDeviceLister.h"
+#include "support/EventLoop.h"
+#include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>
+#include <signal.h>
 
-using tessivo::decodeInputDevices;
-using tessivo::encodeInputDevices;
-using tessivo::InputDeviceList;
-using tessivo::listInputDevicesInChild;
+#include <algorithm>
+#include <filesystem>
 
-TEST_CASE("a device list crosses the pipe, and equal names get ordinals") {
-    const InputDeviceList devices = {{{"ALSA", "Entrée, \n \"1\"", 0}, 2, 5},
-                                     {{"JACK", "system", 0}, 64, 6},
-                                     {{"ALSA", "", 0}, 1, 7},
-                                     {{"JACK", "system", 0}, 2, 8}};
-    const auto read = decodeInputDevices(encodeInputDevices(devices));
-    REQUIRE(read.has_value());
-    REQUIRE(read->size() == devices.size());
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        CHECK((*read)[i].key.hostApi == devices[i].key.hostApi);
-        CHECK((*read)[i].key.name == devices[i].key.name);
-        CHECK((*read)[i].channels == devices[i].channels);
-        CHECK((*read)[i].key.ordinal == (i == 3 ? 1 : 0));
+using namespace tessivo;
+using Failure = InputDeviceLister::Failure;
+
+namespace {
+
+std::string script(const test::TemporaryFolder& folder, const std::string& text) {
+    folder.write("lister", "#!/bin/sh\n" + text + "\n");
+    std::filesystem::permissions(folder.path("lister"), std::filesystem::perms::owner_all);
+    return folder.path("lister");
+}
+
+}  // namespace
+
+TEST_CASE("a device list crosses the pipe whole or not at all, and equal names get ordinals") {
+    const InputDeviceList devices = {{{"ALSA", "Entrée, \n \"1\"", 0}, 5},
+                                     {{"JACK", "system", 0}, 6},
+                                     {{"ALSA", "", 0}, 7},
+                                     {{"JACK", "system", 1}, 8}};
+    const std::string text = encodeInputDevices(devices);
+    for (std::size_t length = 0; length < text.size(); ++length) {
+        CHECK_FALSE(decodeInputDevices(text.substr(0, length)).has_value());
     }
+    CHECK(std::ranges::equal(decodeInputDevices(text).value(), devices, {}, &ListedInputDevice::key,
+                             &ListedInputDevice::key));
     CHECK(decodeInputDevices(encodeInputDevices({}))->empty());
 }
 
-TEST_CASE("a list that was cut short anywhere is no list") {
-    const std::string whole =
-        encodeInputDevices({{{"ALSA", "a", 0}, 2, 0}, {{"ALSA", "b", 0}, 2, 1}});
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-        CAPTURE(length);
-        CHECK_FALSE(decodeInputDevices(whole.substr(0, length)).has_value());
+TEST_CASE("only a lister that ends well gives a list") {
+    const test::TemporaryFolder folder;
+    const std::pair<const char*, std::optional<Failure>> rows[] = {
+        {"printf 'ALSA\\0a\\0\\0'", std::nullopt},
+        {"printf 'ALSA\\0a\\0\\0'; exit 1", Failure::noAnswer},
+        {"printf 'ALSA\\0a\\0\\0'; kill -SEGV $$", Failure::noAnswer},
+        {"true", Failure::noAnswer},
+        {"exec sleep 600", Failure::noAnswer},
+        {nullptr, Failure::notStarted},
+    };
+    for (const auto& [text, failure] : rows) {
+        CAPTURE(text);
+        const bool hangs = text && std::string_view(text) == "exec sleep 600";
+        InputDeviceLister lister(text ? script(folder, text) : folder.path("missing"),
+                                 std::chrono::milliseconds(hangs ? 100 : 20'000));
+        for (int round = 0; round < 2; ++round) {
+            int answers = 0;
+            const auto answer = [&](const InputDeviceLister::Result& result) {
+                ++answers;
+                const auto* failed = std::get_if<Failure>(&result);
+                CHECK((failed ? std::optional(*failed) : std::nullopt) == failure);
+            };
+            lister.run(answer);
+            lister.run(answer);
+            CHECK(answers == 0);
+            CHECK(test::runUntil([&] { return answers == 2; }));
+        }
     }
 }
 
-TEST_CASE("a lister that is missing, fails or hangs gives no list") {
-    CHECK_FALSE(listInputDevicesInChild("/nowhere/lister").has_value());
-    CHECK_FALSE(listInputDevicesInChild("/bin/false").has_value());
-    CHECK_FALSE(listInputDevicesInChild(TESSIVO_SOURCE_DIR "/tests/support/hang.sh").has_value());
+TEST_CASE("nobody hears of a lister that was given up, and its program ends") {
+    const test::TemporaryFolder folder;
+    auto lister = std::make_unique<InputDeviceLister>(
+        script(folder, "cd ${0%/*}; echo $$ >new; mv new pid; exec sleep 600"));
+    lister->run([](const auto&) { FAIL("an answer"); });
+    REQUIRE(test::runUntil([&] { return folder.names().contains("pid"); }));
+    const pid_t process = std::stoi(folder.read("pid"));
+    REQUIRE(kill(process, 0) == 0);
+    lister.reset();
+    CHECK(test::runUntil([&] { return kill(process, 0) != 0; }));
 }

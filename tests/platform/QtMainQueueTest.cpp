@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cmath>
 #include <ctime>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <thread>
@@ -200,10 +201,10 @@ TEST_CASE("a capture changes its device two hundred times while an audio thread 
     block[1].assign(block[0].size(), 0.125F);
     QtMainQueue queue;
     const tessivo::SystemClock clock;
-    tessivo::SimulatedAudioInput audio;
+    tessivo::SimulatedAudioInput audio(queue);
     audio.setDevices({{.id = 0, .name = "A", .format = {48'000.0, 2}},
                       {.id = 1, .name = "B", .format = {96'000.0, 2}}});
-    tessivo::LtcManager manager(clock, queue, audio);
+    tessivo::LtcManager manager(clock, queue, audio, std::cout);
     const std::jthread audioThread([&](const std::stop_token& stop) {
         while (!stop.stop_requested()) {
             audio.deliver(block);

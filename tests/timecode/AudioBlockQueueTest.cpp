@@ -1,12 +1,9 @@
 #include "timecode/AudioBlockQueue.h"
-#include "timecode/LtcSignal.h"
 
 #include <doctest/doctest.h>
 
-#include <atomic>
-#include <cstdint>
+#include <algorithm>
 #include <limits>
-#include <thread>
 #include <vector>
 
 using tessivo::AudioBlock;
@@ -14,105 +11,72 @@ using tessivo::AudioBlockQueue;
 
 namespace {
 
-constexpr std::size_t distance = 4096;  // the storage is wider than the blocks
+/// Makes blocks whose samples tell their number and channel; each is good until the next.
+struct Source {
+    explicit Source(std::size_t channelCount) : samples(channelCount), starts(channelCount) {}
 
-float value(std::uint64_t number, std::size_t channel, std::size_t index) {
-    return static_cast<float>((number * 7 + channel * 3 + index) % 65'536);
-}
-
-/// A block, in the given storage, whose samples tell its number and channel.
-AudioBlock makeBlock(std::vector<float>& storage, std::uint64_t number, std::size_t channelCount,
-                     std::size_t frameCount) {
-    storage.resize(channelCount * distance);
-    for (std::size_t channel = 0; channel < channelCount; ++channel) {
-        for (std::size_t i = 0; i < frameCount; ++i) {
-            storage[channel * distance + i] = value(number, channel, i);
+    AudioBlock block(std::size_t number, std::size_t frameCount) {
+        for (std::size_t channel = 0; channel < samples.size(); ++channel) {
+            samples[channel].assign(frameCount, static_cast<float>(number * 64 + channel));
+            starts[channel] = samples[channel].data();
         }
+        return {starts, frameCount, 48'000.0};
     }
-    return {storage.data(), distance, channelCount, frameCount, 48'000.0};
-}
-
-bool isBlock(const AudioBlock& block, std::uint64_t number, std::size_t channelCount) {
-    bool isSame = block.channelCount == channelCount;
-    for (std::size_t channel = 0; isSame && channel < channelCount; ++channel) {
-        for (std::size_t i = 0; i < block.frameCount; ++i) {
-            isSame = isSame && block.channel(channel)[i] == value(number, channel, i);
+    bool made(const AudioBlock& block, std::size_t number) {
+        bool isSame = block.channels.size() == samples.size();
+        for (std::size_t channel = 0; isSame && channel < samples.size(); ++channel) {
+            const auto expected = static_cast<float>(number * 64 + channel);
+            isSame = std::ranges::count(block.channel(channel), expected) ==
+                     std::ssize(block.channel(channel));
         }
+        return isSame;
     }
-    return isSame;
-}
+
+    std::vector<std::vector<float>> samples;
+    std::vector<const float*> starts;
+};
 
 }  // namespace
 
-TEST_CASE("the queue holds a second of audio, drops the newest beyond, and goes on when drained") {
+TEST_CASE("the queue holds a second of audio, drops the newest beyond, and tells how much") {
     struct Row {
         std::size_t channelCount;
         double sampleRate;
-        std::size_t frameCount;
-        std::uint64_t leastHeld;
+        std::size_t frameCount, leastHeld;
     };
     const Row rows[] = {
         {1, 48'000.0, 16, 3000},  {64, 48'000.0, 512, 94},
-        {2, 192'000.0, 4096, 47}, {3, 48'000.0, 4095, 12},
+        {2, 192'000.0, 8192, 23}, {3, 48'000.0, 4095, 12},
         {1, 0.0, 512, 94},        {1, std::numeric_limits<double>::quiet_NaN(), 512, 94},
     };
     for (const Row& row : rows) {
         CAPTURE(row.channelCount);
         CAPTURE(row.sampleRate);
         AudioBlockQueue queue(row.channelCount, row.sampleRate);
-        std::vector<float> storage;
-        std::uint64_t first = 0, pushed = 0, dropped = 0;
-        for (int round = 0; round < 3; ++round) {
-            while (pushed - first < row.leastHeld * 2 &&
-                   queue.push(makeBlock(storage, pushed, row.channelCount, row.frameCount))) {
+        Source source(row.channelCount);
+        std::size_t first = 0, pushed = 0;
+        for (std::size_t lost = 0; lost < 3; ++lost) {  // blocks, before the round's first one
+            const std::size_t start = first;
+            while (queue.push(source.block(pushed, row.frameCount))) {
                 ++pushed;
             }
-            CHECK(queue.droppedCount() == ++dropped);
-            CHECK(pushed - first >= row.leastHeld);
+            for (std::size_t more = 0; more < lost; ++more) {
+                CHECK_FALSE(queue.push(source.block(pushed, row.frameCount)));
+            }
+            CHECK(pushed - start >= row.leastHeld);
             for (; first < pushed; ++first) {
-                const auto block = queue.front();
-                REQUIRE(block);
-                REQUIRE(block->frameCount == row.frameCount);
-                REQUIRE(isBlock(*block, first, row.channelCount));
+                const auto front = queue.front();
+                REQUIRE(front);
+                REQUIRE(front->block.frameCount == row.frameCount);
+                REQUIRE(source.made(front->block, first));
+                REQUIRE(front->lostBefore.blocks == (first == start ? lost : 0));
+                REQUIRE(front->lostBefore.frames == front->lostBefore.blocks * row.frameCount);
                 queue.pop();
             }
             CHECK_FALSE(queue.front());
         }
     }
-}
-
-TEST_CASE("two threads hand blocks over without a lock") {
-    constexpr std::size_t channelCount = 2;
-    constexpr std::uint64_t blockCount = 20'000;
-    AudioBlockQueue queue(channelCount, 8'000.0);
-    std::atomic<bool> finished = false;
-    std::thread producer([&] {
-        std::vector<float> storage;
-        tessivo::Random random(5);
-        for (std::uint64_t number = 0; number < blockCount;) {
-            const std::size_t length = random.below(100) == 0 ? 4096 : random.below(300);
-            if (queue.push(makeBlock(storage, number, channelCount, length))) {
-                ++number;
-            } else {
-                std::this_thread::yield();
-            }
-        }
-        finished = true;
-    });
-    std::uint64_t taken = 0;
-    bool intact = true;
-    while (true) {
-        const bool wasFinished = finished;
-        if (const auto block = queue.front()) {
-            intact = isBlock(*block, taken++, channelCount) && intact;
-            queue.pop();
-        } else if (wasFinished) {
-            break;
-        } else {
-            std::this_thread::yield();
-        }
-    }
-    producer.join();
-    CHECK(taken == blockCount);
-    CHECK(intact);
+    AudioBlockQueue queue(1, 8'000.0);
+    CHECK_FALSE(queue.push(Source(1).block(0, 100'000)));  // longer than the whole queue
+    CHECK(queue.push(Source(1).block(0, 9'000)));
 }

@@ -6,155 +6,190 @@
 
 #include <doctest/doctest.h>
 
+#include <cstdint>
 #include <limits>
 #include <memory>
+#include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
-using tessivo::LtcManager;
-using tessivo::SimulatedAudioInput;
-using tessivo::SimulatedMainQueue;
-using Field = LtcManager::Field;
+using namespace tessivo;
 using Channels = std::vector<std::vector<float>>;
 
 namespace {
 
-constexpr tessivo::AudioDeviceId stereo = 1, mono = 2, missing = 9;
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr AudioDeviceId stereo = 1, mono = 2, mute = 3, missing = 9;
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
-std::vector<float> timecode(const std::vector<tessivo::LtcBiphaseDecoder::Frame>& frames) {
+std::vector<float> timecode(const std::vector<LtcBiphaseDecoder::Frame>& frames) {
     std::string bits;
     for (const auto& frame : frames) {
-        bits += tessivo::bitsOfFrame(frame);
+        bits += bitsOfFrame(frame);
     }
-    return tessivo::signalOfBits(bits);
-}
-
-/// A frame on the first of two channels, a constant on the second.
-Channels frameOnFirstOfTwo() {
-    const std::vector<float> signal = timecode({{1, 2, 3, 4}});
-    return {signal, std::vector<float>(signal.size(), 0.125F)};
+    return signalOfBits(bits);
 }
 
 struct Fixture {
     SimulatedMainQueue queue;
-    SimulatedAudioInput audio;
-    std::unique_ptr<LtcManager> manager;
+    SimulatedAudioInput audio{queue};
+    std::ostringstream log;
+    std::unique_ptr<LtcManager> manager = std::make_unique<LtcManager>(queue, queue, audio, log);
     /// What was decoded, in frames, and what was shown at that moment.
     std::vector<std::pair<std::int64_t, std::string>> decoded;
 
     Fixture() {
-        audio.setDevices({{.id = stereo, .name = "Stereo", .format = {48'000.0, 2}},
-                          {.id = mono, .name = "Mono", .format = {44'100.0, 1}}});
-        manager = std::make_unique<LtcManager>(queue, queue, audio);
-        manager->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
-            CHECK(fps == 25);
+        audio.setDevices({{stereo, "Stereo", {48'000.0, 2}},
+                          {mono, "Mono", {44'100.0, 1}},
+                          {mute, "Muet", {48'000.0, 0}}});
+        manager->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t) {
             decoded.emplace_back(totalFrames, manager->currentTimecodeDisplay());
         };
     }
 
-    void capture(tessivo::AudioDeviceId device) {
+    void capture(AudioDeviceId device) {
         manager->setSelectedDeviceId(device);
         manager->startCapturing();
         REQUIRE(manager->isCapturing());
     }
-
-    void deliver(const Channels& channels) { REQUIRE(audio.deliver(channels) == 0); }
+    void deliver(const Channels& channels) { REQUIRE(audio.deliver(channels)); }
     void handle(const Channels& channels) {
         deliver(channels);
         queue.drain();
-    }
-
-    /// The fields in the order of their notifications.
-    std::vector<Field> changesDuring(const std::function<void()>& action) {
-        std::vector<Field> changes;
-        const auto subscription =
-            manager->didChange.subscribe([&](Field field) { changes.push_back(field); });
-        action();
-        return changes;
     }
 };
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "a start needs a device that opens, and tells what is wrong") {
-    manager->startCapturing();
-    CHECK(manager->lastError() == "Choisis d'abord un périphérique d'entrée.");
-    CHECK_FALSE(manager->isCapturing());
-    CHECK(audio.steps().empty());
+TEST_CASE_FIXTURE(Fixture, "a start that fails says at which step, and leaves nothing in the way") {
+    using enum AudioStep;
+    struct Row {
+        std::optional<AudioDeviceId> device;
+        std::optional<AudioFailure> failure;
+        const char* sentence;
+    };
+    const Row rows[] = {
+        {{}, {}, "Choisis d'abord un périphérique d'entrée."},
+        {missing, {}, "Échec assignation du périphérique (status -9996)."},
+        {mute, {}, "Le périphérique signale 0 canal."},
+        {mono, {{findSystem, 0}}, "Impossible de trouver le composant AUHAL."},
+        {mono, {{createUnit, 0}}, "Échec de création de l'AUHAL (status 0)."},
+        {mono, {{enableInput, 1}}, "Échec activation entrée (status 1)."},
+        {mono, {{disableOutput, -1}}, "Échec désactivation sortie (status -1)."},
+        {mono, {{selectDevice, -1}}, "Échec assignation du périphérique (status -1)."},
+        {mono, {{readFormat, -16}}, "Échec lecture du format (status -16)."},
+        {mono, {{setFormat, -1}}, "Échec configuration format client (status -1)."},
+        {mono, {{setCallback, -1}}, "Échec configuration du callback (status -1)."},
+        {mono, {{initialize, -1}}, "Échec AudioUnitInitialize (status -1)."},
+        {mono, {{start, INT32_MIN}}, "Échec démarrage AUHAL (status -2147483648)."},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.sentence);
+        manager->setSelectedDeviceId(row.device);
+        audio.setFailure(row.failure);
+        manager->startCapturing();
+        CHECK(manager->lastError() == row.sentence);
+        CHECK_FALSE(manager->isCapturing());
 
-    CHECK(changesDuring([&] {
-              manager->setAvailableInputDevices(manager->fetchInputDevices());
-              manager->setSelectedDeviceId(missing);
-              manager->startCapturing();
-          }) == std::vector{Field::availableInputDevices, Field::selectedDeviceId, Field::lastError,
-                            Field::lastError, Field::isCapturing});
-    CHECK(manager->lastError() == "Échec assignation du périphérique (status -9996).");
-    CHECK_FALSE(manager->isCapturing());
-    CHECK(manager->availableInputDevices().front().name == "Stereo");
-
-    capture(mono);
-    CHECK(manager->lastError() == std::nullopt);
-    CHECK(audio.openDevice() == mono);
-    const std::size_t steps = audio.steps().size();
-    CHECK(changesDuring([&] { manager->startCapturing(); }).empty());
-    CHECK(audio.steps().size() == steps);
+        audio.setFailure({});
+        capture(stereo);
+        CHECK(manager->lastError() == std::nullopt);
+        capture(mono);  // changes nothing while capturing
+        CHECK(audio.openDevice() == stereo);
+        manager->stopCapturing();
+        CHECK(audio.openDevice() == std::nullopt);
+    }
 }
 
-TEST_CASE("levels are peaks, wherever they are and whatever is beside them") {
-    const std::pair<std::vector<float>, float> rows[] = {{{}, 0.0F},
-                                                         {{notANumber}, 0.0F},
-                                                         {{notANumber, 0.3F, -notANumber}, 0.3F},
-                                                         {{0.1F, -infinity}, infinity}};
-    for (const auto& [samples, level] : rows) {
-        CHECK(tessivo::peakLevel(samples) == level);
+TEST_CASE_FIXTURE(Fixture, "devices are looked for once at a time, and kept when unreadable") {
+    manager->fetchInputDevices();
+    manager->fetchInputDevices();
+    CHECK(audio.fetches() == 1);
+    CHECK(manager->isFetchingInputDevices());
+    CHECK(manager->availableInputDevices().empty());
+    for (const char* logged : {"", "Audio: entrées illisibles, la liste d'avant est gardée\n"}) {
+        queue.drain();
+        CHECK_FALSE(manager->isFetchingInputDevices());
+        CHECK(manager->availableInputDevices().size() == 3);
+        CHECK(manager->availableInputDevices().front() == AudioInputDevice{stereo, "Stereo"});
+        CHECK(log.str() == logged);
+        audio.setUnreadable();
+        manager->fetchInputDevices();
     }
+}
+
+TEST_CASE_FIXTURE(Fixture, "lost audio is told at once, and each burst is logged once") {
+    const auto stall = [this](int blocks) {  // of a tenth of a second
+        for (int i = 0; i < blocks; ++i) {
+            deliver({std::vector<float>(4410)});
+        }
+        queue.drain();
+    };
+    capture(mono);
+    stall(10);
+    CHECK_FALSE(manager->hasLostAudio());
+    std::string told;
+    // Beside its second the queue holds what can be left over at its end.
+    for (const char* burst : {"34 (3400 ms)", "17 (1700 ms)"}) {
+        stall(30);
+        if (told.empty()) {
+            stall(30);
+        }
+        stall(1);
+        CHECK(manager->hasLostAudio());
+        queue.advance(0.9);
+        stall(1);
+        CHECK(log.str() == told);
+        told += "Audio: l'ordinateur n'a pas suivi, blocs perdus: " + std::string(burst) + '\n';
+        queue.advance(0.1);
+        stall(1);
+        CHECK(log.str() == told);
+    }
+    stall(30);
+    stall(1);
+    manager->stopCapturing();
+    CHECK(log.str().size() > told.size());
+    CHECK(manager->hasLostAudio());
+    capture(mono);
+    CHECK_FALSE(manager->hasLostAudio());
+}
+
+TEST_CASE("a level is the peak, wherever it is and whatever is beside it") {
+    CHECK(peakLevel({}) == 0.0F);
+    CHECK(peakLevel(std::vector{notANumber}) == 0.0F);
     for (std::size_t position = 0; position < 200; ++position) {
         std::vector<float> samples(200, position % 2 == 0 ? 0.01F : notANumber);
         samples[position] = -1.5F;
-        REQUIRE(tessivo::peakLevel(samples) == 1.5F);
+        REQUIRE(peakLevel(samples) == 1.5F);
     }
 }
 
 TEST_CASE_FIXTURE(Fixture, "the selected channel is decoded, or the last there is") {
     struct Row {
         std::int64_t selected;
-        float rawLevel;              // 0 stands for what was there before
-        std::vector<Field> changes;  // after those that each block makes, the same value or not
+        float rawLevel;
+        std::size_t decoded;
     };
+    const Row rows[] = {{-1, 0.0F, 0},
+                        {0, 0.5F, 1},
+                        {3, 0.125F, 1},
+                        {std::numeric_limits<std::int64_t>::min(), 0.125F, 1}};
     capture(stereo);
-    const Row rows[] = {
-        {-1, 0.0F, {}},
-        {0,
-         0.5F,
-         {Field::rawAudioLevel, Field::detectedFps, Field::currentTimecodeDisplay,
-          Field::signalDetected}},
-        {1, 0.125F, {Field::rawAudioLevel, Field::signalDetected}},
-        {3, 0.125F, {Field::rawAudioLevel, Field::signalDetected}},
-        {std::numeric_limits<std::int64_t>::min(), 0.125F, {}},
-    };
     for (const Row& row : rows) {
         CAPTURE(row.selected);
-        std::vector<Field> expected = {Field::selectedChannelIndex, Field::buffersReceivedCount,
-                                       Field::detectedChannelCount, Field::levelsPerChannel};
-        expected.insert(expected.end(), row.changes.begin(), row.changes.end());
-        CHECK(changesDuring([&] {
-                  manager->setSelectedChannelIndex(row.selected);
-                  handle(frameOnFirstOfTwo());
-              }) == expected);
+        manager->setSelectedChannelIndex(row.selected);
+        const std::vector<float> signal = timecode({{1, 2, 3, 4}});
+        handle({signal, std::vector<float>(signal.size(), 0.125F)});
         CHECK(manager->levelsPerChannel() == std::vector{0.5F, 0.125F});
         CHECK(manager->rawAudioLevel() == row.rawLevel);
-        CHECK(manager->detectedChannelCount() == 2);
         CHECK(manager->selectedChannelIndex() == row.selected);
+        CHECK(decoded.size() == row.decoded);
     }
-    CHECK(manager->buffersReceivedCount() == std::ssize(rows));
+    handle(Channels(2));
+    CHECK(manager->levelsPerChannel() == std::vector{0.0F, 0.0F});
 }
 
 TEST_CASE_FIXTURE(Fixture, "frames are shown and reported in turn, those across blocks too") {
     capture(mono);
-    CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
     const std::vector<float> samples = timecode({{1, 2, 3, 4}, {23, 59, 59, 29}});
     const auto cut = samples.begin() + std::ssize(samples) / 4;
     deliver({std::vector(samples.begin(), cut)});
@@ -164,41 +199,32 @@ TEST_CASE_FIXTURE(Fixture, "frames are shown and reported in turn, those across 
     CHECK(manager->buffersReceivedCount() == 2);
     CHECK(decoded == std::vector<std::pair<std::int64_t, std::string>>{{93'079, "01:02:03:04"},
                                                                        {2'160'004, "23:59:59:29"}});
-
-    manager->onFrameDecoded = nullptr;
-    handle({timecode({{0, 0, 0, 1}})});
-    CHECK(manager->currentTimecodeDisplay() == "00:00:00:01");
 }
 
 TEST_CASE_FIXTURE(Fixture, "a signal is lost with the first block two seconds after a frame") {
     capture(mono);
-    const Channels silence = {std::vector<float>(64, 0.0F)};
     handle({timecode({{1, 2, 3, 4}})});
-    queue.advance(1.99);
-    handle(silence);
-    CHECK(manager->signalDetected());
-    queue.advance(0.01);
-    CHECK(manager->signalDetected());
-    handle(silence);
-    CHECK_FALSE(manager->signalDetected());
-    CHECK(manager->currentTimecodeDisplay() == "01:02:03:04");
+    for (const bool isPresent : {true, false}) {
+        queue.advance(isPresent ? 1.99 : 0.01);
+        CHECK(manager->signalDetected());
+        handle({std::vector<float>(64)});
+        CHECK(manager->signalDetected() == isPresent);
+        CHECK(manager->currentTimecodeDisplay() == "01:02:03:04");
+    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "a stop clears what is shown, keeps the figures and drops late blocks") {
     capture(mono);
     handle({timecode({{1, 2, 3, 4}})});
     deliver({timecode({{1, 2, 3, 5}})});
-    CHECK(changesDuring([&] { manager->stopCapturing(); }) ==
-          std::vector{Field::isCapturing, Field::signalDetected, Field::currentTimecodeDisplay});
+    manager->stopCapturing();
     queue.drain();
     CHECK_FALSE(manager->isCapturing());
     CHECK_FALSE(manager->signalDetected());
     CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
     CHECK(manager->selectedDeviceId() == mono);
     CHECK(manager->rawAudioLevel() == 0.5F);
-    CHECK(manager->levelsPerChannel() == std::vector{0.5F});
-    CHECK(manager->buffersReceivedCount() == 1);
-    CHECK_FALSE(audio.isRunning());
+    CHECK(audio.openDevice() == std::nullopt);
 
     // Blocks of one device never reach the capture of the next.
     manager->startCapturing();
@@ -207,38 +233,35 @@ TEST_CASE_FIXTURE(Fixture, "a stop clears what is shown, keeps the figures and d
     capture(stereo);
     handle(Channels(2, std::vector<float>(10, 0.25F)));
     CHECK(manager->buffersReceivedCount() == 2);
-    CHECK(manager->levelsPerChannel() == std::vector{0.25F, 0.25F});
     CHECK(decoded.size() == 1);
 }
 
 TEST_CASE_FIXTURE(Fixture, "a frame may stop or restart the capture that it came from") {
-    capture(mono);
-    bool restarts = false;
-    SUBCASE("stop") {}
-    SUBCASE("restart on another device") {
-        restarts = true;
+    for (const bool restarts : {false, true}) {
+        int frames = 0;
+        manager->onFrameDecoded = [&](auto, auto) {
+            ++frames;
+            manager->stopCapturing();
+            if (restarts) {
+                capture(stereo);
+            }
+        };
+        capture(mono);
+        deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
+        handle({timecode({{1, 2, 3, 6}})});
+        CHECK(manager->isCapturing() == restarts);
+        CHECK(frames == 1);
+        CHECK_FALSE(manager->signalDetected());
+        CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
     }
-    int frames = 0;
-    manager->onFrameDecoded = [&](auto, auto) {
-        ++frames;
-        manager->stopCapturing();
-        if (restarts) {
-            capture(stereo);
-        }
-    };
-    deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
-    handle({timecode({{1, 2, 3, 6}})});
-    CHECK(manager->isCapturing() == restarts);
-    CHECK(frames == 1);
-    CHECK_FALSE(manager->signalDetected());
-    CHECK(manager->currentTimecodeDisplay() == "--:--:--:--");
 }
 
-TEST_CASE_FIXTURE(Fixture, "blocks that arrive when the manager is gone are dropped") {
+TEST_CASE_FIXTURE(Fixture, "what arrives when the manager is gone is dropped") {
     capture(mono);
     deliver({timecode({{1, 2, 3, 4}})});
+    manager->fetchInputDevices();
     manager.reset();
     queue.drain();
     CHECK(decoded.empty());
-    CHECK(audio.steps().back() == SimulatedAudioInput::Step::dispose);
+    CHECK(audio.openDevice() == std::nullopt);
 }

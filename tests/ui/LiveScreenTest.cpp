@@ -201,7 +201,9 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     screen.click("Démarrer la capture");
     QTRY_VERIFY(screen.shows("Choisis d'abord un périphérique d'entrée."));
 
-    manager.setAvailableInputDevices(manager.fetchInputDevices());
+    screen.click("Actualiser la liste des entrées audio");
+    QVERIFY(screen.shows("Recherche des entrées audio…"));
+    screen.computer.time.drain();
     screen.click("Choisir un périphérique…");
     QTRY_VERIFY(screen.item("Micro"));
     screen.click("Micro");
@@ -213,11 +215,21 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     QVERIFY(screen.shows("Arrêter la capture"));
     QVERIFY(!screen.shows("Choisis d'abord un périphérique d'entrée."));
 
+    for (int i = 0; i < 30; ++i) {  // three seconds that nobody takes
+        screen.computer.audio.deliver(std::vector(1, std::vector<float>(4410)));
+    }
+    screen.computer.time.drain();
+    QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
+    screen.computer.audio.deliver(std::vector(1, std::vector<float>(4410)));
+    screen.computer.time.drain();
+    QVERIFY(screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
+
     screen.click("Micro");
     QTRY_VERIFY(screen.item("Interface"));
     screen.click("Interface");
     QVERIFY(manager.isCapturing());
     QCOMPARE(manager.selectedDeviceId(), std::optional<AudioDeviceId>(7));
+    QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
 }
 
 void LiveScreenTest::saysWhyACaptureFailed() {

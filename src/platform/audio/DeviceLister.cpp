@@ -11,5 +11,6 @@ int main() {
         return 1;
     }
     const std::string text = tessivo::encodeInputDevices(tessivo::listInputDevices());
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? 0 : 1;
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    return written && std::fflush(stdout) == 0 ? 0 : 1;
 }

@@ -3,7 +3,6 @@
 #include <portaudio.h>
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace tessivo {
@@ -25,27 +24,20 @@ InputDeviceList listInputDevices() {
     for (PaDeviceIndex index = 0; index < Pa_GetDeviceCount(); ++index) {
         const PaDeviceInfo* info = Pa_GetDeviceInfo(index);
         if (info != nullptr && info->name != nullptr && info->maxInputChannels > 0) {
-            append(devices, {{Pa_GetHostApiInfo(info->hostApi)->name, info->name, 0},
-                             static_cast<std::uint32_t>(info->maxInputChannels),
-                             index});
+            append(devices, {{Pa_GetHostApiInfo(info->hostApi)->name, info->name, 0}, index});
         }
     }
     return devices;
 }
 
-// Three fields per device, each ended by a NUL, which no name can hold; an empty field ends the
+// Two fields per device, each ended by a NUL, which no name can hold. An empty host system ends the
 // list, so that one that was cut short is noticed.
 std::string encodeInputDevices(const InputDeviceList& devices) {
     std::string text;
     for (const ListedInputDevice& device : devices) {
-        for (const std::string& field :
-             {std::to_string(device.channels), device.key.hostApi, device.key.name}) {
-            text += field;
-            text += '\0';
-        }
+        text += device.key.hostApi + '\0' + device.key.name + '\0';
     }
-    text += '\0';
-    return text;
+    return text + '\0';
 }
 
 std::optional<InputDeviceList> decodeInputDevices(const std::string& text) {
@@ -59,18 +51,13 @@ std::optional<InputDeviceList> decodeInputDevices(const std::string& text) {
         const std::size_t start = std::exchange(position, end + 1);
         return text.substr(start, end - start);
     };
-    while (const auto number = field()) {
-        if (number->empty()) {
+    while (const auto hostApi = field()) {
+        if (hostApi->empty()) {
             return devices;
         }
-        const auto hostApi = field();
-        const auto name = field();
-        std::uint32_t channels = 0;
-        std::from_chars(number->data(), number->data() + number->size(), channels);
-        if (!hostApi || !name || channels == 0) {
-            break;
+        if (const auto name = field()) {
+            append(devices, {{*hostApi, *name, 0}, 0});
         }
-        append(devices, {{*hostApi, *name, 0}, channels, 0});
     }
     return std::nullopt;
 }

@@ -1,76 +1,68 @@
 #include "platform/audio/PortAudioInput.h"
 
 #include "platform/audio/PortAudioSession.h"
-#include "platform/audio/PortAudioUnit.h"
+#include "platform/audio/PortAudioStream.h"
 
 #include <portaudio.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tessivo {
+namespace {
 
-PortAudioInput::PortAudioInput(std::string lister) : lister_(std::move(lister)) {}
-
-PortAudioInput::~PortAudioInput() = default;
-
-bool PortAudioInput::findInputComponent() {
-    prepared_ = std::make_unique<PortAudioSession>();
-    if (prepared_->status() != audioSuccess || Pa_GetHostApiCount() <= 0) {
-        prepared_.reset();
-    }
-    return prepared_ != nullptr;
-}
-
-AudioStatus PortAudioInput::createUnit(std::unique_ptr<AudioInputUnit>& unit) {
-    auto session = prepared_ ? std::move(prepared_) : std::make_unique<PortAudioSession>();
-    if (const AudioStatus status = session->status(); status != audioSuccess) {
-        return status;
-    }
-    unit = std::make_unique<PortAudioUnit>(*this, std::move(session));
-    return audioSuccess;
-}
-
-std::vector<AudioDeviceId> PortAudioInput::deviceIds() {
-    if (const auto listed = look()) {
-        std::vector<PresentDevice> found;
-        for (const ListedInputDevice& device : *listed) {
-            found.push_back({idOf(device.key), device.channels});
-        }
-        keepCaptured(found);
-        present_ = std::move(found);
-    }
-    std::vector<AudioDeviceId> ids;
-    for (const PresentDevice& device : present_) {
-        ids.push_back(device.id);
-    }
-    return ids;
-}
-
-std::optional<std::uint32_t> PortAudioInput::inputConfigurationSize(AudioDeviceId device) {
-    const PresentDevice* found = present(device);
-    return found != nullptr ? std::optional(found->channels * std::uint32_t{sizeof(float)})
-                            : std::nullopt;
-}
-
-std::optional<std::string> PortAudioInput::deviceName(AudioDeviceId device) {
-    const auto key = keyOf(device);
-    return key ? std::optional(key->name) : std::nullopt;
-}
-
-// Without the lister this process looks for itself, which tells nothing new while it captures.
-std::optional<InputDeviceList> PortAudioInput::look() const {
-    if (auto listed = listInputDevicesInChild(lister_)) {
-        return listed;
-    }
+std::optional<InputDeviceList> listInThisProcess() {
     const PortAudioSession session;
-    if (unit_ != nullptr || session.status() != audioSuccess) {
+    return session.status() == audioSuccess ? std::optional(listInputDevices()) : std::nullopt;
+}
+
+}  // namespace
+
+void PortAudioInput::fetchDevices(DeviceAnswer answer) {
+    lister_.run([this, answer = std::move(answer)](const InputDeviceLister::Result& result) {
+        answer(devicesOf(result));
+    });
+}
+
+std::optional<std::vector<AudioInputDevice>> PortAudioInput::devicesOf(
+    const InputDeviceLister::Result& result) {
+    std::optional<InputDeviceList> listed;
+    if (const auto* found = std::get_if<InputDeviceList>(&result)) {
+        listed = *found;
+    } else if (std::get<InputDeviceLister::Failure>(result) ==
+                   InputDeviceLister::Failure::notStarted &&
+               open_.expired()) {
+        listed = listInThisProcess();
+    }
+    if (!listed) {
         return std::nullopt;
     }
-    return listInputDevices();
+    std::vector<AudioDeviceId> found;
+    for (const ListedInputDevice& device : *listed) {
+        found.push_back(idOf(device.key));
+    }
+    keepCaptured(found);
+    present_ = std::move(found);
+    std::vector<AudioInputDevice> devices;
+    for (const AudioDeviceId id : present_) {
+        devices.push_back({id, seen_[id - 1].name});
+    }
+    return devices;
+}
+
+// A sound card that only one program can open doesn't open for the lister while we capture from
+// it, and so is missing from its list; it keeps its place.
+void PortAudioInput::keepCaptured(std::vector<AudioDeviceId>& found) const {
+    const auto stream = open_.lock();
+    const auto place = std::ranges::find(present_, openDevice_) - present_.begin();
+    if (stream && stream->isDelivering() && place < std::ssize(present_) &&
+        std::ranges::find(found, openDevice_) == found.end()) {
+        found.insert(found.begin() + std::min(place, std::ssize(found)), openDevice_);
+    }
 }
 
 AudioDeviceId PortAudioInput::idOf(const InputDeviceKey& key) {
-    const auto found = std::find(seen_.begin(), seen_.end(), key);
+    const auto found = std::ranges::find(seen_, key);
     const auto place = static_cast<AudioDeviceId>(found - seen_.begin());
     if (found == seen_.end()) {
         seen_.push_back(key);
@@ -78,28 +70,28 @@ AudioDeviceId PortAudioInput::idOf(const InputDeviceKey& key) {
     return place + 1;
 }
 
-std::optional<InputDeviceKey> PortAudioInput::keyOf(AudioDeviceId device) const {
-    return device >= 1 && device <= seen_.size() ? std::optional(seen_[device - 1]) : std::nullopt;
-}
-
-const PortAudioInput::PresentDevice* PortAudioInput::present(AudioDeviceId device) const {
-    const auto found = std::find_if(present_.begin(), present_.end(),
-                                    [&](const PresentDevice& other) { return other.id == device; });
-    return found != present_.end() ? &*found : nullptr;
-}
-
-// A sound card that only one program can open doesn't open for the lister while we capture from
-// it, and so is missing from its list; it keeps its place.
-void PortAudioInput::keepCaptured(std::vector<PresentDevice>& found) const {
-    const PresentDevice* captured =
-        unit_ != nullptr && unit_->isDelivering() ? present(unit_->device()) : nullptr;
-    if (captured == nullptr ||
-        std::any_of(found.begin(), found.end(),
-                    [&](const PresentDevice& device) { return device.id == captured->id; })) {
-        return;
+AudioInputSystem::Opening PortAudioInput::open(AudioDeviceId device) {
+    auto session = std::make_unique<PortAudioSession>();
+    if (session->status() != audioSuccess) {
+        return AudioFailure{AudioStep::createUnit, session->status()};
     }
-    const auto place = std::min(captured - present_.data(), std::ptrdiff_t(found.size()));
-    found.insert(found.begin() + place, *captured);
+    if (Pa_GetHostApiCount() <= 0) {
+        return AudioFailure{AudioStep::findSystem};
+    }
+    const InputDeviceList present = listInputDevices();
+    const auto found = std::ranges::find_if(present, [&](const ListedInputDevice& other) {
+        return device >= 1 && device <= seen_.size() && other.key == seen_[device - 1];
+    });
+    if (found == present.end()) {
+        return AudioFailure{AudioStep::selectDevice, paInvalidDevice};
+    }
+    const auto stream = std::make_shared<PortAudioStream>(std::move(session));
+    if (const AudioStatus status = stream->open(found->index); status != audioSuccess) {
+        return AudioFailure{AudioStep::readFormat, status};
+    }
+    open_ = stream;
+    openDevice_ = device;
+    return stream;
 }
 
 }  // namespace tessivo

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/AudioInputUnit.h"
-#include "platform/audio/InputDeviceList.h"
+#include "platform/AudioInput.h"
+#include "platform/audio/InputDeviceLister.h"
 
 #include <memory>
 #include <optional>
@@ -10,43 +10,31 @@
 
 namespace tessivo {
 
-class PortAudioSession;
-class PortAudioUnit;
+class PortAudioStream;
 
-/// The computer's audio inputs through PortAudio. Units must not outlive it. PortAudio is
-/// initialised only while there is a unit, so each new unit sees what is plugged in at that moment.
+/// The computer's audio inputs through PortAudio, which is initialised only while a stream is open:
+/// each one that is opened sees what is plugged in at that moment. One stream at a time.
 class PortAudioInput final : public AudioInputSystem {
 public:
-    /// `lister` is the path of the program that lists the devices (see `listInputDevicesInChild`).
-    /// Without it the list can't be refreshed while a device is captured.
-    explicit PortAudioInput(std::string lister);
-    ~PortAudioInput() override;
+    /// `lister` is the path of the program that lists the devices (see `InputDeviceLister`). Only
+    /// when it can't be started does this process look for itself, which may block and tells
+    /// nothing new while a device is open.
+    explicit PortAudioInput(std::string lister) : lister_(std::move(lister)) {}
 
-    bool findInputComponent() override;
-    AudioStatus createUnit(std::unique_ptr<AudioInputUnit>& unit) override;
-    std::vector<AudioDeviceId> deviceIds() override;
-    std::optional<std::uint32_t> inputConfigurationSize(AudioDeviceId device) override;
-    std::optional<std::string> deviceName(AudioDeviceId device) override;
+    void fetchDevices(DeviceAnswer answer) override;
+    /// `paInvalidDevice` for an id never given, a device that has gone and one without inputs.
+    Opening open(AudioDeviceId device) override;
 
 private:
-    friend class PortAudioUnit;
-
-    struct PresentDevice {
-        AudioDeviceId id = 0;
-        std::uint32_t channels = 0;
-    };
-
-    std::optional<InputDeviceList> look() const;
+    std::optional<std::vector<AudioInputDevice>> devicesOf(const InputDeviceLister::Result& result);
+    void keepCaptured(std::vector<AudioDeviceId>& found) const;
     AudioDeviceId idOf(const InputDeviceKey& key);
-    std::optional<InputDeviceKey> keyOf(AudioDeviceId device) const;
-    const PresentDevice* present(AudioDeviceId device) const;
-    void keepCaptured(std::vector<PresentDevice>& found) const;
 
-    std::string lister_;
-    std::unique_ptr<PortAudioSession> prepared_;  // what findInputComponent leaves to createUnit
-    std::vector<InputDeviceKey> seen_;            // a device's id is its place here, plus 1
-    std::vector<PresentDevice> present_;
-    const PortAudioUnit* unit_ = nullptr;  // the one that was made last, while it lives
+    std::vector<InputDeviceKey> seen_;    // a device's id is its place here, plus 1
+    std::vector<AudioDeviceId> present_;  // at the last look
+    AudioDeviceId openDevice_ = 0;
+    std::weak_ptr<const PortAudioStream> open_;
+    InputDeviceLister lister_;
 };
 
 }  // namespace tessivo

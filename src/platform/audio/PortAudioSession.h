@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/AudioInputUnit.h"
+#include "platform/AudioInput.h"
 
 namespace tessivo {
 

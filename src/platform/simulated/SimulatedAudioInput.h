@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/AudioInputUnit.h"
+#include "platform/AudioInput.h"
+#include "platform/MainQueue.h"
 
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -16,74 +16,48 @@ namespace tessivo {
 /// whichever single thread calls `deliver`; everything else belongs to the main thread.
 class SimulatedAudioInput final : public AudioInputSystem {
 public:
-    enum class Step {
-        findComponent,
-        createUnit,
-        enableInput,
-        disableOutput,
-        setCurrentDevice,
-        readDeviceFormat,
-        setClientFormat,
-        setInputCallback,
-        initialize,
-        start,
-        render,
-        stop,
-        uninitialize,
-        dispose,
-    };
-
     struct Device {
         AudioDeviceId id = 0;
-        std::optional<std::string> name;                      ///< absent: can't be read
-        AudioStreamFormat format{};                           ///< its own rate and inputs
-        std::optional<std::uint32_t> configurationSize = 24;  ///< bytes, as in the interface
+        std::string name;
+        AudioStreamFormat format{};
     };
 
-    /// What choosing a device that isn't there gives.
-    static constexpr AudioStatus noSuchDevice = -9996;
+    /// What opening a device that isn't there gives, or one while another stream is open.
+    static constexpr AudioFailure noSuchDevice{AudioStep::selectDevice, -9996};
+    static constexpr AudioFailure deviceInUse{AudioStep::readFormat, -16};
+
+    explicit SimulatedAudioInput(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
 
     void setDevices(std::vector<Device> devices) { devices_ = std::move(devices); }
-    /// From now on `step` gives `status`; 0 lets it succeed again. A failing creation makes no
-    /// unit; `createNothing` makes none and reports success.
-    void setStatus(Step step, AudioStatus status);
-    void setCreateNothing(bool nothing) { createNothing_ = nothing; }
+    /// From now on opening fails like this, or starting when that is the step.
+    void setFailure(std::optional<AudioFailure> failure) { failure_ = failure; }
+    /// From now on the devices can't be read.
+    void setUnreadable() { isUnreadable_ = true; }
 
-    /// One block of the running unit: its samples by channel, all of one length. Gives what the
-    /// callback returned; nothing when no unit runs.
-    std::optional<AudioStatus> deliver(std::span<const std::vector<float>> channels);
+    /// One block of the running stream: its samples by channel, all of one length. False when no
+    /// stream runs.
+    bool deliver(std::span<const std::vector<float>> channels);
 
-    bool isRunning() const;
-    /// The device of the open unit.
+    /// The device whose stream is open, running or not.
     std::optional<AudioDeviceId> openDevice() const { return openDevice_; }
-    /// The format in which blocks were last asked for.
-    AudioStreamFormat clientFormat() const { return clientFormat_; }
-    /// Every step taken so far, in order; `render` isn't listed.
-    const std::vector<Step>& steps() const { return steps_; }
+    /// How often the devices were asked for.
+    int fetches() const { return fetches_; }
 
-    bool findInputComponent() override;
-    AudioStatus createUnit(std::unique_ptr<AudioInputUnit>& unit) override;
-    std::vector<AudioDeviceId> deviceIds() override;
-    std::optional<std::uint32_t> inputConfigurationSize(AudioDeviceId device) override;
-    std::optional<std::string> deviceName(AudioDeviceId device) override;
+    void fetchDevices(DeviceAnswer answer) override;
+    Opening open(AudioDeviceId device) override;
 
 private:
-    class Unit;
+    class Stream;
 
-    AudioStatus take(Step step);
-    AudioStatus statusOf(Step step) const;
-    const Device* find(AudioDeviceId device) const;
-
+    MainQueue& mainQueue_;
     std::vector<Device> devices_;
-    std::map<Step, AudioStatus> statuses_;
-    std::vector<Step> steps_;
-    bool createNothing_ = false;
+    std::optional<AudioFailure> failure_;
+    bool isUnreadable_ = false;
+    int fetches_ = 0;
     std::optional<AudioDeviceId> openDevice_;
-    AudioStreamFormat clientFormat_;
 
-    // Held while a block is delivered, so that a unit stops between blocks.
-    mutable std::mutex delivery_;
-    Unit* running_ = nullptr;
+    std::mutex delivery_;  // held while a block is delivered, so that a stream stops between blocks
+    Stream* running_ = nullptr;
 };
 
 }  // namespace tessivo

@@ -92,7 +92,7 @@ struct SimulatedPlatform {
     SimulatedPreferences preferences;
     SimulatedFiles files;
     SimulatedPanels panels;
-    SimulatedAudioInput audio;
+    SimulatedAudioInput audio{time};
     SimulatedUpdateFeed updates{time};
     SimulatedNetwork network{time};
     SimulatedComputer& computer = network.addComputer("Régie");

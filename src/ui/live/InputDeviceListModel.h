@@ -4,7 +4,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "kit/KeyedListModel.h"
-#include "timecode/AudioInputDevice.h"
+#include "platform/AudioInput.h"
 
 #include <optional>
 #include <vector>

@@ -86,7 +86,8 @@ Rectangle {
             PVButton {
                 glyph: Icons.refresh
                 foreground: Colors.pvPaperFaint
-                tip: "Actualiser la liste des entrées audio"
+                tip: enabled ? "Actualiser la liste des entrées audio" : "Recherche des entrées audio…"
+                enabled: !TimecodeViewModel.isFetchingDevices
                 onClicked: TimecodeViewModel.refreshDevices()
             }
             Item {
@@ -105,6 +106,14 @@ Rectangle {
             }
         }
 
+        PVText {
+            visible: TimecodeViewModel.hasLostAudio
+            text: "Son perdu : l'ordinateur n'a pas suivi"
+            size: Fonts.caption
+            color: Colors.pvAmber
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
         PVText {
             visible: TimecodeViewModel.lastError !== ""
             text: TimecodeViewModel.lastError

@@ -54,7 +54,7 @@ void TimecodeViewModel::toggleCapture() {
 }
 
 void TimecodeViewModel::refreshDevices() {
-    manager_.setAvailableInputDevices(manager_.fetchInputDevices());
+    manager_.fetchInputDevices();
 }
 
 void TimecodeViewModel::chooseDevice(int row) {
@@ -82,6 +82,12 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::availableInputDevices:
             devices_.present(manager_.availableInputDevices());
             Q_EMIT selectedDeviceChanged();
+            break;
+        case Field::isFetchingInputDevices:
+            Q_EMIT isFetchingDevicesChanged();
+            break;
+        case Field::hasLostAudio:
+            Q_EMIT hasLostAudioChanged();
             break;
         case Field::selectedDeviceId:
             Q_EMIT selectedDeviceChanged();

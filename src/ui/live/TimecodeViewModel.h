@@ -23,6 +23,9 @@ class TimecodeViewModel final : public QObject {
     QML_SINGLETON
     Q_PROPERTY(bool isCapturing READ isCapturing NOTIFY isCapturingChanged)
     Q_PROPERTY(QString lastError READ lastError NOTIFY lastErrorChanged)
+    /// Whether audio of this capture was dropped.
+    Q_PROPERTY(bool hasLostAudio READ hasLostAudio NOTIFY hasLostAudioChanged)
+    Q_PROPERTY(bool isFetchingDevices READ isFetchingDevices NOTIFY isFetchingDevicesChanged)
     Q_PROPERTY(tessivo::InputDeviceListModel* devices READ devices CONSTANT)
     Q_PROPERTY(int selectedDeviceRow READ selectedDeviceRow NOTIFY selectedDeviceChanged)
     Q_PROPERTY(QString selectedDeviceName READ selectedDeviceName NOTIFY selectedDeviceChanged)
@@ -40,6 +43,8 @@ public:
 
     bool isCapturing() const { return manager_.isCapturing(); }
     QString lastError() const;
+    bool hasLostAudio() const { return manager_.hasLostAudio(); }
+    bool isFetchingDevices() const { return manager_.isFetchingInputDevices(); }
     InputDeviceListModel* devices() { return &devices_; }
     int selectedDeviceRow() const { return devices_.rowOf(manager_.selectedDeviceId()); }
     QString selectedDeviceName() const;
@@ -50,6 +55,7 @@ public:
     bool hasLevel() const { return shown_.hasLevel; }
 
     Q_INVOKABLE void toggleCapture();
+    /// Looks for devices; the list follows a little later.
     Q_INVOKABLE void refreshDevices();
     /// Selects the device of a row; a running capture goes on with it. The entry that asks to
     /// choose changes nothing.
@@ -58,6 +64,8 @@ public:
 Q_SIGNALS:
     void isCapturingChanged();
     void lastErrorChanged();
+    void hasLostAudioChanged();
+    void isFetchingDevicesChanged();
     void selectedDeviceChanged();
     void timecodeChanged();
     void signalDetectedChanged();

@@ -1,3 +1,0 @@
-#!/bin/sh
-# Stands for a program that never answers.
-exec sleep 600
