@@ -16,7 +16,7 @@ private Q_SLOTS:
 
 void StageContentTest::announcesOnlyWhatDiffers() {
     StageContent content;
-    const Show show = showWithSongs(4);
+    Show show = showWithSongs(4);
     content.presentShow(&show, 1);
     content.presentRemaining(11);
     content.presentShow(&show, 9);
@@ -36,6 +36,9 @@ void StageContentTest::announcesOnlyWhatDiffers() {
 
     content.presentRemaining(10);
     QCOMPARE(countdownChanged.size(), 1);
+    show.name = "Gala";
+    content.presentShow(&show, 1);
+    QCOMPARE(contentChanged.size(), 1);
     QVERIFY(content.urgent());
     content.presentRemaining(9);
     QCOMPARE(urgentChanged.size(), 1);
@@ -46,8 +49,10 @@ void StageContentTest::announcesOnlyWhatDiffers() {
 
 void StageContentTest::keepsRowsWhileStepping() {
     StageContent content;
-    const Show show = showWithSongs(6);
+    Show show = showWithSongs(6);
+    show.songs[2].title = std::string(2000, 'x');
     content.presentShow(&show, 2);
+    QCOMPARE(content.current().title, QString(300, 'x') + "…");
     QCOMPARE(content.current().position, 3);
     QCOMPARE(content.past()->rowCount(), 2);
     QCOMPARE(content.next()->rowCount(), 3);

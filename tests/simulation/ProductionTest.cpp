@@ -74,26 +74,33 @@ private:
         return list[random_.below(list.size())];
     }
 
-    /// Does one thing, and gives a line for the history.
+    /// Does one thing, and gives its name.
     std::string act() {
         struct Action {
             std::size_t upTo;  // the weights of this one and of those before
-            std::string (Production::*act)();
+            const char* name;
+            void (Production::*act)();
         };
         static constexpr Action actions[] = {
-            {40, &Production::operate},        {46, &Production::changeActiveShow},
-            {66, &Production::edit},           {106, &Production::wait},
-            {146, &Production::disturbCable},  {149, &Production::endAdmin},
-            {155, &Production::toggleStation}, {157, &Production::toggleNonsense}};
+            {40, "operate", &Production::operate},
+            {46, "change the active show", &Production::changeActiveShow},
+            {66, "edit", &Production::edit},
+            {106, "wait", &Production::wait},
+            {146, "disturb a cable", &Production::disturbCable},
+            {149, "end an admin", &Production::endAdmin},
+            {155, "start or end a station", &Production::toggleStation},
+            {157, "start or end nonsense", &Production::toggleNonsense}};
         const std::size_t choice = random_.below(std::rbegin(actions)->upTo);
-        return (this->*std::ranges::upper_bound(actions, choice, {}, &Action::upTo)->act)();
+        const Action& action = *std::ranges::upper_bound(actions, choice, {}, &Action::upTo);
+        (this->*action.act)();
+        return action.name;
     }
 
-    std::string operate() {
+    void operate() {
         AdminComputer& admin = *anyOf(admins_);
         if (!admin.program || admin.program->is(Kind::conflict)) {
             start(admin);
-            return "start of " + admin.computer.name();
+            return;
         }
         AppState& state = admin.program->state;
         const std::size_t choice = random_.below(4);
@@ -104,34 +111,30 @@ private:
         } else {
             state.goNext();
         }
-        return "cursor at " + std::to_string(state.activeSongIndex());
     }
 
-    std::string changeActiveShow() {
+    void changeActiveShow() {
         AdminComputer& admin = *anyOf(admins_);
         if (!admin.program) {
-            return "nobody to open a show";
+            return;
         }
         AppState& state = admin.program->state;
         const auto& shows = state.shows();
         if (shows.empty() || random_.below(3) == 0) {
             state.importShow(random_.show());
-            return "a new show";
-        }
-        if (random_.below(3) == 0) {
+        } else if (random_.below(3) == 0) {
             state.setActiveShowId(std::nullopt);
-            return "no show";
+        } else {
+            state.setActiveShowId(shows[random_.below(shows.size())].id);
         }
-        state.setActiveShowId(shows[random_.below(shows.size())].id);
-        return "another show";
     }
 
     /// Changes the setlist of the show that is on; whoever plays goes on playing.
-    std::string edit() {
+    void edit() {
         AdminComputer& admin = *anyOf(admins_);
         const Show* show = admin.program ? admin.program->state.activeShow() : nullptr;
         if (show == nullptr || show->songs.empty()) {
-            return "nothing to edit";
+            return;
         }
         AppState& state = admin.program->state;
         const auto count = show->songs.size();
@@ -154,65 +157,43 @@ private:
             REQUIRE(playing);
             REQUIRE(playing->id == *id);
         }
-        return "edit " + std::to_string(choice);
     }
 
-    std::string wait() {
-        const double seconds = static_cast<double>(random_.below(2000)) / 1000.0;
-        time_.advance(seconds);
-        return "waited " + std::to_string(seconds);
-    }
+    void wait() { time_.advance(static_cast<double>(random_.below(2000)) / 1000.0); }
 
-    std::string disturbCable() {
+    void disturbCable() {
         SimulatedComputer& computer = *anyOf(computers_);
-        switch (random_.below(8)) {
-            case 0:
-                computer.setLatency(static_cast<double>(random_.below(500)) / 1000.0);
-                return "slowed " + computer.name();
-            case 1:
-                computer.setSegmentSize(1 + random_.below(1448));
-                return "cut up the stream of " + computer.name();
-            case 2:
-                computer.setStalled(true);
-                return "stalled " + computer.name();
-            case 3:
-                computer.setStalled(false);
-                return "freed " + computer.name();
-            case 4:
-                computer.cutConnections();
-                return "cut " + computer.name();
-            case 5:
-                computer.setDeaf(true);
-                return "deafened " + computer.name();
-            case 6:
-                computer.setDeaf(false);
-                return "no longer deaf: " + computer.name();
-            default:
-                computer.truncateAfter(random_.below(3000));
-                return "truncated " + computer.name();
+        const std::size_t choice = random_.below(8);
+        if (choice == 0) {
+            computer.setLatency(static_cast<double>(random_.below(500)) / 1000.0);
+        } else if (choice == 1) {
+            computer.setSegmentSize(1 + random_.below(1448));
+        } else if (choice < 4) {
+            computer.setStalled(choice == 2);
+        } else if (choice < 6) {
+            computer.setDeaf(choice == 4);
+        } else if (choice == 6) {
+            computer.cutConnections();
+        } else {
+            computer.truncateAfter(random_.below(3000));
         }
     }
 
-    std::string endAdmin() {
-        AdminComputer& admin = *anyOf(admins_);
-        admin.stop();
-        return "end of " + admin.computer.name();
-    }
+    void endAdmin() { anyOf(admins_)->stop(); }
 
-    std::string toggleStation() {
+    void toggleStation() {
         Station& station = *anyOf(stations_);
         if (station.client) {
             station.client.reset();
-            return "end of " + station.computer.name();
+        } else {
+            station.start();
         }
-        station.start();
-        return "start of " + station.computer.name();
     }
 
-    std::string toggleNonsense() {
+    void toggleNonsense() {
         if (nonsense_) {
             nonsense_.reset();
-            return "nonsense ended";
+            return;
         }
         nonsense_ = std::make_unique<RawAdmin>(stranger_);
         nonsense_->onStation = [this] {
@@ -223,7 +204,6 @@ private:
                 nonsense_->say(json.substr(0, 1 + random_.below(json.size() - 1)));
             }
         };
-        return "nonsense";
     }
 
     void start(AdminComputer& admin) {

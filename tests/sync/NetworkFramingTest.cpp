@@ -65,14 +65,12 @@ TEST_CASE("what is no frame gives nothing, and what ends early gives what came")
         {"no byte yet", "", false, {}},
         {"no byte at all", "", true, {std::nullopt}},
         {"three bytes of a header", std::string("\0\0\1", 3), true, {std::nullopt}},
-        {"three bytes of a header, and maybe more", std::string("\0\0\1", 3), false, {}},
         {"an empty payload", header(0) + "x", false, {std::nullopt}},
         {"the first length that is too long", header(20'000'000) + "x", false, {std::nullopt}},
         {"the longest length that can be told", header(0xFFFF'FFFF), false, {std::nullopt}},
         {"the longest payload is waited for", header(19'999'999) + "x", false, {}},
         {"a header without a payload", header(5), true, {std::nullopt}},
         {"half a payload", header(5) + "abc", true, {"abc"}},
-        {"a whole payload before the end", header(3) + "abc", true, {"abc"}},
         {"more than a payload", header(3) + "abcdef", true, {"abc"}},
     };
     for (const Case& row : cases) {

@@ -4,6 +4,7 @@
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "timecode/LtcManager.h"
+#include "ui/shell/ShellViewModel.h"
 
 #include <algorithm>
 
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void capturesFromTheChosenDevice();
     void saysWhyACaptureFailed();
     void menuCommandsNeedAnActiveShow();
+    void tellsThatNothingIsKeptAndWhatIsNewer();
     void whatIsWatchedKeepsTheComputerAwake();
     void theStageWindowFollows();
     void allGuestsOfACrowdedSongAreInView_data();
@@ -142,7 +144,9 @@ void LiveScreenTest::aHeldKeyCountsOnce() {
     for (quint64 time = 1500; time < 2000; time += 40) {
         // Told as repeats, or only by a release and a press of the same moment.
         const bool told = time % 80 == 0;
-        send(QEvent::KeyRelease, time, told);
+        if (!told) {
+            send(QEvent::KeyRelease, time, false);
+        }
         send(QEvent::KeyPress, time, told);
     }
     QCOMPARE(screen.state.activeSongIndex(), 1);
@@ -224,9 +228,11 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     screen.computer.time.drain();
     QVERIFY(screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
 
-    screen.click("Micro");
-    QTRY_VERIFY(screen.item("Interface"));
-    screen.click("Interface");
+    for (const char* choice : {"Choisir un périphérique…", "Interface"}) {
+        screen.click("Micro");
+        QTRY_VERIFY(screen.item(choice));
+        screen.click(choice);
+    }
     QVERIFY(manager.isCapturing());
     QCOMPARE(manager.selectedDeviceId(), std::optional<AudioDeviceId>(7));
     QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
@@ -255,6 +261,20 @@ void LiveScreenTest::menuCommandsNeedAnActiveShow() {
     QTRY_VERIFY(screen.item("Morceau 1"));
 }
 
+void LiveScreenTest::tellsThatNothingIsKeptAndWhatIsNewer() {
+    LiveScreen screen(concert());
+    const auto tells = [&](const char* text) { return !screen.texts().filter(text).isEmpty(); };
+    QVERIFY(!tells("ne seront pas conservées"));
+    screen.computer.preferences.isFull = true;
+    screen.state.goNext();
+    QVERIFY(tells("ne seront pas conservées"));
+    screen.computer.updates.latestVersion = "9.9";
+    screen.engine.singletonInstance<ShellViewModel*>("Tessivo.Ui", "ShellViewModel")
+        ->checkForUpdates();
+    screen.computer.time.drain();
+    QTRY_VERIFY(tells("La version 9.9 est disponible"));
+}
+
 void LiveScreenTest::whatIsWatchedKeepsTheComputerAwake() {
     LiveScreen screen(concert());
     QVERIFY(screen.computer.stayAwake.isAwake);
@@ -264,6 +284,7 @@ void LiveScreenTest::whatIsWatchedKeepsTheComputerAwake() {
     QVERIFY(screen.computer.stayAwake.isAwake);
     screen.click("Vue live");
     stage->close();
+    QCoreApplication::processEvents();
     QVERIFY(screen.computer.stayAwake.isAwake);
     screen.click("Retour à tous les shows");
     QVERIFY(!screen.computer.stayAwake.isAwake);
@@ -289,6 +310,10 @@ void LiveScreenTest::theStageWindowFollows() {
     QCOMPARE(stage->grabWindow().pixelColor(rowOfNext()->mapToScene({9, 9}).toPoint()), resting);
     screen.state.jumpTo(10);
     QTRY_VERIFY(Screen::texts(stage).contains("Merci !"));
+    // It keeps its show when the operator leaves that.
+    screen.state.setActiveShowId(std::nullopt);
+    screen.state.jumpTo(0);
+    QTRY_VERIFY(Screen::texts(stage).contains("Morceau 1"));
 }
 
 void LiveScreenTest::allGuestsOfACrowdedSongAreInView_data() {

@@ -103,6 +103,7 @@ void ShowScreensTest::aShowIsCreatedOrNot() {
 
 void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
     Screen screen(std::vector{showWithSongs(1), showWithSongs(2)});
+    QVERIFY(screen.shows("1 morceau · 4 micros configurés"));
     const Uuid kept = screen.state.shows().back().id;
     screen.click("Supprimer ce show");
     screen.press(Qt::Key_Return);  // too hasty to mean it
@@ -114,6 +115,7 @@ void ShowScreensTest::aShowIsDeletedOnlyWhenConfirmed() {
     }
     QCOMPARE(screen.state.shows().size(), 1U);
     QCOMPARE(screen.state.shows().front().id, kept);
+    QVERIFY(!screen.shows("1 morceau · 4 micros configurés"));
 }
 
 void ShowScreensTest::aRunSheetIsImported() {
