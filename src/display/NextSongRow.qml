@@ -76,7 +76,7 @@ Rectangle {
                 weight: row.first ? Font.Bold : Font.Medium
                 color: row.first ? Colors.pvPaper : Colors.pvPaperDim
                 wrapMode: Text.Wrap
-                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, content.width * 0.4))
+                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, Math.max(content.width * 0.4, parent.width - x - parent.spacing - guests.onOneLine)))
                 Layout.alignment: Qt.AlignTop
             }
             PVText {
@@ -98,12 +98,24 @@ Rectangle {
                 Layout.alignment: Qt.AlignTop
                 Layout.topMargin: row.first ? 6 : 2
 
+                /** The title may have what the guests leave free. */
+                readonly property real onOneLine: {
+                    let total = row.first ? 100 : 80;  // "Pas de guest"
+                    for (let i = 0; i < repeater.count; ++i) {
+                        total += (i > 0 ? spacing : -total) + (repeater.itemAt(i)?.fullWidth ?? 0);
+                    }
+                    return total;
+                }
+
                 Repeater {
+                    id: repeater
+
                     model: row.song.guests
                     delegate: Row {
                         id: guest
 
                         required property guestInfo modelData
+                        readonly property real fullWidth: name.implicitWidth + spacing + equipment.implicitWidth
 
                         spacing: 5
 

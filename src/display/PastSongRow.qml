@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tessivo.Display
 import Tessivo.Kit
@@ -37,7 +39,8 @@ Rectangle {
             size: 16
             weight: Font.Medium
             color: Colors.pvPaperFaint
-            width: Math.min(implicitWidth, line.width - mark.width - line.spacing)
+            // A long one leaves room for who was there.
+            width: Math.min(implicitWidth, (line.width - x) * (dot.visible ? 0.6 : 1))
             elide: Text.ElideRight
             anchors.verticalCenter: parent.verticalCenter
         }
@@ -49,14 +52,18 @@ Rectangle {
             color: Colors.pvPaperFaint
             anchors.verticalCenter: parent.verticalCenter
         }
-        PVText {
-            visible: dot.visible
-            text: row.song.guestsOnOneLine
-            size: 14
-            color: Colors.pvPaperFaint
-            width: Math.max(0, line.width - x)
-            elide: Text.ElideRight
-            anchors.verticalCenter: parent.verticalCenter
+        Repeater {
+            model: row.song.guests
+            delegate: PVText {
+                required property guestInfo modelData
+
+                text: modelData.stageLine
+                size: 14
+                color: Colors.pvPaperFaint
+                width: Math.max(0, Math.min(implicitWidth, line.width - x))
+                elide: Text.ElideRight
+                anchors.verticalCenter: parent?.verticalCenter
+            }
         }
     }
 }

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessivo.Display
+import Tessivo.Kit
 import Tessivo.Style
 
 /**
@@ -22,9 +23,9 @@ Rectangle {
     color: Colors.pvBlack
 
     // A forgotten pointer would stand over a name.
-    HoverHandler {
-        enabled: stage.Window.visibility === Window.FullScreen
-        cursorShape: Qt.BlankCursor
+    BlankPointer {
+        target: stage.Window.window
+        active: stage.visible && stage.Window.visibility === Window.FullScreen
     }
 
     Item {

@@ -41,12 +41,4 @@ QVariantList SongInfo::guestList() const {
     return list;
 }
 
-QString SongInfo::guestsOnOneLine() const {
-    QStringList lines;
-    for (const GuestInfo& guest : guests) {
-        lines.append(guest.stageLine);
-    }
-    return lines.join(QStringLiteral("    "));
-}
-
 }  // namespace tessivo

@@ -47,7 +47,6 @@ class SongInfo {
     Q_PROPERTY(QString timecode MEMBER timecode)
     Q_PROPERTY(int position MEMBER position)
     Q_PROPERTY(QVariantList guests READ guestList)
-    Q_PROPERTY(QString guestsOnOneLine READ guestsOnOneLine)
 
 public:
     SongInfo() = default;
@@ -56,8 +55,6 @@ public:
 
     const Uuid& key() const { return id; }
     QVariantList guestList() const;
-    /// Every guest's `stageLine`, with room between them.
-    QString guestsOnOneLine() const;
 
     Uuid id{};
     QString title;

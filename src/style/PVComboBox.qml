@@ -81,7 +81,7 @@ ComboBox {
             clip: true
             focus: true
             keyNavigationEnabled: false
-            Keys.forwardTo: chooser
+            Keys.forwardTo: [chooser]
             implicitHeight: chooser.count > 0 ? contentHeight : 32
             model: chooser.popup.visible ? chooser.delegateModel : null
             currentIndex: chooser.highlightedIndex

@@ -1,7 +1,6 @@
 #include <QtCore/QTimer>
-#include <QtWidgets/QAbstractButton>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
@@ -18,11 +17,15 @@ using test::TemporaryFolder;
 
 namespace {
 
-/// Presses the panel's own button for going on, the first one.
-void press(QFileDialog& dialog) {
-    auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-    REQUIRE(buttons != nullptr);
-    buttons->buttons().front()->click();
+/// Presses Return where the name is typed.
+void pressReturn(QLineEdit& name) {
+    QApplication::setActiveWindow(name.window());
+    name.setFocus();
+    REQUIRE(name.hasFocus());
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier);
+        QApplication::sendEvent(&name, &event);
+    }
 }
 
 /// Asks for a place, and does `act` on the panel once it stands open, as the operator would.
@@ -37,7 +40,8 @@ std::optional<FileLocation> save(const std::string& proposedName,
         REQUIRE(dialog != nullptr);
         act(*dialog, *dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")));
     });
-    return DialogFilePanels().chooseSaveLocation({"Enregistrer le show", proposedName, "tessivo"});
+    static DialogFilePanels panels;
+    return panels.chooseSaveLocation({"Enregistrer le show", proposedName, "tessivo"});
 }
 
 }  // namespace
@@ -61,11 +65,15 @@ TEST_CASE("the save panel proposes a safe name, and adds the extension that a ty
             if (row.typed != nullptr) {
                 name.setText(QString::fromUtf8(row.typed));
             }
-            press(dialog);
+            pressReturn(name);
         });
         CHECK(chosen == folder.path(row.chosen));
     }
-    CHECK_FALSE(save("x.tessivo", [](QFileDialog& dialog, QLineEdit&) { dialog.reject(); }));
+    CHECK_FALSE(save("x.tessivo", [&](QFileDialog& dialog, QLineEdit&) {
+        // Where the last file was.
+        CHECK(dialog.directory().absolutePath() == QString::fromStdString(folder.path()));
+        dialog.reject();
+    }));
 }
 
 TEST_CASE("the name completed by its extension isn't replaced unasked") {
@@ -80,7 +88,7 @@ TEST_CASE("the name completed by its extension isn't replaced unasked") {
             question->reject();
             dialog.reject();
         });
-        press(dialog);
+        pressReturn(name);
     });
     CHECK_FALSE(chosen.has_value());
 }

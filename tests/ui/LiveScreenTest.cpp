@@ -308,6 +308,7 @@ void LiveScreenTest::theStageWindowFollows() {
     QVERIFY(Screen::texts(stage).contains("Morceau 2"));
     // A song that becomes the next one takes its colour at once: a fade would flash like an alarm.
     QCOMPARE(stage->grabWindow().pixelColor(rowOfNext()->mapToScene({9, 9}).toPoint()), resting);
+    screen.state.jumpTo(4);  // those who were past leave
     screen.state.jumpTo(10);
     QTRY_VERIFY(Screen::texts(stage).contains("Merci !"));
     // It keeps its show when the operator leaves that.

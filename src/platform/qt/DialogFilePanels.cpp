@@ -1,7 +1,9 @@
 #include "platform/qt/DialogFilePanels.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QFileIconProvider>
 
 #include "platform/posix/SafeFileName.h"
 
@@ -28,6 +30,10 @@ protected:
         const QStringList files = selectedFiles();
         if (!files.isEmpty() && !QFileInfo(files.front()).isDir() &&
             !files.front().endsWith(ending_, Qt::CaseInsensitive)) {
+            // The panel leaves its name field alone as long as that has the keyboard.
+            if (QWidget* field = focusWidget()) {
+                field->clearFocus();
+            }
             selectFile(files.front() + ending_);
         }
         QFileDialog::accept();
@@ -37,20 +43,35 @@ private:
     QString ending_;
 };
 
-std::optional<FileLocation> run(QFileDialog& dialog, const std::string& title,
-                                const std::string& extension) {
+/// Names the kinds of files, which Qt's French leaves in English.
+class FrenchIcons : public QFileIconProvider {
+public:
+    QString type(const QFileInfo& file) const override {
+        return file.isDir() ? QStringLiteral("Dossier") : QStringLiteral("Fichier");
+    }
+};
+
+}  // namespace
+
+DialogFilePanels::DialogFilePanels()
+    : folder_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
+
+std::optional<FileLocation> DialogFilePanels::run(QFileDialog& dialog, const std::string& title,
+                                                  const std::string& extension) {
+    FrenchIcons icons;
+    dialog.setIconProvider(&icons);
     dialog.setWindowTitle(QString::fromStdString(title));
     dialog.setNameFilter(filterFor(extension));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
+    folder_ = dialog.directory().absolutePath();
     return dialog.selectedFiles().front().toStdString();
 }
 
-}  // namespace
-
 std::optional<FileLocation> DialogFilePanels::chooseSaveLocation(const SaveRequest& request) {
     SaveDialog dialog(request.extension);
+    dialog.setDirectory(folder_);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.selectFile(
@@ -60,6 +81,7 @@ std::optional<FileLocation> DialogFilePanels::chooseSaveLocation(const SaveReque
 
 std::optional<FileLocation> DialogFilePanels::chooseFileToOpen(const OpenRequest& request) {
     QFileDialog dialog;
+    dialog.setDirectory(folder_);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
     return run(dialog, request.title, request.extension);

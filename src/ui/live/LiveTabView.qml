@@ -16,7 +16,7 @@ Rectangle {
     readonly property int margin: 16
 
     color: Colors.pvBlack
-    onVisibleChanged: Qt.callLater(scroll.showCurrent)
+    onVisibleChanged: showSoon.restart()
 
     LiveShowViewModel {
         id: live
@@ -44,8 +44,8 @@ Rectangle {
             contentHeight: songs.height + 2 * screen.margin
             boundsBehavior: Flickable.StopAtBounds
             clip: true
-            onHeightChanged: Qt.callLater(showCurrent)
-            onWidthChanged: Qt.callLater(showCurrent)
+            onHeightChanged: showSoon.restart()
+            onWidthChanged: showSoon.restart()
 
             readonly property bool announces: live.urgent
             onAnnouncesChanged: showCurrent()
@@ -74,6 +74,14 @@ Rectangle {
             }
 
             ScrollBar.vertical: PVScrollBar {}
+
+            // A layout that is being made can't be made again.
+            Timer {
+                id: showSoon
+
+                interval: 0
+                onTriggered: scroll.showCurrent()
+            }
 
             Connections {
                 target: live
@@ -170,7 +178,7 @@ Rectangle {
                             announced: index === 0 && live.urgent
                             onHeightChanged: {
                                 if (announced) {
-                                    Qt.callLater(scroll.showCurrent);
+                                    showSoon.restart();
                                 }
                             }
                             onClicked: live.jumpToNext(index)

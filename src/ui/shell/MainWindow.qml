@@ -71,7 +71,8 @@ ApplicationWindow {
         spacing: 0
 
         Rectangle {
-            visible: !ShellViewModel.keepsShows
+            // A station modifies nothing.
+            visible: !ShellViewModel.keepsShows && root.mode !== RootView.Affichage
             color: Colors.pvRedDim
             Layout.fillWidth: true
             implicitHeight: notice.height + 16
@@ -144,6 +145,7 @@ ApplicationWindow {
         id: fullScreen
 
         target: window
+        escapes: root.mode === RootView.Affichage
     }
 
     // Closing the operator's window ends the program, whatever the stage window does.
