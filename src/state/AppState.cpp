@@ -13,6 +13,12 @@
 #include <utility>
 
 namespace tessivo {
+namespace {
+
+constexpr std::string_view lockedValue = "locked";
+constexpr std::string_view unlockedValue = "unlocked";
+
+}  // namespace
 
 AppState::AppState(const Platform& platform)
     : platform_(platform),
@@ -24,6 +30,7 @@ AppState::AppState(const Platform& platform)
     holdsRecord_ = platform.preferences.takeHold();
     keepsShows_ = holdsRecord_;
     load();
+    isLocked_ = platform.preferences.data(lockKey) == lockedValue;
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
     ltcManager_->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
         checkLtcAutoAdvance(totalFrames, fps);
@@ -42,6 +49,9 @@ const Show* AppState::showWithId(const std::optional<Uuid>& id) const {
 }
 
 void AppState::setActiveShowId(std::optional<Uuid> id) {
+    if (isLocked_ && activeShow()) {
+        return;
+    }
     assign(Field::activeShowId, activeShowId_, std::move(id));
     store();
 }
@@ -52,6 +62,14 @@ void AppState::setActiveDisplayShowId(std::optional<Uuid> id) {
 
 void AppState::setAutoAdvanceEnabled(bool enabled) {
     assign(Field::autoAdvanceEnabled, autoAdvanceEnabled_, enabled);
+}
+
+void AppState::setLocked(bool locked) {
+    if (locked != isLocked_) {
+        assign(Field::isLocked, isLocked_, locked);
+        lockHasChanged_ = true;
+        storeLock();
+    }
 }
 
 void AppState::change(Field field, const std::function<void()>& apply) {
@@ -138,9 +156,17 @@ void AppState::store() {
     setKeepsShows(mayReplace && platform_.preferences.isKeeping());
 }
 
+void AppState::storeLock() {
+    platform_.preferences.setData(lockKey, isLocked_ ? lockedValue : unlockedValue);
+    setKeepsShows(keepsShows_ && platform_.preferences.isKeeping());
+}
+
 void AppState::goOnKeeping() {
     if (holdsRecord_) {
         if (!keepsShows_ || !platform_.preferences.isKeeping()) {
+            if (lockHasChanged_) {
+                storeLock();
+            }
             store();
         }
     } else if (!recordHasChanged_ && platform_.preferences.takeHold()) {

@@ -47,10 +47,13 @@ public:
         latestUpdateVersion,
         keepsShows,
         lastFileError,
+        isLocked,
     };
 
     /// The key of the record in the preferences store.
     static constexpr std::string_view storageKey = "pavona_data_v1";
+    /// The key of the lock beside it; written once somebody locks.
+    static constexpr std::string_view lockKey = "live_lock_v1";
     /// The file-name extension of show files, without the dot.
     static constexpr std::string_view showFileExtension = "tessivo";
     /// A backward move by hand keeps timecode from moving the cursor for this long, in seconds.
@@ -89,6 +92,13 @@ public:
     /// Why a show file was refused last, a French sentence.
     const std::optional<std::string>& lastFileError() const { return lastFileError_; }
 
+    /// Whether the live screen is locked, which outlasts a restart. As long as it is, nothing
+    /// changes a show or leaves the live screen: the operations that would, and the file panels,
+    /// which would take the keyboard from it, do nothing. The cursor, the timecode and the stage
+    /// windows go on. After a restart a show may be opened, which is the way back.
+    bool isLocked() const { return isLocked_; }
+    void setLocked(bool locked);
+
     LtcManager& ltcManager() { return *ltcManager_; }
     UpdaterModel& updater() { return updater_; }
 
@@ -97,7 +107,8 @@ public:
     /// The show that is open in the editor and on the live screen, or none.
     const Show* activeShow() const { return showWithId(activeShowId_); }
 
-    /// Makes a show the active one; the cursor stays where it is.
+    /// Makes a show the active one; the cursor stays where it is. Locked, that works only while no
+    /// show is active.
     void setActiveShowId(std::optional<Uuid> id);
     /// Chooses the show that the stage display window presents.
     void setActiveDisplayShowId(std::optional<Uuid> id);
@@ -192,6 +203,7 @@ private:
     void load();
     void save();
     void store();
+    void storeLock();
     void goOnKeeping();
     void setKeepsShows(bool keeps);
     /// Tells the observers before and after.
@@ -242,10 +254,12 @@ private:
     bool updateAvailable_ = false;
     std::optional<std::string> latestUpdateVersion_;
     std::optional<std::string> lastFileError_;
+    bool isLocked_ = false;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool holdsRecord_ = false;
     bool keepsShows_ = false;
     bool recordHasChanged_ = false;  // in this run
+    bool lockHasChanged_ = false;    // in this run
     bool storedRecordIsUnreadable_ = false;
 };
 

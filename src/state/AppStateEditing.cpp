@@ -35,6 +35,9 @@ void AppState::importShow(Show show) {
 }
 
 void AppState::append(Show show, std::string_view words) {
+    if (isLocked_) {
+        return;
+    }
     const Uuid id = show.id;
     Edit edit = named(withName(words, show.name, "ajouter un show"));
     change(Field::shows, [&] { library_.append(std::move(show), std::move(edit)); });
@@ -57,6 +60,9 @@ void AppState::createShow(std::string name) {
 }
 
 void AppState::deleteShow(Uuid id) {
+    if (isLocked_) {
+        return;
+    }
     const Show* show = showWithId(id);
     const std::string name = show ? show->name : std::string();
     Edit edit = removal(withName("supprimer le show", name, "supprimer un show"),
@@ -73,7 +79,8 @@ std::size_t AppState::positionOf(const Show& show) const {
 }
 
 void AppState::editActiveShow(Edit edit, const std::function<void(Show&)>& apply) {
-    if (const Show* active = activeShow()) {
+    const Show* active = activeShow();
+    if (active && !isLocked_) {
         change(Field::shows, [&] { library_.edit(positionOf(*active), std::move(edit), apply); });
         save();
     }

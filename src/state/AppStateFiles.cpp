@@ -17,7 +17,7 @@ constexpr std::size_t maximumShowFileBytes = 32U << 20U;
 
 void AppState::saveCurrentShow() {
     const Show* show = activeShow();
-    if (!show) {
+    if (!show || isLocked_) {
         return;
     }
     if (const auto known = lastSavedLocations_.find(show->id); known != lastSavedLocations_.end()) {
@@ -29,7 +29,7 @@ void AppState::saveCurrentShow() {
 
 void AppState::saveCurrentShowAs() {
     const Show* show = activeShow();
-    if (!show) {
+    if (!show || isLocked_) {
         return;
     }
     const Uuid id = show->id;
@@ -47,6 +47,9 @@ void AppState::saveCurrentShowAs() {
 }
 
 void AppState::openShow() {
+    if (isLocked_) {
+        return;
+    }
     const auto location =
         platform_.panels.chooseFileToOpen({"Ouvrir un show", std::string(showFileExtension)});
     if (!location) {

@@ -29,13 +29,13 @@ const Edit* AppState::offeredUndo() const {
 }
 
 void AppState::undo() {
-    if (undoableEdit()) {
+    if (undoableEdit() && !isLocked_) {
         step([&] { library_.undo(); });
     }
 }
 
 void AppState::redo() {
-    if (redoableEdit()) {
+    if (redoableEdit() && !isLocked_) {
         step([&] { library_.redo(); });
     }
 }

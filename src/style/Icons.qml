@@ -22,6 +22,7 @@ QtObject {
     readonly property string dragHandle: "\uf35c"
     readonly property string home: "\uf2dc"
     readonly property string importSheet: "\uf1da"
+    readonly property string lock: "\uf33e"
     readonly property string minus: "\uf374"
     readonly property string refresh: "\uf450"
     readonly property string remove: "\uf15a"

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void allGuestsOfACrowdedSongAreInView();
     void aTickRebuildsNothing();
     void f11TogglesFullScreen();
+    void aLockedScreenOpensWhenTheKeyIsHeld();
 };
 
 void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
@@ -383,6 +384,41 @@ void LiveScreenTest::aTickRebuildsNothing() {
     QVERIFY(Screen::texts(stage).contains("0:04"));
     QVERIFY(!before.contains(nullptr));
     QCOMPARE(everyItem(), before);
+}
+
+void LiveScreenTest::aLockedScreenOpensWhenTheKeyIsHeld() {
+    LiveScreen screen(concert());
+    const auto hold = [&](int milliseconds) {
+        QTest::keyPress(screen.window, Qt::Key_L, Qt::ControlModifier);
+        QTest::qWait(milliseconds);
+        QTest::keyRelease(screen.window, Qt::Key_L, Qt::ControlModifier);
+        QTest::qWait(200);
+    };
+    hold(1500);  // what locks doesn't open
+    QVERIFY(screen.state.isLocked());
+    QVERIFY(screen.shows("Vue live verrouillée"));
+    screen.click("Setlist");
+    screen.click("Retour à tous les shows");
+    QVERIFY(screen.shows("LTC"));
+    screen.press(Qt::Key_Space);
+    screen.click("Morceau 5");
+    QCOMPARE(screen.state.activeSongIndex(), 4);
+    screen.window->close();
+    QVERIFY(screen.window->isVisible());
+    QTRY_VERIFY(screen.shows("Quitter Tessivo ?"));
+    screen.click("Annuler");
+    hold(200);
+    QVERIFY(screen.state.isLocked());
+
+    QTest::keyPress(screen.window, Qt::Key_L, Qt::ControlModifier);
+    QTRY_VERIFY(!screen.state.isLocked());
+    QTest::keyRelease(screen.window, Qt::Key_L, Qt::ControlModifier);
+    screen.click("Verrouiller");
+    QVERIFY(screen.state.isLocked());
+    const QPoint button = Screen::centreOf(screen.item("Maintenir pour ouvrir (Ctrl+L)"));
+    QTest::mousePress(screen.window, Qt::LeftButton, {}, button);
+    QTRY_VERIFY(!screen.state.isLocked());
+    QTest::mouseRelease(screen.window, Qt::LeftButton, {}, button);
 }
 
 void LiveScreenTest::f11TogglesFullScreen() {

@@ -15,6 +15,7 @@ T.TabButton {
     horizontalPadding: 16
     verticalPadding: 10
     hoverEnabled: true
+    opacity: enabled ? 1 : 0.4
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 

@@ -19,6 +19,12 @@ FocusScope {
     required property string showId
     property int selectedTab: EditorView.Setlist
 
+    // Locked, only the live tab is there, also after a restart.
+    Component.onCompleted: {
+        if (ShellViewModel.locked) {
+            selectedTab = EditorView.Live;
+        }
+    }
     // A field of the tab that was left must not keep the keyboard.
     onSelectedTabChanged: pages.children[selectedTab].forceActiveFocus()
 
@@ -50,6 +56,7 @@ FocusScope {
                 PVButton {
                     look: PVButton.Plain
                     glyph: Icons.home
+                    enabled: !ShellViewModel.locked
                     glyphSize: 18
                     tip: "Retour à tous les shows"
                     onClicked: ShellViewModel.closeShow()
@@ -62,6 +69,7 @@ FocusScope {
                     textSize: 15
                     foreground: Colors.pvPaper
                     tip: "Renommer le show"
+                    enabled: !ShellViewModel.locked
                     Accessible.description: tip
                     Layout.maximumWidth: implicitWidth
                     Layout.fillWidth: true
@@ -103,6 +111,7 @@ FocusScope {
 
                     label: modelData
                     checked: view.selectedTab === index
+                    enabled: checked || !ShellViewModel.locked
                     onClicked: view.selectedTab = index
                 }
             }

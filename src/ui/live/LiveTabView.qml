@@ -31,6 +31,14 @@ Rectangle {
         onLeftArrow: ShellViewModel.goPrev()
     }
 
+    Connections {
+        target: LockKey
+        enabled: screen.visible
+        function onPressed(): void {
+            ShellViewModel.locked = true;
+        }
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -206,6 +214,16 @@ Rectangle {
                 text: "Espace = suivant   ·   ← = précédent"
                 size: Fonts.caption
                 color: Colors.pvPaperFaint
+            }
+            PVButton {
+                visible: !ShellViewModel.locked
+                look: PVButton.Plain
+                glyph: Icons.lock
+                glyphSize: 13
+                text: "Verrouiller"
+                tip: "Ctrl+L"
+                verticalPadding: 0
+                onClicked: ShellViewModel.locked = true
             }
         }
 

@@ -17,13 +17,13 @@ PVMenu {
     Action {
         text: menu.command("Annuler", UndoViewModel.undoable)
         shortcut: "Ctrl+Z"
-        enabled: UndoViewModel.undoable !== ""
+        enabled: UndoViewModel.undoable !== "" && !ShellViewModel.locked
         onTriggered: UndoViewModel.undo()
     }
     Action {
         text: menu.command("Rétablir", UndoViewModel.redoable)
         shortcut: "Ctrl+Shift+Z"
-        enabled: UndoViewModel.redoable !== ""
+        enabled: UndoViewModel.redoable !== "" && !ShellViewModel.locked
         onTriggered: UndoViewModel.redo()
     }
 }

@@ -10,13 +10,13 @@ PVMenu {
     Action {
         text: "Save"
         shortcut: "Ctrl+S"
-        enabled: ShellViewModel.activeShowId !== ""
+        enabled: ShellViewModel.activeShowId !== "" && !ShellViewModel.locked
         onTriggered: ShellViewModel.saveCurrentShow()
     }
     Action {
         text: "Save As..."
         shortcut: "Ctrl+Shift+S"
-        enabled: ShellViewModel.activeShowId !== ""
+        enabled: ShellViewModel.activeShowId !== "" && !ShellViewModel.locked
         onTriggered: ShellViewModel.saveCurrentShowAs()
     }
     MenuSeparator {
@@ -28,6 +28,7 @@ PVMenu {
     Action {
         text: "Open..."
         shortcut: "Ctrl+O"
+        enabled: !ShellViewModel.locked
         onTriggered: ShellViewModel.openShow()
     }
 }

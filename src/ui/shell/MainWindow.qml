@@ -11,6 +11,7 @@ ApplicationWindow {
     id: window
 
     property alias launchMode: root.mode
+    readonly property bool isLocked: ShellViewModel.locked && root.mode === RootView.Admin
 
     title: "Tessivo"
     width: 1180
@@ -90,6 +91,11 @@ ApplicationWindow {
             }
         }
 
+        LockBar {
+            visible: window.isLocked
+            Layout.fillWidth: true
+        }
+
         RootView {
             id: root
 
@@ -141,6 +147,16 @@ ApplicationWindow {
         cancels: false
     }
 
+    PVDialog {
+        id: leaving
+
+        title: "Quitter Tessivo ?"
+        message: "La vue live est verrouillée. Quitter arrête le timecode, l'affichage et ce que suivent les stations."
+        action: "Quitter"
+        destructive: true
+        onAccepted: Qt.quit()
+    }
+
     FullScreenShortcut {
         id: fullScreen
 
@@ -149,6 +165,13 @@ ApplicationWindow {
     }
 
     // Closing the operator's window ends the program, whatever the stage window does.
-    onClosing: Qt.quit()
+    onClosing: close => {
+        if (isLocked) {
+            close.accepted = false;
+            leaving.open();
+        } else {
+            Qt.quit();
+        }
+    }
     Component.onCompleted: ShellViewModel.checkForUpdateInformation()
 }

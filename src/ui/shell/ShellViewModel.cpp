@@ -27,6 +27,9 @@ ShellViewModel::ShellViewModel(AppState& state)
               case AppState::Field::autoAdvanceEnabled:
                   Q_EMIT autoAdvanceEnabledChanged();
                   break;
+              case AppState::Field::isLocked:
+                  Q_EMIT lockedChanged();
+                  break;
               case AppState::Field::updateAvailable:
               case AppState::Field::latestUpdateVersion:
                   Q_EMIT updateChanged();

@@ -23,6 +23,7 @@ class ShellViewModel final : public QObject {
     /// Empty when no show is active.
     Q_PROPERTY(QString activeShowId READ activeShowId NOTIFY activeShowChanged)
     Q_PROPERTY(bool keepsShows READ keepsShows NOTIFY keepsShowsChanged)
+    Q_PROPERTY(bool locked READ locked WRITE setLocked NOTIFY lockedChanged)
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
     Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
     Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
@@ -36,8 +37,10 @@ public:
     QString activeShowId() const;
     bool keepsShows() const { return state_.keepsShows(); }
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
+    bool locked() const { return state_.isLocked(); }
     bool updateAvailable() const { return state_.updateAvailable(); }
     QString latestUpdateVersion() const;
+    void setLocked(bool locked) { state_.setLocked(locked); }
     void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }
 
     // These may show a panel. It opens on the next turn, once the menu that asked for it has
@@ -68,6 +71,7 @@ Q_SIGNALS:
     void activeShowChanged();
     void keepsShowsChanged();
     void autoAdvanceEnabledChanged();
+    void lockedChanged();
     void updateChanged();
     void displayRequested();
     void updateRequested();

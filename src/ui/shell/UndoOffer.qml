@@ -4,7 +4,7 @@ import Tessivo.Ui
 
 /** Says what was just removed, for a while, and takes it back. */
 Row {
-    visible: UndoViewModel.removal !== ""
+    visible: UndoViewModel.removal !== "" && !ShellViewModel.locked
     spacing: 4
 
     PVText {

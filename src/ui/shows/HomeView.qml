@@ -58,6 +58,7 @@ Rectangle {
             PVButton {
                 text: "Nouveau show"
                 glyph: Icons.add
+                enabled: !ShellViewModel.locked
                 focus: true
                 onClicked: {
                     naming.value = "";
@@ -67,6 +68,7 @@ Rectangle {
             PVButton {
                 text: "Importer un conducteur"
                 glyph: Icons.importSheet
+                enabled: !ShellViewModel.locked
                 onClicked: importing.open()
             }
         }

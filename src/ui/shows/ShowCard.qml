@@ -60,6 +60,7 @@ T.AbstractButton {
         PVButton {
             look: PVButton.Plain
             glyph: Icons.trash
+            enabled: !ShellViewModel.locked
             tip: "Supprimer ce show"
             onClicked: card.removalAsked()
         }
