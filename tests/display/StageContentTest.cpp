@@ -63,7 +63,7 @@ void StageContentTest::keepsRowsWhileStepping() {
     content.presentShow(&show, 3);
     QCOMPARE(removed.size(), 1);
     QCOMPARE(inserted.size(), 0);
-    QCOMPARE(content.past()->rows().back().title, QStringLiteral("Morceau 3"));
+    QCOMPARE(content.past()->rows().back().title, QString(300, 'x') + "…");
 }
 
 QTEST_GUILESS_MAIN(StageContentTest)

@@ -34,7 +34,9 @@ std::optional<FileLocation> save(const std::string& proposedName,
     static int count = 1;
     static char name[] = "test";
     static char* arguments[] = {name, nullptr};
-    static QApplication application(count, arguments);
+    // Never destroyed: the input devices that Qt keeps to the program's end need it.
+    static auto* const application = new QApplication(count, arguments);
+    REQUIRE(application != nullptr);
     QTimer::singleShot(0, [act = std::move(act)] {
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         REQUIRE(dialog != nullptr);

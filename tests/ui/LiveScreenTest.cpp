@@ -270,7 +270,8 @@ void LiveScreenTest::tellsThatNothingIsKeptAndWhatIsNewer() {
     screen.state.goNext();
     QVERIFY(tells("ne seront pas conservées"));
     screen.computer.updates.latestVersion = "9.9";
-    screen.engine.singletonInstance<ShellViewModel*>("Tessivo.Ui", "ShellViewModel")
+    const int shell = qmlTypeId("Tessivo.Ui", 1, 0, "ShellViewModel");
+    screen.engine.singletonInstance<ShellViewModel*>(shell)
         ->checkForUpdates();
     screen.computer.time.drain();
     QTRY_VERIFY(tells("La version 9.9 est disponible"));
