@@ -86,8 +86,9 @@ std::size_t allocatedBytes() {
 TEST_CASE("eight hours of a show leave no memory behind") {
     LongShow show;
     show.playAnHour();
+    show.playAnHour();  // until then the buffers that are kept grow to what they need
     const std::size_t before = allocatedBytes();
-    for (int hour = 2; hour <= 8; ++hour) {
+    for (int hour = 3; hour <= 8; ++hour) {
         show.playAnHour();
     }
     CHECK(allocatedBytes() < before + 16'384);
