@@ -79,7 +79,8 @@ TEST_CASE("a service just withdrawn isn't taken for another's, but a new one of 
         }
         const Reports own(world.here(), type);
         if (!isTakenAtOnce) {
-            const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(2 * Withdrawals::ownSeconds);
+            const auto end = std::chrono::steady_clock::now() +
+                             std::chrono::duration<double>(2 * Withdrawals::ownSeconds);
             CHECK(world.runUntil([&] { return own.count() == 0U && witness.count() == 0U; }));
             CHECK(world.runUntil([&] { return std::chrono::steady_clock::now() > end; }));
             CHECK(std::ranges::all_of(own.all, [](const auto& set) { return set.empty(); }));
@@ -135,7 +136,8 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
     for (const ServiceSighting& sighting : sightings) {
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
-        ServiceDialer dialer(responder, events, queue, stream.reports.all.back().front(), {sighting});
+        ServiceDialer dialer(responder, events, queue, stream.reports.all.back().front(),
+                             {sighting});
         FileDescriptor socket;
         dialer.start([&](FileDescriptor opened) { socket = std::move(opened); });
         REQUIRE(stream.runUntil([&] { return socket.isOpen(); }));

@@ -271,8 +271,7 @@ void LiveScreenTest::tellsThatNothingIsKeptAndWhatIsNewer() {
     QVERIFY(tells("ne seront pas conservées"));
     screen.computer.updates.latestVersion = "9.9";
     const int shell = qmlTypeId("Tessivo.Ui", 1, 0, "ShellViewModel");
-    screen.engine.singletonInstance<ShellViewModel*>(shell)
-        ->checkForUpdates();
+    screen.engine.singletonInstance<ShellViewModel*>(shell)->checkForUpdates();
     screen.computer.time.drain();
     QTRY_VERIFY(tells("La version 9.9 est disponible"));
 }
