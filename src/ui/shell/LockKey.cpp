@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QQmlEngine>
-#include <QQuickWindow>
 
 #include "kit/ScreenContext.h"
 #include "state/AppState.h"
@@ -28,7 +27,7 @@ LockKey::LockKey(const AppState& state) : state_(state) {
 }
 
 bool LockKey::eventFilter(QObject* watched, QEvent* event) {
-    if (!qobject_cast<QQuickWindow*>(watched)) {
+    if (!watched->isWindowType()) {  // also while it is going, when it is no longer a QQuickWindow
         return false;
     }
     if (event->type() == QEvent::KeyPress) {
