@@ -54,8 +54,11 @@ void UndoViewModel::updateRemoval() {
 }
 
 bool UndoViewModel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride) {
+        return false;  // a window that is going has events, too, when it is none of Quick's any more
+    }
     const auto* window = qobject_cast<QQuickWindow*>(watched);
-    if (event->type() != QEvent::ShortcutOverride || !window || !window->activeFocusItem()) {
+    if (!window || !window->activeFocusItem()) {
         return false;
     }
     const auto& key = static_cast<const QKeyEvent&>(*event);
