@@ -55,7 +55,8 @@ void UndoViewModel::updateRemoval() {
 
 bool UndoViewModel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride) {
-        return false;  // a window that is going has events, too, when it is none of Quick's any more
+        return false;  // a window that is going has events, too, when it is none of Quick's any
+                       // more
     }
     const auto* window = qobject_cast<QQuickWindow*>(watched);
     if (!window || !window->activeFocusItem()) {
