@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -12,6 +13,7 @@
 #include "kit/ScreenContext.h"
 #include "platform/audio/PortAudioInput.h"
 #include "platform/network/LocalNetwork.h"
+#include "platform/posix/FileJournal.h"
 #include "platform/posix/FilePreferencesStore.h"
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
@@ -20,6 +22,7 @@
 #include "platform/qt/SessionStayAwake.h"
 #include "platform/qt/SystemClock.h"
 #include "state/AppState.h"
+#include "state/EveningJournal.h"
 #include "style/Colors.h"
 
 #include <csignal>
@@ -57,6 +60,15 @@ void dressStandardDialogs(QApplication& application, QTranslator& translator) {
     application.setFont(QFont(QStringLiteral("Inter"), 10));
 }
 
+/// Of the state folder of the XDG base directories, which Qt 6.4 doesn't know.
+std::string journalFolder() {
+    QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(state)) {
+        state = QDir::homePath() + QStringLiteral("/.local/state");
+    }
+    return state.toStdString() + "/tessivo/journal";
+}
+
 /// The user's own: "tessivo" in the configuration folder.
 std::string preferencesFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
@@ -87,12 +99,14 @@ int main(int argc, char* argv[]) try {
     tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
     tessivo::LocalNetwork network(mainQueue);
     tessivo::SessionStayAwake stayAwake;
+    tessivo::FileJournal journal(journalFolder(), std::cerr);
     // The last of them, so that it ends first: the next program may have the shows, however long
     // the others take to end.
     tessivo::FilePreferencesStore preferences(preferencesFolder());
-    const tessivo::Platform platform{clock, mainQueue, preferences, files,     panels,
-                                     audio, updates,   network,     stayAwake, std::cout};
+    const tessivo::Platform platform{clock,   mainQueue, preferences, files,     panels, audio,
+                                     updates, network,   stayAwake,   std::cout, journal};
     tessivo::AppState state(platform);
+    const tessivo::EveningJournal evening(state, clock, journal);
     tessivo::ScreenContext screens{state, platform};
 
     QQmlApplicationEngine engine;

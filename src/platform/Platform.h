@@ -8,6 +8,7 @@ class AudioInputSystem;
 class Clock;
 class FilePanels;
 class FileStore;
+class Journal;
 class MainQueue;
 class Network;
 class PreferencesStore;
@@ -26,6 +27,7 @@ struct Platform {
     Network& network;
     StayAwake& stayAwake;
     std::ostream& log;  ///< standard output, one line per event worth telling
+    Journal& journal;
 };
 
 }  // namespace tessivo

@@ -81,24 +81,29 @@ void AppState::change(Field field, const std::function<void()>& apply) {
 void AppState::goNext() {
     const Show* show = activeShow();
     if (show && activeSongIndex_ < std::ssize(show->songs)) {
-        moveCursor(activeSongIndex_ + 1);
+        moveByHand(activeSongIndex_ + 1, MovedBy::key);
     }
 }
 
 void AppState::goPrev() {
     if (activeSongIndex_ > 0) {
-        jumpTo(activeSongIndex_ - 1);
+        moveByHand(activeSongIndex_ - 1, MovedBy::key);
     }
 }
 
 void AppState::jumpTo(std::int64_t index) {
+    moveByHand(index, MovedBy::click);
+}
+
+void AppState::moveByHand(std::int64_t index, MovedBy by) {
     if (index < activeSongIndex_) {
         suspendedUntil_ = platform_.clock.now() + autoAdvanceSuspension;
     }
-    moveCursor(index);
+    moveCursor(index, by);
 }
 
-void AppState::moveCursor(std::int64_t index) {
+void AppState::moveCursor(std::int64_t index, MovedBy by) {
+    movedBy_ = by;
     assign(Field::activeSongIndex, activeSongIndex_, index);
     assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now());
     assign(Field::nowTick, nowTick_, platform_.clock.now());
@@ -116,7 +121,7 @@ void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
     if (const auto song = songTriggeredBy(*show, activeSongIndex_, totalFrames, fps)) {
         platform_.log << "LTC: ✅ avance vers morceau " << *song << " '" << show->songs[*song].title
                       << "'" << std::endl;
-        moveCursor(static_cast<std::int64_t>(*song));
+        moveCursor(static_cast<std::int64_t>(*song), MovedBy::timecode);
     }
 }
 

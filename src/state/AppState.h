@@ -50,6 +50,9 @@ public:
         isLocked,
     };
 
+    /// What moved the cursor.
+    enum class MovedBy { key, click, timecode };
+
     /// The key of the record in the preferences store.
     static constexpr std::string_view storageKey = "pavona_data_v1";
     /// The key of the lock beside it; written once somebody locks.
@@ -77,6 +80,8 @@ public:
     const std::optional<Uuid>& activeShowId() const { return activeShowId_; }
     /// The live cursor: a position in the active show's songs; the number of songs means finished.
     std::int64_t activeSongIndex() const { return activeSongIndex_; }
+    /// What moved the cursor last, and so set `currentSongStartedAt`.
+    MovedBy movedBy() const { return movedBy_; }
     const std::optional<Uuid>& activeDisplayShowId() const { return activeDisplayShowId_; }
     bool autoAdvanceEnabled() const { return autoAdvanceEnabled_; }
     Instant currentSongStartedAt() const { return currentSongStartedAt_; }
@@ -180,10 +185,11 @@ public:
     void undo();
     void redo();
 
-    /// Moves to the next song, from the last one to the finished position.
+    /// Moves to the next song, from the last one to the finished position. This and `goPrev` are
+    /// what the keys do.
     void goNext();
     void goPrev();
-    /// Moves to any position, unchecked.
+    /// Moves to any position, unchecked: the one that was clicked on.
     void jumpTo(std::int64_t index);
     /// Moves to the song whose trigger span holds this frame; called for every decoded frame.
     void checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps);
@@ -235,7 +241,9 @@ private:
     /// Makes a show that has just come active, under a cursor at its start, and stores the record.
     void activate(Uuid id);
     /// Moves the cursor, starts the countdown of its song and stores the record.
-    void moveCursor(std::int64_t index);
+    void moveCursor(std::int64_t index, MovedBy by);
+    /// The same by hand: going back holds the timecode off.
+    void moveByHand(std::int64_t index, MovedBy by);
     void startCountdownTimer();
     void writeShowFile(const FileLocation& location, const Show& show);
 
@@ -243,6 +251,7 @@ private:
     ShowLibrary library_;
     std::optional<Uuid> activeShowId_;
     std::int64_t activeSongIndex_ = 0;
+    MovedBy movedBy_ = MovedBy::key;
     std::optional<Uuid> activeDisplayShowId_;
     std::unique_ptr<LtcManager> ltcManager_;
     bool autoAdvanceEnabled_ = true;

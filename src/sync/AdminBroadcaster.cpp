@@ -73,6 +73,7 @@ void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
         handleState(accepted, state);
     };
     accepted.start();
+    didChange.emit(Field::connections);
 }
 
 void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnection::State state) {
@@ -88,6 +89,7 @@ void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnectio
         case StreamConnection::State::cancelled:
             std::erase_if(connections_,
                           [&](const auto& known) { return known.get() == &connection; });
+            didChange.emit(Field::connections);
             break;
         case StreamConnection::State::preparing:
             break;

@@ -28,7 +28,7 @@ struct AdminNetworkStatus {
 /// destroyed, which withdraws the service and closes the connections. Main thread only.
 class AdminBroadcaster {
 public:
-    enum class Field { status };
+    enum class Field { status, connections };
 
     static constexpr const char* serviceType = "_tessivo._tcp";
     /// How long another admin has to show up, in seconds.

@@ -57,7 +57,7 @@ struct Program {
     SimulatedPlatform rest;
     FilePreferencesStore store;
     AppState state{Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
-                            rest.updates, rest.computer, rest.stayAwake, rest.log}};
+                            rest.updates, rest.computer, rest.stayAwake, rest.log, rest.journal}};
 };
 
 }  // namespace

@@ -37,7 +37,7 @@ std::string nameWith(std::int64_t number) {
     FilePreferencesStore store(folder);
     SimulatedPlatform rest;
     AppState state(Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
-                            rest.updates, rest.computer, rest.stayAwake, rest.log});
+                            rest.updates, rest.computer, rest.stayAwake, rest.log, rest.journal});
     if (state.shows().empty()) {
         Show show = showWithSongs(20);
         show.name = nameWith(0);

@@ -56,7 +56,7 @@ public:
         stop();
         program = std::make_unique<AdminProgram>(
             Platform{time, time, disk_.preferences, disk_.files, disk_.panels, disk_.audio,
-                     disk_.updates, computer, disk_.stayAwake, disk_.log});
+                     disk_.updates, computer, disk_.stayAwake, disk_.log, disk_.journal});
     }
 
     /// Ends the program as a crash would, at any moment. What it had must all be kept, but for the

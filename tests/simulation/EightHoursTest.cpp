@@ -71,7 +71,8 @@ private:
     std::ostream log_{nullptr};
     AdminProgram admin_{Platform{computer_.time, computer_.time, computer_.preferences,
                                  computer_.files, computer_.panels, computer_.audio,
-                                 computer_.updates, computer_.computer, computer_.stayAwake, log_}};
+                                 computer_.updates, computer_.computer, computer_.stayAwake, log_,
+                                 computer_.journal}};
     ReceiverClient station_{computer_.network.addComputer("Plateau")};
 };
 

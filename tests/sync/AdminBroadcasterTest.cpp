@@ -1,12 +1,15 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedNetwork.h"
+#include "platform/simulated/SimulatedPlatform.h"
 #include "support/Shows.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/ReceiverClient.h"
+#include "sync/StationJournal.h"
 
 #include <doctest/doctest.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 using namespace tessivo;
@@ -115,6 +118,8 @@ TEST_CASE("a broadcaster that goes during its check never broadcasts") {
 
 TEST_CASE("a station has the latest state as soon as it is connected, then every later one") {
     Room room;
+    SimulatedJournal journal;
+    const StationJournal stations(room.broadcaster, room.queue, journal);
     room.broadcast();
     room.broadcaster.update(stateAt(5));
     room.broadcaster.update(stateAt(0));
@@ -137,4 +142,6 @@ TEST_CASE("a station has the latest state as soon as it is connected, then every
     station.stop();
     room.queue.advance(1.0);
     CHECK(room.broadcaster.connectionCount() == 0);
+    CHECK(journal.lines ==
+          std::vector<std::string>{"Station arrivée, 1 connectée", "Station partie, 0 connectée"});
 }

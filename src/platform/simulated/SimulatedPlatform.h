@@ -2,6 +2,7 @@
 
 #include "platform/FilePanels.h"
 #include "platform/FileStore.h"
+#include "platform/Journal.h"
 #include "platform/Platform.h"
 #include "platform/PreferencesStore.h"
 #include "platform/StayAwake.h"
@@ -86,6 +87,15 @@ public:
     bool isAwake = false;
 };
 
+/// The lines of the evening, without their times.
+class SimulatedJournal final : public Journal {
+public:
+    void write(Instant, std::string_view line) override { lines.emplace_back(line); }
+    std::string file() const override { return {}; }
+
+    std::vector<std::string> lines;
+};
+
 /// A whole computer in one value, in virtual time, alone on its network unless a test adds others.
 struct SimulatedPlatform {
     SimulatedMainQueue time;
@@ -98,9 +108,11 @@ struct SimulatedPlatform {
     SimulatedComputer& computer = network.addComputer("Régie");
     SimulatedStayAwake stayAwake;
     std::ostringstream log;
+    SimulatedJournal journal;
 
     operator Platform() {
-        return {time, time, preferences, files, panels, audio, updates, computer, stayAwake, log};
+        return {time,    time,     preferences, files, panels, audio,
+                updates, computer, stayAwake,   log,   journal};
     }
 };
 

@@ -19,6 +19,7 @@ void AdminNetworkViewModel::componentComplete() {
         }
         Q_EMIT statusChanged();
     });
+    stations_.emplace(*broadcaster_, application.platform.clock, application.platform.journal);
     broadcaster_->startChecking();
 }
 

@@ -8,6 +8,7 @@
 #include "base/Signal.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/AdminSyncBridge.h"
+#include "sync/StationJournal.h"
 
 #include <optional>
 
@@ -41,6 +42,7 @@ private:
     // All from componentComplete on.
     std::optional<AdminBroadcaster> broadcaster_;
     std::optional<AdminSyncBridge> bridge_;
+    std::optional<StationJournal> stations_;
     Subscription subscription_;
 };
 

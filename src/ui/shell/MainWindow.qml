@@ -130,7 +130,13 @@ ApplicationWindow {
             update.open();
         }
         function onFileRefused(reason: string): void {
+            fileRefusal.title = "Fichier de show";
             fileRefusal.message = reason;
+            fileRefusal.open();
+        }
+        function onJournalUnopened(file: string): void {
+            fileRefusal.title = "Journal";
+            fileRefusal.message = "Aucun programme de cet ordinateur n'ouvre le journal. Il est ici\u00A0: " + file;
             fileRefusal.open();
         }
     }
@@ -142,7 +148,6 @@ ApplicationWindow {
     PVDialog {
         id: fileRefusal
 
-        title: "Fichier de show"
         action: "OK"
         cancels: false
     }

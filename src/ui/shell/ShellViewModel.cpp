@@ -1,7 +1,9 @@
 #include "ui/shell/ShellViewModel.h"
 
+#include <QDesktopServices>
 #include <QQmlEngine>
 #include <QTimer>
+#include <QUrl>
 
 #include "kit/ScreenContext.h"
 #include "kit/ShownText.h"
@@ -11,11 +13,14 @@
 namespace tessivo {
 
 ShellViewModel* ShellViewModel::create(QQmlEngine* engine, QJSEngine*) {
-    return new ShellViewModel(screenContextOf(*engine).state);
+    const ScreenContext& context = screenContextOf(*engine);
+    return new ShellViewModel(context.state, context.platform.journal);
 }
 
-ShellViewModel::ShellViewModel(AppState& state)
-    : state_(state), subscription_(state.didChange.subscribe([this](AppState::Field field) {
+ShellViewModel::ShellViewModel(AppState& state, const Journal& journal)
+    : state_(state),
+      journal_(journal),
+      subscription_(state.didChange.subscribe([this](AppState::Field field) {
           switch (field) {
               case AppState::Field::shows:
               case AppState::Field::activeShowId:
@@ -59,6 +64,13 @@ void ShellViewModel::openDisplay() {
 void ShellViewModel::checkForUpdates() {
     state_.updater().checkForUpdateInformation();
     Q_EMIT updateRequested();
+}
+
+void ShellViewModel::openJournal() {
+    const QString file = toQString(journal_.file());
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file))) {
+        Q_EMIT journalUnopened(file);
+    }
 }
 
 void ShellViewModel::onNextTurn(std::function<void()> command) {

@@ -5,6 +5,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "base/Signal.h"
+#include "platform/Journal.h"
 #include "state/AppState.h"
 
 #include <functional>
@@ -32,7 +33,7 @@ class ShellViewModel final : public QObject {
 public:
     static ShellViewModel* create(QQmlEngine* engine, QJSEngine*);
 
-    explicit ShellViewModel(AppState& state);
+    ShellViewModel(AppState& state, const Journal& journal);
 
     QString activeShowId() const;
     bool keepsShows() const { return state_.keepsShows(); }
@@ -67,6 +68,9 @@ public:
     /// Looks again and tells the operator about it.
     Q_INVOKABLE void checkForUpdates();
 
+    /// Shows the journal of this evening in the program that the desktop has for texts.
+    Q_INVOKABLE void openJournal();
+
 Q_SIGNALS:
     void activeShowChanged();
     void keepsShowsChanged();
@@ -77,11 +81,14 @@ Q_SIGNALS:
     void updateRequested();
     /// A show file wasn't opened or written; `reason` is a sentence.
     void fileRefused(const QString& reason);
+    /// No program opens the journal, which is this file.
+    void journalUnopened(const QString& file);
 
 private:
     void onNextTurn(std::function<void()> command);
 
     AppState& state_;
+    const Journal& journal_;
     Subscription subscription_;
 };
 

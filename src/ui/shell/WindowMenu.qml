@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Tessivo.Style
 import Tessivo.Ui
 
-/** What can be done with the window that the menu stands in. */
+/** What can be done with the window that the menu stands in, and what is read beside it. */
 PVMenu {
     id: menu
 
@@ -14,5 +14,10 @@ PVMenu {
     Action {
         text: "Plein écran (F11)"
         onTriggered: menu.fullScreenToggled()
+    }
+    Action {
+        text: "Ouvrir le journal"
+        enabled: !ShellViewModel.locked
+        onTriggered: ShellViewModel.openJournal()
     }
 }
