@@ -17,6 +17,8 @@ FocusScope {
     }
 
     required property string showId
+    /** What is typed in this show and not yet stored, by field; outlives the view. */
+    required property var drafts
     property int selectedTab: EditorView.Setlist
 
     // A field of the tab that was left must not keep the keyboard.
@@ -118,9 +120,12 @@ FocusScope {
 
             SetlistTabView {
                 editor: editedShow
+                drafts: view.drafts
+                focus: true
             }
             ConfigTabView {
                 editor: editedShow
+                drafts: view.drafts
             }
             LiveTabView {
                 showId: view.showId

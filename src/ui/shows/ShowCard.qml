@@ -28,7 +28,7 @@ T.AbstractButton {
 
     background: PVCardBackground {
         color: card.down ? Colors.pvLine : card.hovered ? Colors.pvBlack3 : Colors.pvBlack2
-        border.color: card.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: card.activeFocus ? Colors.pvAmber : Colors.pvLine
     }
 
     contentItem: RowLayout {
@@ -60,6 +60,7 @@ T.AbstractButton {
             look: PVButton.Plain
             glyph: Icons.trash
             tip: "Supprimer ce show"
+            Accessible.name: "Supprimer « " + card.show.name + " »"
             onClicked: card.removalAsked()
         }
     }
