@@ -81,7 +81,8 @@ T.Button {
             }
             return button.down ? Colors.pvLine : button.hovered ? Colors.pvBlack3 : "transparent";
         }
-        border.width: button.look === PVButton.Outlined || button.visualFocus ? 1 : 0
-        border.color: button.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.width: button.look === PVButton.Filled && button.activeFocus ? 2 : button.look === PVButton.Outlined || button.activeFocus ? 1 : 0
+        // Amber can't be told from red.
+        border.color: !button.activeFocus ? Colors.pvLine : button.look === PVButton.Filled ? Colors.pvPaper : Colors.pvAmber
     }
 }

@@ -55,7 +55,7 @@ ComboBox {
         radius: 5
         color: chooser.down || chooser.hovered ? Colors.pvLine : Colors.pvBlack3
         border.width: 1
-        border.color: chooser.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: chooser.activeFocus ? Colors.pvAmber : Colors.pvLine
     }
 
     delegate: PVComboEntry {

@@ -10,6 +10,8 @@ Dialog {
 
     required property string action
     property string message: ""
+    /** What it is about, by its name. */
+    property string subject: ""
     /** A text to be asked for is edited in a field with this placeholder. */
     property string placeholder: ""
     property alias value: field.text
@@ -59,6 +61,15 @@ Dialog {
         width: dialog.availableWidth
         spacing: 16
 
+        PVText {
+            visible: text !== ""
+            text: dialog.subject
+            weight: Font.DemiBold
+            width: parent.width
+            wrapMode: Text.Wrap
+            elide: Text.ElideRight
+            maximumLineCount: 2
+        }
         PVText {
             visible: text !== ""
             text: dialog.message

@@ -11,6 +11,16 @@ ListView {
     /** How much of the width the scroll bar takes when it stands beside the rows. */
     readonly property int barWidth: 14
 
+    /** How far the list scrolls. */
+    readonly property real firstY: originY - topMargin
+    readonly property real lastY: Math.max(firstY, originY + contentHeight + bottomMargin - height)
+
+    /** Shows the last row with the margin below it. */
+    function showEnd(): void {
+        positionViewAtEnd();
+        contentY = lastY;
+    }
+
     clip: true
     spacing: 8
     boundsBehavior: Flickable.StopAtBounds
@@ -21,7 +31,8 @@ ListView {
 
     ScrollBar.vertical: PVScrollBar {}
 
-    /** Brings the row into view in which this item stands, if it stands in one. */
+    /** Brings the row into view in which this item stands, if it stands in one, and the item when
+        the row is higher than the list. */
     function follow(focused: Item): void {
         let row = focused;
         while (row && row.parent !== contentItem) {
@@ -35,6 +46,8 @@ ListView {
             const next = focused.focusReason === Qt.TabFocusReason ? 1 : focused.focusReason === Qt.BacktabFocusReason ? -1 : 0;
             positionViewAtIndex(Math.max(0, Math.min(count - 1, row.index + next)), ListView.Contain);
             positionViewAtIndex(row.index, ListView.Contain);
+            const top = focused.mapToItem(contentItem, 0, 0).y;
+            contentY = Math.max(top + focused.height - height, Math.min(contentY, top));
         }
     }
 

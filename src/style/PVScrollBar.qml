@@ -10,9 +10,9 @@ ScrollBar {
     padding: 2
 
     contentItem: Rectangle {
-        implicitWidth: 4
-        implicitHeight: 4
-        radius: 2
-        color: bar.pressed || bar.hovered ? Colors.pvPaperFaint : Colors.pvLine
+        implicitWidth: 6
+        implicitHeight: 6
+        radius: 3
+        color: bar.pressed || bar.hovered ? Colors.pvPaperDim : Colors.pvPaperFaint
     }
 }

@@ -36,7 +36,7 @@ T.Switch {
         radius: 9
         color: control.checked ? Colors.pvRed : Colors.pvBlack3
         border.width: 1
-        border.color: control.visualFocus ? Colors.pvAmber : control.checked ? Colors.pvRed : Colors.pvLine
+        border.color: control.activeFocus ? Colors.pvAmber : control.checked ? Colors.pvRed : Colors.pvPaperFaint
 
         Rectangle {
             x: control.checked ? parent.width - width - 2 : 2

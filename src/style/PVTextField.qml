@@ -1,3 +1,5 @@
+// In Qt 6.4 a bound component can't be loaded by a Loader, so ids are reached unbound.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessivo.Style
@@ -15,6 +17,30 @@ TextField {
     /** Whether Ctrl+Z takes back what was typed here. A field with nothing in it of its own leaves
         the keys to the program's menu. */
     property bool ownUndo: text !== ""
+    readonly property bool truncated: !activeFocus && contentWidth > width - leftPadding - rightPadding
+
+    /** Shows a text from elsewhere, a long one from its beginning. */
+    function show(stored: string): void {
+        if (text !== stored) {
+            text = stored;
+            if (!activeFocus) {
+                cursorPosition = 0;
+            }
+        }
+    }
+
+    // The caret stays for when the window comes back; what can be seen is the beginning.
+    onActiveFocusChanged: ensureVisible(activeFocus ? cursorPosition : 0)
+
+    // A field is one line: a pasted break would be one on stage.
+    onTextEdited: {
+        if (/[\n\r\u2028\u2029]/.test(text)) {
+            const oneLine = part => part.replace(/[\n\r\u2028\u2029]+$/, "").replace(/\s*[\n\r\u2028\u2029]+\s*/g, " / ");
+            const caret = oneLine(text.slice(0, cursorPosition)).length;
+            text = oneLine(text);
+            cursorPosition = caret;
+        }
+    }
 
     implicitHeight: Math.max(boxed ? 30 : 0, contentHeight + topPadding + bottomPadding)
     color: Colors.pvPaper
@@ -35,14 +61,33 @@ TextField {
     background: Rectangle {
         radius: field.radius
         color: field.boxed || field.activeFocus ? Colors.pvBlack3 : "transparent"
-        border.width: field.activeFocus || field.pending || (field.hovered && field.boxed) ? 1 : 0
-        border.color: field.activeFocus || field.pending ? Colors.pvAmber : Colors.pvLine
+        border.width: field.activeFocus || (field.hovered && field.boxed) ? 1 : 0
+        border.color: field.activeFocus ? Colors.pvAmber : Colors.pvLine
+    }
+
+    Loader {
+        active: field.truncated
+        anchors.right: parent.right
+        anchors.rightMargin: 1
+        anchors.verticalCenter: parent.verticalCenter
+        sourceComponent: PVText {
+            text: "…"
+            size: field.size
+            leftPadding: 2
+            rightPadding: 4
+            Accessible.ignored: true
+
+            Rectangle {
+                z: -1
+                anchors.fill: parent
+                color: field.boxed ? Colors.pvBlack3 : Colors.pvBlack2
+            }
+        }
     }
 
     PVToolTipOnDemand {
-        readonly property bool truncated: !field.activeFocus && field.contentWidth > field.width - field.leftPadding - field.rightPadding
-
-        wanted: field.pending ? field.hovered || field.activeFocus : field.hovered && truncated
+        wanted: field.pending ? field.hovered || field.activeFocus : field.hovered && field.truncated
         text: field.pending ? "Entrée pour valider" : field.text
+        above: field.pending
     }
 }

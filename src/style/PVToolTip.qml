@@ -6,22 +6,27 @@ import Tessivo.Style
 T.ToolTip {
     id: tip
 
+    property bool above: false
+
     x: parent ? (parent.width - implicitWidth) / 2 : 0
-    y: parent ? parent.height + 4 : 0
+    y: !parent ? 0 : above ? -implicitHeight - 4 : parent.height + 4
     delay: 600
     margins: 6
     padding: 6
     horizontalPadding: 9
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(480, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: Text {
-        text: tip.text
+        text: tip.text.slice(0, 1000)
         color: Colors.pvPaper
         font.family: Fonts.text
         font.pixelSize: Fonts.caption
         textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        maximumLineCount: 8
+        elide: Text.ElideRight
     }
     background: Rectangle {
         radius: 4

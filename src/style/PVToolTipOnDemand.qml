@@ -10,12 +10,15 @@ Loader {
 
     required property bool wanted
     required property string text
+    /** Over the item, where what stands below it is being read. */
+    property bool above: false
 
     anchors.fill: parent
     active: wanted
     sourceComponent: PVToolTip {
         parent: maker
         text: maker.text
+        above: maker.above
         visible: true
     }
 }

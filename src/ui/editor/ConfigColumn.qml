@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tessivo.Style
 import Tessivo.Ui
@@ -13,19 +12,24 @@ ColumnLayout {
     required property string title
     required property string placeholder
     required property var labels
+    /** What is typed for a new label and not yet added, by column. */
+    required property var drafts
+    property bool takesKeyboard: false
 
     signal submitted(string typed)
     signal edited(int position, string label)
     signal removed(int position)
 
-    /** Empties the field for a new label. */
-    function clear(): void {
+    /** Empties the field for a new label, and shows the one that was added. */
+    function goOn(): void {
         entry.clear();
+        rows.showEnd();
     }
 
     spacing: 10
     Layout.fillWidth: true
     Layout.fillHeight: true
+    Layout.maximumHeight: implicitHeight
     Layout.preferredWidth: 1
     Layout.alignment: Qt.AlignTop
 
@@ -37,43 +41,24 @@ ColumnLayout {
         Layout.fillWidth: true
     }
 
-    Flickable {
-        id: scroll
+    PVListView {
+        id: rows
 
-        contentWidth: width
-        contentHeight: rows.height
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
+        spacing: 6
+        model: column.labels
+        implicitHeight: contentHeight
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.maximumHeight: contentHeight
 
-        ScrollBar.vertical: PVScrollBar {}
+        delegate: ConfigItemRow {
+            required property editedLabel label
+            required property int index
 
-        Column {
-            id: rows
-
-            width: scroll.width
-            spacing: 6
-
-            Repeater {
-                model: column.labels
-                delegate: ConfigItemRow {
-                    id: row
-
-                    required property editedLabel label
-                    required property int index
-
-                    width: rows.width
-                    value: label.text
-                    onEdited: text => column.edited(index, text)
-                    onRemoved: column.removed(index)
-                    onReached: {
-                        const last = row.y + row.height - scroll.height;
-                        scroll.contentY = Math.max(last, Math.min(scroll.contentY, row.y));
-                    }
-                }
-            }
+            width: rows.width - rows.barWidth
+            value: label.text
+            onEdited: text => column.edited(index, text)
+            onRemoved: column.removed(index)
         }
     }
 
@@ -84,15 +69,15 @@ ColumnLayout {
             id: entry
 
             placeholderText: column.placeholder
+            focus: column.takesKeyboard
             Layout.fillWidth: true
+            Component.onCompleted: text = column.drafts[column.title] ?? ""
+            onTextChanged: column.drafts[column.title] = text
             onAccepted: column.submitted(entry.text)
         }
         PVButton {
             text: "+ Ajouter"
             onClicked: column.submitted(entry.text)
         }
-    }
-    Item {
-        Layout.fillHeight: true
     }
 }

@@ -12,8 +12,6 @@ RowLayout {
 
     signal edited(string label)
     signal removed
-    /** The keyboard has come to this row. */
-    signal reached
 
     spacing: 8
 
@@ -21,21 +19,16 @@ RowLayout {
         id: field
 
         stored: row.value
-        Accessible.name: row.value
+        Accessible.name: row.value || "Libellé vide"
         Layout.fillWidth: true
         onTextEdited: row.edited(text)
         onAccepted: row.edited(text)
-        onActiveFocusChanged: {
-            if (activeFocus) {
-                row.reached();
-            }
-        }
     }
     PVButton {
         look: PVButton.Plain
         glyph: Icons.remove
         foreground: Colors.pvPaperFaint
-        tip: "Retirer " + row.value
+        tip: "Retirer " + (row.value || "ce libellé vide")
         onClicked: row.removed()
 
         AimGuard {

@@ -1,15 +1,13 @@
 import QtQuick
 import QtQuick.Layouts
-import Tessivo.Style
 import Tessivo.Ui
 
 /** The microphones and the in-ear mixes that the show has to give. */
-Rectangle {
+FocusScope {
     id: tab
 
     required property ShowEditorViewModel editor
-
-    color: Colors.pvBlack
+    required property var drafts
 
     RowLayout {
         anchors.fill: parent
@@ -20,9 +18,11 @@ Rectangle {
             title: "🎤 Micros disponibles"
             placeholder: "Ex: HF 5, Guest 5…"
             labels: tab.editor.mics
+            drafts: tab.drafts
+            takesKeyboard: true
             onSubmitted: typed => {
                 if (tab.editor.addMic(typed)) {
-                    clear();
+                    goOn();
                 }
             }
             onEdited: (position, label) => tab.editor.updateMic(position, label)
@@ -32,9 +32,10 @@ Rectangle {
             title: "🎧 IEM disponibles"
             placeholder: "Ex: Mix perso 2…"
             labels: tab.editor.iems
+            drafts: tab.drafts
             onSubmitted: typed => {
                 if (tab.editor.addIem(typed)) {
-                    clear();
+                    goOn();
                 }
             }
             onEdited: (position, label) => tab.editor.updateIem(position, label)

@@ -34,7 +34,7 @@ T.TabButton {
         Accessible.ignored: true
     }
     background: Rectangle {
-        color: button.visualFocus ? Colors.pvBlack3 : "transparent"
+        color: button.activeFocus ? Colors.pvBlack3 : "transparent"
 
         Rectangle {
             anchors.bottom: parent.bottom

@@ -17,6 +17,8 @@ FocusScope {
     }
 
     required property string showId
+    /** What is typed in this show and not yet stored, by field; outlives the view. */
+    required property var drafts
     property int selectedTab: EditorView.Setlist
 
     // Locked, only the live tab is there, also after a restart.
@@ -127,9 +129,12 @@ FocusScope {
 
             SetlistTabView {
                 editor: editedShow
+                drafts: view.drafts
+                focus: true
             }
             ConfigTabView {
                 editor: editedShow
+                drafts: view.drafts
             }
             LiveTabView {
                 showId: view.showId

@@ -8,11 +8,12 @@ Rectangle {
 
     required property editedGuest guest
     property real maximumWidth: Infinity
+    /** For the three texts. */
+    readonly property real room: maximumWidth - 16 - 2 * parts.spacing
 
     implicitWidth: Math.min(parts.implicitWidth + 16, maximumWidth)
     implicitHeight: parts.implicitHeight + 6
     radius: 5
-    clip: parts.implicitWidth + 16 > maximumWidth
     color: Colors.withOpacity(Colors.pvRed, 0.08)
 
     Row {
@@ -26,7 +27,7 @@ Rectangle {
             text: chip.guest.name || "(sans nom)"
             size: 12
             color: Colors.pvPaperDim
-            width: Math.min(implicitWidth, Math.max(60, chip.maximumWidth - 160))
+            width: Math.min(implicitWidth, chip.room * 0.5)
             elide: Text.ElideRight
         }
         PVText {
@@ -34,6 +35,8 @@ Rectangle {
             text: chip.guest.mic
             size: 11
             color: Colors.pvAmber
+            width: Math.min(implicitWidth, chip.room * 0.25)
+            elide: Text.ElideRight
             anchors.verticalCenter: parent.verticalCenter
         }
         PVText {
@@ -42,6 +45,8 @@ Rectangle {
             size: 11
             digits: true
             color: Colors.pvAmber
+            width: Math.min(implicitWidth, chip.room * 0.25)
+            elide: Text.ElideRight
             anchors.verticalCenter: parent.verticalCenter
         }
     }

@@ -12,9 +12,16 @@ RowLayout {
     required property editedGuest guest
     required property var drafts
 
+    /** Gives the keyboard to the name. */
+    function takeKeyboard(): void {
+        name.forceActiveFocus();
+    }
+
     spacing: 8
 
     EditedField {
+        id: name
+
         stored: row.guest.name
         placeholderText: "Nom de l'artiste"
         Layout.fillWidth: true

@@ -41,6 +41,10 @@ Column {
         look: PVButton.Plain
         glyph: Icons.add
         text: "Ajouter un guest"
-        onClicked: songGuests.add()
+        onClicked: {
+            songGuests.add();
+            view.forceLayout();
+            (rows.itemAt(rows.count - 1) as GuestRowView).takeKeyboard();
+        }
     }
 }

@@ -1,19 +1,25 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tessivo.Style
 import Tessivo.Ui
 
-/** Follows the drag of a row: tells which row the pointer enters, and scrolls the list while the
-    pointer is held near one of its edges. */
+/** Follows the drag of a row with the song's title: tells which row the pointer enters, and scrolls
+    the list while the pointer is held near one of its edges. Escape takes the song back to where it
+    was. */
 Item {
     id: drag
 
-    required property ListView list
+    required property PVListView list
 
     /** The height of the zones at the edges that scroll. */
     readonly property int edge: 36
     property real pointerY: 0
     property Item rowUnderPointer: null
+    property int startPosition: 0
+    property string title: ""
+    /** What had the keyboard, which goes along with the current row. */
+    property Item focused: null
 
     signal started(string songId)
     signal entered(int position)
@@ -21,7 +27,12 @@ Item {
 
     function start(row: SongRowView): void {
         rowUnderPointer = row;
+        startPosition = row.index;
+        title = row.song.title;
+        focused = Window.activeFocusItem;
         list.currentIndex = row.index;
+        visible = true;
+        forceActiveFocus();
         started(row.song.id);
     }
 
@@ -35,6 +46,8 @@ Item {
     function end(): void {
         scroll.running = false;
         rowUnderPointer = null;
+        visible = false;
+        focused?.forceActiveFocus();
         ended();
     }
 
@@ -55,15 +68,49 @@ Item {
         }
     }
 
+    parent: list
+    anchors.fill: parent
+    visible: false
+    z: 2
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.NoButton
+        cursorShape: Qt.ClosedHandCursor
+    }
+    PVCardBackground {
+        x: 30
+        y: drag.pointerY - height / 2
+        width: Math.min(shown.implicitWidth + 24, parent.width - 60)
+        height: 34
+        border.color: Colors.pvAmber
+
+        PVText {
+            id: shown
+
+            x: 12
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - 24
+            text: drag.title
+            elide: Text.ElideRight
+        }
+    }
+    Shortcut {
+        sequence: "Escape"
+        enabled: drag.visible
+        onActivated: {
+            drag.entered(drag.startPosition);
+            drag.end();
+        }
+    }
+
     Timer {
         id: scroll
 
         interval: 16
         repeat: true
         onTriggered: {
-            const first = drag.list.originY - drag.list.topMargin;
-            const last = Math.max(first, drag.list.originY + drag.list.contentHeight + drag.list.bottomMargin - drag.list.height);
-            drag.list.contentY = Math.max(first, Math.min(last, drag.list.contentY + drag.speed()));
+            drag.list.contentY = Math.max(drag.list.firstY, Math.min(drag.list.lastY, drag.list.contentY + drag.speed()));
             drag.enterRow();
         }
     }

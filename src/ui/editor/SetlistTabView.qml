@@ -6,24 +6,22 @@ import Tessivo.Style
 import Tessivo.Ui
 
 /** The setlist: rows that open, move and go, and a line where songs are added. */
-Rectangle {
+FocusScope {
     id: tab
 
     required property ShowEditorViewModel editor
+    /** What was typed and not yet committed, by field: rows come and go with scrolling. */
+    required property var drafts
     /** The one row that is open, empty when none is. */
     property string expandedSongId: ""
     property string draggingSongId: ""
-    /** What was typed and not yet committed, by field: rows come and go with scrolling. */
-    readonly property var drafts: ({})
 
     function submit(): void {
         if (editor.addSong(entry.text)) {
             entry.clear();
-            rows.positionViewAtEnd();
+            rows.showEnd();
         }
     }
-
-    color: Colors.pvBlack
 
     ColumnLayout {
         anchors.fill: parent
@@ -87,12 +85,15 @@ Rectangle {
                     id: entry
 
                     placeholderText: "Titre du morceau, puis Entrée…"
+                    focus: true
                     radius: 5
                     leftPadding: 10
                     rightPadding: 10
                     topPadding: 10
                     bottomPadding: 10
                     Layout.fillWidth: true
+                    Component.onCompleted: text = tab.drafts.entry ?? ""
+                    onTextChanged: tab.drafts.entry = text
                     onAccepted: tab.submit()
                 }
                 PVButton {

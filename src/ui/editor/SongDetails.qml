@@ -41,6 +41,7 @@ ColumnLayout {
             glyphSize: 13
             foreground: Colors.pvPaperFaint
             tip: "Effacer le timecode"
+            focusPolicy: Qt.NoFocus  // an emptied field does the same, and Tab goes on to the next
             onClicked: timecode.submit("")
         }
         PVText {
@@ -68,6 +69,7 @@ ColumnLayout {
             glyphSize: 13
             foreground: Colors.pvPaperFaint
             tip: "Effacer la durée"
+            focusPolicy: Qt.NoFocus  // an emptied field does the same, and Tab goes on to the next
             onClicked: length.submit("")
         }
     }

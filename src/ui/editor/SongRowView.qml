@@ -49,15 +49,20 @@ FocusScope {
         id: handle
 
         property point pressedAt
+        /** One drag a press, also when it is broken off. */
+        property bool wasDragged: false
 
         width: parent.width
         height: row.isExpanded ? header.height + 2 * row.padding : parent.height
-        cursorShape: row.isDragged ? Qt.ClosedHandCursor : Qt.ArrowCursor
         preventStealing: true
 
-        onPressed: mouse => pressedAt = Qt.point(mouse.x, mouse.y)
+        onPressed: mouse => {
+            pressedAt = Qt.point(mouse.x, mouse.y);
+            wasDragged = false;
+        }
         onPositionChanged: mouse => {
-            if (!row.isDragged && Math.abs(mouse.y - pressedAt.y) >= Application.styleHints.startDragDistance) {
+            if (!wasDragged && Math.abs(mouse.y - pressedAt.y) >= Application.styleHints.startDragDistance) {
+                wasDragged = true;
                 row.dragStarted();
             }
             if (row.isDragged) {
@@ -67,7 +72,7 @@ FocusScope {
         onReleased: {
             if (row.isDragged) {
                 row.dragEnded();
-            } else if (containsMouse) {
+            } else if (containsMouse && !wasDragged) {
                 row.toggleExpand();
             }
         }
@@ -97,19 +102,27 @@ FocusScope {
                 Layout.preferredWidth: 12
 
                 HoverHandler {
-                    cursorShape: row.isDragged ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+                    cursorShape: Qt.OpenHandCursor
                 }
             }
             EditedField {
+                id: title
+
+                focus: true
                 boxed: false
                 size: 15
                 leftPadding: 4
                 stored: row.song.title
                 placeholderText: "Titre du morceau"
+                // Beside a short title the row can be tapped.
                 Layout.fillWidth: true
+                Layout.maximumWidth: activeFocus ? Infinity : Math.max(160, Math.ceil(contentWidth) + leftPadding + rightPadding)
                 Layout.leftMargin: -leftPadding
                 onTextEdited: row.editor.setTitle(row.song.id, text)
                 onAccepted: row.editor.setTitle(row.song.id, text)
+            }
+            Item {
+                Layout.fillWidth: !title.activeFocus
             }
             SongBadge {
                 text: row.song.timecode

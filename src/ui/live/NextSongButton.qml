@@ -28,7 +28,7 @@ T.AbstractButton {
     contentItem: NextSongSummary {
         song: button.song
         announced: button.announced
-        lively: button.hovered || button.visualFocus
+        lively: button.hovered || button.activeFocus
     }
 
     AimGuard {
@@ -39,7 +39,7 @@ T.AbstractButton {
         radius: 6
         color: button.down || button.hovered ? Colors.pvBlack3 : button.announced ? "transparent" : Colors.pvBlack2
         border.width: button.announced ? 2 : 1
-        border.color: button.announced || button.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: button.announced || button.activeFocus ? Colors.pvAmber : Colors.pvLine
 
         Behavior on border.color {
             ColorAnimation {

@@ -1,27 +1,37 @@
 import QtQuick
 import Tessivo.Ui
 
-/** The active show, or the list of all shows without one. */
+/** The active show, or the list of all shows without one. Each show has an editor of its own: what
+    is half typed in one doesn't stand in another, and is there when the show is opened again. */
 FocusScope {
+    id: content
+
+    readonly property string showId: ShellViewModel.activeShowId
+    readonly property var drafts: ({})
+
+    function present(): void {
+        if (showId === "") {
+            page.setSource("../shows/HomeView.qml", {
+                focus: true
+            });
+            return;
+        }
+        drafts[showId] = drafts[showId] ?? {};
+        page.setSource("../editor/EditorView.qml", {
+            focus: true,
+            showId: showId,
+            drafts: drafts[showId],
+            selectedTab: (page.item as EditorView)?.selectedTab ?? EditorView.Setlist
+        });
+    }
+
+    Component.onCompleted: present()
+    onShowIdChanged: present()
+
     Loader {
+        id: page
+
         anchors.fill: parent
         focus: true
-        sourceComponent: ShellViewModel.activeShowId === "" ? home : show
-    }
-
-    Component {
-        id: home
-
-        HomeView {
-            focus: true
-        }
-    }
-
-    Component {
-        id: show
-
-        EditorView {
-            showId: ShellViewModel.activeShowId
-        }
     }
 }

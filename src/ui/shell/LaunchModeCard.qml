@@ -26,7 +26,7 @@ T.Button {
         radius: 10
         color: card.down ? Colors.pvLine : card.hovered ? Colors.pvBlack3 : Colors.pvBlack2
         border.width: 1
-        border.color: card.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: card.activeFocus ? Colors.pvAmber : Colors.pvLine
     }
 
     contentItem: Item {

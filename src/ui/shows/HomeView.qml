@@ -7,10 +7,9 @@ import Tessivo.Style
 import Tessivo.Ui
 
 /** All shows, and the ways to make another. */
-Rectangle {
+FocusScope {
     id: home
 
-    color: Colors.pvBlack
     implicitWidth: 480
     implicitHeight: 420
 
@@ -40,7 +39,7 @@ Rectangle {
                 delegate: ShowCard {
                     width: list.width - list.barWidth
                     onClicked: ShowListViewModel.open(show.id)
-                    onRemovalAsked: removal.ask(show.id)
+                    onRemovalAsked: removal.ask(show)
                 }
             }
             PVText {
@@ -90,18 +89,19 @@ Rectangle {
     PVDialog {
         id: removal
 
-        property string showToDelete: ""
+        property showInfo showToDelete
 
-        function ask(id: string) {
-            showToDelete = id;
+        function ask(show: showInfo) {
+            showToDelete = show;
             open();
         }
 
         title: "Supprimer ce show ?"
+        subject: showToDelete.name
         message: "Cette action supprimera le show et toute sa setlist."
         action: "Supprimer"
         destructive: true
-        onAccepted: ShowListViewModel.deleteShow(showToDelete)
+        onAccepted: ShowListViewModel.deleteShow(showToDelete.id)
     }
 
     ImportSheet {

@@ -29,7 +29,7 @@ T.AbstractButton {
 
     background: PVCardBackground {
         color: card.down ? Colors.pvLine : card.hovered ? Colors.pvBlack3 : Colors.pvBlack2
-        border.color: card.visualFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: card.activeFocus ? Colors.pvAmber : Colors.pvLine
     }
 
     contentItem: RowLayout {
@@ -62,6 +62,7 @@ T.AbstractButton {
             glyph: Icons.trash
             enabled: !ShellViewModel.locked
             tip: "Supprimer ce show"
+            Accessible.name: "Supprimer « " + card.show.name + " »"
             onClicked: card.removalAsked()
         }
     }
