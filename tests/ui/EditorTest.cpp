@@ -154,7 +154,7 @@ void EditorTest::typingAndMovingKeepTheFieldAndEveryRow() {
     screen.press(Qt::Key_A, Qt::ControlModifier);
     QGuiApplication::clipboard()->setText("Un\r\n deux\n");
     screen.press(Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(screen.state.activeShow()->songs[1].title, std::string("Un / deux"));
+    QCOMPARE(screen.state.activeShow()->songs[0].title, std::string("Un / deux"));
     screen.press(Qt::Key_A, Qt::ControlModifier);
     screen.press(Qt::Key_Delete);
     QCOMPARE(screen.state.activeShow()->songs[0].title, std::string());
