@@ -49,7 +49,9 @@ class _Namespaces:
         self.run("ip", "link", "set", "lo", "up")
 
     def command(self, *command):
-        return ["nsenter", f"--target={self.keeper.pid}", *_NAMESPACES, "--", *map(str, command)]
+        # The keeper's root and folder: whoever runs this below a changed root stays there.
+        return ["nsenter", f"--target={self.keeper.pid}", *_NAMESPACES, "--root", "--wd", "--",
+                *map(str, command)]
 
     def run(self, *command):
         return self._stage.run(*self.command(*command))
