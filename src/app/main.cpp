@@ -10,6 +10,7 @@
 #include <QStyleFactory>
 #include <QTranslator>
 
+#include "app/WindowIcon.h"
 #include "kit/ScreenContext.h"
 #include "platform/audio/PortAudioInput.h"
 #include "platform/network/LocalNetwork.h"
@@ -87,6 +88,7 @@ int main(int argc, char* argv[]) try {
     QCoreApplication::setApplicationVersion(QStringLiteral("Beta " TESSIVO_VERSION));
     QTranslator translator;
     dressStandardDialogs(application, translator);
+    QApplication::setWindowIcon(tessivo::windowIcon());
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     tessivo::SystemClock clock;

@@ -41,6 +41,7 @@ bool isNewerVersion(std::string_view candidate, std::string_view current) {
 
 void UpdaterModel::checkForUpdateInformation() {
     feed_.fetchLatestVersion(life_.guard([this](std::optional<std::string> version) {
+        hasFailed_ = !version;
         if (version && !isNewerVersion(*version, TESSIVO_VERSION)) {
             version.reset();
         }

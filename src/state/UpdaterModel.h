@@ -27,8 +27,12 @@ public:
     /// Checks in the background, without showing anything.
     void checkForUpdateInformation();
 
+    /// Whether the last check that came to its end couldn't learn the newest version.
+    bool hasFailed() const { return hasFailed_; }
+
 private:
     UpdateFeed& feed_;
+    bool hasFailed_ = false;
     Lifetime life_;
 };
 

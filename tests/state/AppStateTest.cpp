@@ -268,6 +268,7 @@ TEST_CASE("only a version newer than this one is an update") {
         state.updater().checkForUpdateInformation();
         computer.time.drain();
         CHECK(told);
+        CHECK(state.updater().hasFailed() == !published);
         CHECK(state.updateAvailable() == isUpdate);
         CHECK(state.latestUpdateVersion() == (isUpdate ? published : std::nullopt));
     }

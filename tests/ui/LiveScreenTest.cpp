@@ -126,6 +126,11 @@ void LiveScreenTest::keysActWhateverHasBeenClicked() {
         QVERIFY(QTest::qWaitFor([&] { return stepsOnSpace() == 1; }));
         ++expected;
     }
+    screen.press(Qt::Key_F10);
+    QCOMPARE(stepsOnSpace(), 0);
+    screen.press(Qt::Key_Escape);
+    QVERIFY(QTest::qWaitFor([&] { return stepsOnSpace() == 1; }));
+    ++expected;
     QCOMPARE(screen.state.autoAdvanceEnabled(), false);
     screen.press(Qt::Key_Left, Qt::ShiftModifier);
     QCOMPARE(screen.state.activeSongIndex(), expected - 1);

@@ -15,7 +15,8 @@ Popup {
     padding: 0
     modal: true
     focus: true
-    closePolicy: Popup.CloseOnEscape
+    // A stray Escape isn't to throw the chosen roles away.
+    closePolicy: view.hasWorkbook ? Popup.NoAutoClose : Popup.CloseOnEscape
 
     T.Overlay.modal: Rectangle {
         color: Colors.withOpacity(Colors.pvBlack, 0.7)
@@ -27,6 +28,10 @@ Popup {
     }
 
     Loader {
+        id: view
+
+        readonly property bool hasWorkbook: (item as ShowImportView)?.hasWorkbook ?? false
+
         anchors.fill: parent
         active: sheet.visible
         focus: true

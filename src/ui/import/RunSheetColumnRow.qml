@@ -17,6 +17,11 @@ Rectangle {
 
     signal roleChosen(int role)
 
+    /** Gives the keyboard to the choice of the meaning. */
+    function takeKeyboard(): void {
+        chooser.forceActiveFocus();
+    }
+
     implicitHeight: chooser.implicitHeight + 16
     radius: 6
     color: Colors.pvBlack2

@@ -13,6 +13,14 @@ PVListView {
     spacing: 6
     model: sheetImport.columns
 
+    Connections {
+        target: mapping.sheetImport
+        function onWorkbookChanged(): void {
+            mapping.forceLayout();
+            (mapping.itemAtIndex(0) as RunSheetColumnRow)?.takeKeyboard();
+        }
+    }
+
     delegate: RunSheetColumnRow {
         width: mapping.width - mapping.barWidth
         roleLabels: mapping.sheetImport.roleLabels

@@ -10,6 +10,11 @@ FocusScope {
     /** The screen has nothing left to do: the show is imported, or the operator leaves. */
     signal done
 
+    readonly property alias hasWorkbook: sheetImport.hasWorkbook
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Importer un conducteur"
+
     ShowImportViewModel {
         id: sheetImport
 
@@ -85,6 +90,11 @@ FocusScope {
                 radius: 5
                 Layout.fillWidth: true
                 onTextEdited: sheetImport.showName = text
+                onAccepted: {
+                    if (sheetImport.songCount > 0) {
+                        sheetImport.createShow();
+                    }
+                }
             }
             PVButton {
                 text: "Importer"

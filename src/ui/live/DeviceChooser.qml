@@ -12,7 +12,6 @@ PVComboBox {
     currentIndex: TimecodeViewModel.selectedDeviceRow
     displayText: TimecodeViewModel.selectedDeviceName
     popupWidth: Math.max(width, 380)
-    emptyText: "Aucune entrée : actualise la liste."
     Accessible.name: "Entrée audio"
 
     delegate: PVComboEntry {

@@ -62,7 +62,18 @@ Rectangle {
             }
             PVButton {
                 text: TimecodeViewModel.isCapturing ? "Arrêter la capture" : "Démarrer la capture"
+                // As wide as the longer of both, so that nothing moves under the pointer.
+                Layout.minimumWidth: Math.ceil(longest.advanceWidth) + leftPadding + rightPadding
                 onClicked: TimecodeViewModel.toggleCapture()
+
+                TextMetrics {
+                    id: longest
+
+                    text: "Démarrer la capture"
+                    font.family: Fonts.text
+                    font.pixelSize: Fonts.caption
+                    font.weight: Font.DemiBold
+                }
 
                 AimGuard {
                     aim: TimecodeViewModel.isCapturing

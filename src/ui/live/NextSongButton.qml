@@ -19,7 +19,7 @@ T.AbstractButton {
     hoverEnabled: true
 
     Accessible.role: Accessible.Button
-    Accessible.name: song.title
+    Accessible.name: song.title || "Morceau sans titre"
     Accessible.description: "Aller à ce morceau"
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
@@ -37,7 +37,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: 6
-        color: button.down || button.hovered ? Colors.pvBlack3 : button.announced ? "transparent" : Colors.pvBlack2
+        color: button.down || button.hovered ? Colors.pvBlack3 : Colors.pvBlack
         border.width: button.announced ? 2 : 1
         border.color: button.announced || button.activeFocus ? Colors.pvAmber : Colors.pvLine
 
@@ -47,18 +47,32 @@ T.AbstractButton {
                 easing.type: Easing.InOutQuad
             }
         }
+        Behavior on border.width {
+            NumberAnimation {
+                duration: 300
+                easing.type: Easing.InOutQuad
+            }
+        }
 
-        Rectangle {
-            anchors.fill: parent
-            radius: parent.radius
+        Fill {
+            color: Colors.pvBlack2
+            opacity: button.announced || button.down || button.hovered ? 0 : 1
+        }
+        Fill {
             color: Colors.pvAmber
             opacity: button.announced ? 0.1 : 0
+        }
+    }
 
-            Behavior on opacity {
-                NumberAnimation {
-                    duration: 300
-                    easing.type: Easing.InOutQuad
-                }
+    component Fill: Rectangle {
+        anchors.fill: parent
+        anchors.margins: 1
+        radius: 5
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 300
+                easing.type: Easing.InOutQuad
             }
         }
     }

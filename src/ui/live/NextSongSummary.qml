@@ -31,8 +31,9 @@ Item {
                 size: summary.announced ? 22 : 15
                 weight: summary.announced ? Font.Bold : Font.Medium
                 color: summary.announced ? Colors.pvAmber : Colors.pvPaper
-                width: Math.min(implicitWidth, content.width - timecode.width - 12)
+                width: Math.min(implicitWidth, content.width - (timecode.visible ? timecode.width + 12 : 0))
                 elide: Text.ElideRight
+                horizontalAlignment: Text.AlignLeft  // whichever way its letters run
 
                 Behavior on size {
                     NumberAnimation {
@@ -50,6 +51,7 @@ Item {
             PVText {
                 id: timecode
 
+                visible: text !== ""
                 text: summary.song.timecode
                 size: 10
                 digits: true
@@ -67,6 +69,7 @@ Item {
                 color: Colors.pvPaperFaint
                 width: content.width
                 elide: Text.ElideRight
+                horizontalAlignment: Text.AlignLeft
             }
         }
     }

@@ -5,7 +5,7 @@ import Tessivo.Ui
 
 /** The file commands, each with its shortcut beside it. */
 PVMenu {
-    title: "Fichier"
+    title: "&Fichier"
 
     Action {
         text: "Save"

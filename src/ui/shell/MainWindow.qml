@@ -49,14 +49,14 @@ ApplicationWindow {
             id: barItem
 
             padding: 8
-            Accessible.name: barItem.text
+            Accessible.name: (contentItem as PVText).text
             contentItem: PVText {
-                text: barItem.text
+                text: barItem.text.replace("&", "")
                 size: 13
                 Accessible.ignored: true
             }
             background: Rectangle {
-                color: barItem.highlighted ? Colors.pvLine : "transparent"
+                color: barItem.hovered || barItem.menu.visible ? Colors.pvLine : "transparent"
             }
         }
 
@@ -166,7 +166,13 @@ ApplicationWindow {
         id: fullScreen
 
         target: window
+        sequences: ["Ctrl+Meta+F"]  // the menu has the other
         escapes: root.mode === RootView.Affichage
+    }
+
+    Shortcut {
+        sequence: "F10"
+        onActivated: (bar.itemAt(0) as MenuBarItem).triggered()
     }
 
     // Closing the operator's window ends the program, whatever the stage window does.

@@ -26,6 +26,8 @@ class ShellViewModel final : public QObject {
     Q_PROPERTY(bool keepsShows READ keepsShows NOTIFY keepsShowsChanged)
     Q_PROPERTY(bool locked READ locked WRITE setLocked NOTIFY lockedChanged)
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateChanged)
+    /// Whether the newest version couldn't be learned.
+    Q_PROPERTY(bool updateCheckFailed READ updateCheckFailed NOTIFY updateChanged)
     Q_PROPERTY(QString latestUpdateVersion READ latestUpdateVersion NOTIFY updateChanged)
     Q_PROPERTY(bool autoAdvanceEnabled READ autoAdvanceEnabled WRITE setAutoAdvanceEnabled NOTIFY
                    autoAdvanceEnabledChanged)
@@ -40,6 +42,7 @@ public:
     bool autoAdvanceEnabled() const { return state_.autoAdvanceEnabled(); }
     bool locked() const { return state_.isLocked(); }
     bool updateAvailable() const { return state_.updateAvailable(); }
+    bool updateCheckFailed() const { return state_.updater().hasFailed(); }
     QString latestUpdateVersion() const;
     void setLocked(bool locked) { state_.setLocked(locked); }
     void setAutoAdvanceEnabled(bool enabled) { state_.setAutoAdvanceEnabled(enabled); }

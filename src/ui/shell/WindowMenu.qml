@@ -9,10 +9,11 @@ PVMenu {
 
     signal fullScreenToggled
 
-    title: "Fenêtre"
+    title: "Fe&nêtre"
 
     Action {
-        text: "Plein écran (F11)"
+        text: "Plein écran"
+        shortcut: "F11"
         onTriggered: menu.fullScreenToggled()
     }
     Action {
