@@ -52,12 +52,12 @@ void AppState::setActiveShowId(std::optional<Uuid> id) {
     if (isLocked_ && activeShow()) {
         return;
     }
-    assign(Field::activeShowId, activeShowId_, std::move(id));
+    assign(Field::activeShowId, activeShowId_, id);
     store();
 }
 
 void AppState::setActiveDisplayShowId(std::optional<Uuid> id) {
-    assign(Field::activeDisplayShowId, activeDisplayShowId_, std::move(id));
+    assign(Field::activeDisplayShowId, activeDisplayShowId_, id);
 }
 
 void AppState::setAutoAdvanceEnabled(bool enabled) {

@@ -1,6 +1,4 @@
 #include "platform/posix/FilePreferencesStore.h"
-#include "platform/simulated/SimulatedPlatform.h"
-#include "state/AppState.h"
 #include "support/TemporaryFolder.h"
 
 #include <doctest/doctest.h>
@@ -50,15 +48,6 @@ void waitForNames(const TemporaryFolder& folder, const Names& names) {
 void block(const TemporaryFolder& folder) {
     fs::create_directories(folder.path(key + "/inside"));
 }
-
-/// An application state on the real store, with the rest of a computer.
-struct Program {
-    explicit Program(const TemporaryFolder& folder) : store(folder.path()) {}
-    SimulatedPlatform rest;
-    FilePreferencesStore store;
-    AppState state{Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
-                            rest.updates, rest.computer, rest.stayAwake, rest.log, rest.journal}};
-};
 
 }  // namespace
 
@@ -246,25 +235,4 @@ TEST_CASE("of what a killed run or a power cut left, the newest whole version is
             CHECK(left.names() == Names{"lock", key, key + ".recent-1"});
         }
     }
-}
-
-TEST_CASE("a second program writes nothing while the first runs, and goes on with what that left") {
-    const TemporaryFolder folder;
-    std::optional<Program> first(folder);
-    Program second(folder);
-    CHECK(first->state.keepsShows());
-    first->state.createShow("Un");
-    CHECK_FALSE(second.state.keepsShows());
-    second.rest.time.advance(2.0);
-    second.state.setActiveShowId(std::nullopt);  // stores, but for the first program
-    CHECK(second.state.shows().empty());
-    first->state.createShow("Deux");
-    first.reset();
-
-    second.rest.time.advance(1.0);
-    CHECK(second.state.keepsShows());
-    REQUIRE(second.state.shows().size() == 2);
-    CHECK_FALSE(FilePreferencesStore(folder.path()).takeHold());
-    second.state.createShow("Trois");
-    CHECK(Program(folder).state.shows() == second.state.shows());
 }
