@@ -39,10 +39,19 @@ private:
     LocalNetwork there_{queue_};
 };
 
-/// Stops or starts the message bus or the responder.
-void servers(const std::string& order) {
+/// Stops, starts, hangs or resumes the message bus or the responder.
+void servers(const std::string& orders) {
     REQUIRE(std::getenv("TESSIVO_SERVERS") != nullptr);
-    REQUIRE(std::system((std::getenv("TESSIVO_SERVERS") + (" " + order)).c_str()) == 0);
+    REQUIRE(std::system((std::getenv("TESSIVO_SERVERS") + (" " + orders)).c_str()) == 0);
+}
+
+/// A service of another program, on a port that is closed.
+std::unique_ptr<QProcess> publish(const char* name, const std::string& type) {
+    auto program = std::make_unique<QProcess>();
+    program->start(QStringLiteral("avahi-publish"),
+                   {QStringLiteral("-s"), QString::fromUtf8(name), QString::fromStdString(type),
+                    QStringLiteral("9")});
+    return program;
 }
 
 std::ptrdiff_t openFiles() {
@@ -56,50 +65,83 @@ std::unique_ptr<test::NetworkWorld> test::makeNetworkWorld() {
     return std::make_unique<LocalWorld>();
 }
 
-TEST_CASE("a service is advertised under the computer's name") {
+TEST_CASE("a service is advertised under the computer's name, also when that changes") {
     Connected stream;
     REQUIRE(stream.isOpen());
-    CHECK(stream.reports.all.back().front() ==
-          ServiceEndpoint{"tessivo-test", stream.type, "local"});
+    for (const char* name : {"Régie son \\ 1.2", "tessivo-test"}) {
+        QProcess::execute(QStringLiteral("avahi-set-host-name"), {QString::fromUtf8(name)});
+        CHECK(stream.runUntil([&] {
+            return stream.reports.all.back() ==
+                   std::vector{ServiceEndpoint{name, stream.type, "local"}};
+        }));
+    }
 }
 
-TEST_CASE("a service just withdrawn isn't taken for another's, but a new one of its name is seen") {
-    for (const bool isTakenAtOnce : {false, true}) {
-        CAPTURE(isTakenAtOnce);
+TEST_CASE("a service that has just gone here isn't taken for another's, but a new one is seen") {
+    struct Case {
+        bool isOfKilledProgram;
+        bool isTakenAtOnce;
+    };
+    for (const Case& end : {Case{false, false}, Case{false, true}, Case{true, false}}) {
+        CAPTURE(end.isOfKilledProgram);
+        CAPTURE(end.isTakenAtOnce);
         LocalWorld world;
         const std::string type = test::freshServiceType();
-        auto listener = world.here().makeListener(type);
-        listener->start();
+        const auto listener = world.here().makeListener(type);
+        auto first = end.isOfKilledProgram ? nullptr : world.here().makeListener(type);
+        const auto program = end.isOfKilledProgram ? publish("tessivo-test", type) : nullptr;
+        if (first) {
+            first->start();
+        }
         const Reports witness(world.there(), type);
         REQUIRE(world.runUntil([&] { return witness.count() == 1U; }));
-        listener.reset();
-        const auto other = world.there().makeListener(type);
-        if (isTakenAtOnce) {
-            other->start();
+        if (program) {
+            program->kill();
+            program->waitForFinished();
+        }
+        first.reset();
+        if (end.isTakenAtOnce) {
+            listener->start();
         }
         const Reports own(world.here(), type);
-        if (!isTakenAtOnce) {
-            const auto end = std::chrono::steady_clock::now() +
-                             std::chrono::duration<double>(2 * Withdrawals::ownSeconds);
+        if (!end.isTakenAtOnce) {
+            const auto gone = std::chrono::steady_clock::now() +
+                              std::chrono::duration<double>(2 * Withdrawals::ownSeconds);
             CHECK(world.runUntil([&] { return own.count() == 0U && witness.count() == 0U; }));
-            CHECK(world.runUntil([&] { return std::chrono::steady_clock::now() > end; }));
+            CHECK(world.runUntil([&] { return std::chrono::steady_clock::now() > gone; }));
             CHECK(std::ranges::all_of(own.all, [](const auto& set) { return set.empty(); }));
-            other->start();
+            listener->start();
         }
         CHECK(world.runUntil([&] { return own.count() == 1U; }));
     }
 }
 
-TEST_CASE("what was asked of the responder holds through its end and that of the bus") {
-    for (const bool withBus : {false, true}) {
-        CAPTURE(withBus);
+TEST_CASE("what was asked of the responder holds through all that happens to it and to the bus") {
+    struct Case {
+        std::vector<const char*> away;
+        std::vector<const char*> back;
+    };
+    for (const Case& change : {Case{{"stop avahi"}, {"start avahi"}},
+                               Case{{"stop avahi", "stop bus"}, {"start bus", "start avahi"}},
+                               Case{{"stop bus"}, {"stop avahi", "start bus", "start avahi"}},
+                               Case{{"hang avahi"}, {"resume avahi"}},
+                               Case{{"hang avahi"}, {"stop avahi", "start avahi"}}}) {
+        CAPTURE(change.away.back());
+        CAPTURE(change.back.front());
         Connected stream;
         REQUIRE(stream.isOpen());
-        servers("stop avahi");
-        if (withBus) {
-            servers("stop bus");
+        std::ranges::for_each(change.away, servers);
+        const auto begin = std::chrono::steady_clock::now();
+        {
+            LocalWorld shortWorld;
+            const Reports reports(shortWorld.here(), stream.type);
+            const auto listener = shortWorld.there().makeListener(stream.type);
+            listener->start();
+            QCoreApplication::processEvents();
         }
-        LocalWorld lateWorld;  // programs that start before the responder
+        // A tenth of what a call waits for a responder that hangs.
+        CHECK(std::chrono::steady_clock::now() - begin < std::chrono::milliseconds(2500));
+        LocalWorld lateWorld;  // programs that start meanwhile
         const auto late = lateWorld.there().makeListener(stream.type);
         late->start();
         const Reports lateReports(lateWorld.here(), stream.type);
@@ -107,10 +149,7 @@ TEST_CASE("what was asked of the responder holds through its end and that of the
         End undialled;
         undialled.open(stream.world->here().connect(stream.reports.all.back().front()));
         CHECK(stream.runUntil([&] { return undialled.is(State::failed); }));
-        if (withBus) {
-            servers("start bus");
-        }
-        servers("start avahi");
+        std::ranges::for_each(change.back, servers);
         CHECK(stream.runUntil([&] {
             return stream.reports.count() == 2U && stream.reports.all.size() > reportCount &&
                    lateReports.count() == 2U;
@@ -132,7 +171,7 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
     QtMainQueue queue;
     SocketEvents events;
     Responder responder(queue);
-    REQUIRE(stream.runUntil([&] { return responder.isRunning(); }));
+    REQUIRE(stream.runUntil([&] { return responder.hostName().has_value(); }));
     for (const ServiceSighting& sighting : sightings) {
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
@@ -153,10 +192,7 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
 TEST_CASE("whoever takes the first service comes past one that can't be reached") {
     LocalWorld world;
     const std::string type = test::freshServiceType();
-    QProcess dead;  // another program's service, on a port that is closed
-    dead.start(QStringLiteral("avahi-publish"),
-               {QStringLiteral("-s"), QStringLiteral("a dead one"), QString::fromStdString(type),
-                QStringLiteral("9")});
+    const auto dead = publish("a dead one", type);
     const auto listener = world.there().makeListener(type);
     listener->start();
     const Reports reports(world.here(), type);

@@ -28,7 +28,19 @@ constexpr uint isOfThisComputer = 8;
 }  // namespace
 
 AvahiBrowser::AvahiBrowser(LocalNetwork& network, const std::string& type)
-    : network_(network), type_(type), turns_(network.queue_) {
+    : network_(network),
+      type_(type),
+      turns_(network.queue_),
+      object_(network.responder_, network.queue_,
+              Responder::method("ServiceBrowserPrepare",
+                                {-1, -1, QString::fromStdString(type), QString(), 0U}),
+              "org.freedesktop.Avahi.ServiceBrowser") {
+    object_.onMade = [this] {
+        hasSeenCache_ = false;
+        found_.clear();
+        object_.call(object_.method("Start"), [](const auto&) {});
+    };
+    object_.onSignal = [this](const QDBusMessage& signal) { handleSignal(signal); };
     network_.browsers_.push_back(this);
 }
 
@@ -37,11 +49,7 @@ AvahiBrowser::~AvahiBrowser() {
 }
 
 void AvahiBrowser::start() {
-    subscription_ = network_.responder_.didChange.subscribe([this] {
-        end();
-        begin();
-    });
-    begin();
+    object_.begin();
     askAfresh();
 }
 
@@ -59,64 +67,21 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
         turns_.postAfter(isShort ? shortDelay : longDelay, [this] {
             isAskingAgain_ = false;
             isAnswerDue_ = true;
-            if (object_ && !isAsking_) {  // else it is about to begin
-                end();
-                begin();
+            if (object_.isMade()) {  // else it is about to begin
+                object_.end();
+                object_.begin();
             }
         });
     }
 }
 
-/// Asks one question at a time, so that a responder that hangs finds no pile of them.
-void AvahiBrowser::begin() {
-    if (!network_.responder_.isRunning() || isAsking_ || object_) {
-        return;
-    }
-    isAsking_ = true;
-    network_.responder_.make(
-        Responder::method(QStringLiteral("ServiceBrowserPrepare"),
-                          {-1, -1, QString::fromStdString(type_), QString(), 0U}),
-        QStringLiteral("org.freedesktop.Avahi.ServiceBrowser"),
-        question_.guard(
-            [this](std::unique_ptr<ResponderObject> object) { handleObject(std::move(object)); }));
-}
-
-void AvahiBrowser::handleObject(std::unique_ptr<ResponderObject> object) {
-    if (!object) {
-        beginAgainLater();
-        return;
-    }
-    object_ = std::move(object);
-    object_->onSignal = [this](const QDBusMessage& signal) { handleSignal(signal); };
-    network_.responder_.call(object_->method(QStringLiteral("Start")),
-                             question_.guard([this](const QDBusMessage& answer) {
-                                 isAsking_ = false;
-                                 if (answer.type() == QDBusMessage::ErrorMessage) {
-                                     beginAgainLater();
-                                 }
-                             }));
-}
-
-void AvahiBrowser::end() {
-    question_.callOff();
-    object_.reset();
-    isAsking_ = false;
-    hasSeenCache_ = false;
-    found_.clear();
-}
-
-void AvahiBrowser::beginAgainLater() {
-    end();
-    network_.queue_.postAfter(Responder::retryDelay, question_.guard([this] { begin(); }));
-}
-
 void AvahiBrowser::askAfresh() {
     turns_.postAfter(questionSeconds, [this] {
-        if (!isAsking_) {
-            end();
+        if (object_.isMade()) {
+            object_.end();
         }
         turns_.postAfter(pauseSeconds, [this] {
-            begin();
+            object_.begin();
             askAfresh();
         });
     });
@@ -138,7 +103,7 @@ void AvahiBrowser::handleSignal(const QDBusMessage& signal) {
     } else if (kind == QLatin1String("AllForNow")) {
         report();
     } else if (kind == QLatin1String("Failure")) {
-        beginAgainLater();
+        object_.fail();
     }
 }
 
@@ -169,7 +134,11 @@ void AvahiBrowser::report() {
     std::erase_if(services_, [this](const auto& service) {
         const double hidden = network_.withdrawals_.secondsLeft(service.first.first, type_);
         if (hidden > 0.0) {
-            network_.queue_.postAfter(hidden, question_.guard([this] { report(); }));
+            turns_.postAfter(hidden, [this] {
+                if (hasSeenCache_) {  // else a whole report is to come
+                    report();
+                }
+            });
         }
         return hidden > 0.0;
     });

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "base/Lifetime.h"
 #include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
-#include "platform/network/Responder.h"
+#include "platform/network/ResponderObject.h"
 #include "platform/network/ServiceSighting.h"
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -33,11 +31,7 @@ public:
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
 private:
-    void begin();
-    void end();
-    void beginAgainLater();
     void askAfresh();
-    void handleObject(std::unique_ptr<ResponderObject> object);
     void handleSignal(const QDBusMessage& signal);
     void handleItem(const QDBusMessage& item, bool isNew);
     void report();
@@ -50,15 +44,9 @@ private:
     LocalNetwork& network_;
     const std::string type_;
     Turns turns_;
-    Subscription subscription_;
-
-    // What is asked of the responder, and what it has said since.
-    std::unique_ptr<ResponderObject> object_;
-    bool isAsking_ = false;  // its answer to the question is to come
-    bool hasSeenCache_ = false;
-    Sightings found_;
-    Lifetime question_;
-
+    ResponderObject object_;
+    bool hasSeenCache_ = false;           // of the responder, by the object that there is
+    Sightings found_;                     // by the same
     Sightings services_;                  // those that may be reported
     std::vector<ServiceEndpoint> ended_;  // of those, the ones to which a connection has ended
     bool isAnswerDue_ = true;             // even if nothing has changed

@@ -1,6 +1,5 @@
 #include "platform/network/Responder.h"
 
-#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 
@@ -12,14 +11,12 @@ namespace {
 
 const auto service = QStringLiteral("org.freedesktop.Avahi");
 const auto serverPath = QStringLiteral("/");
-// The newer one has the methods that let one listen to an object before it works.
+// The newer one: its browsers don't speak before they are listened to.
 const auto serverInterface = QStringLiteral("org.freedesktop.Avahi.Server2");
-const auto busName = QStringLiteral("org.freedesktop.DBus");
 
-constexpr int serverIsRunning = 2;                            // AVAHI_SERVER_RUNNING
 constexpr int noTimeLimit = std::numeric_limits<int>::max();  // as libdbus takes it
 
-/// Each owner has a connection of its own: one that is lost can be opened anew.
+/// Each responder has a connection of its own, which can be opened anew when it is lost.
 QString connectionName(const Responder& owner) {
     return QStringLiteral("tessivo-responder-%1").arg(reinterpret_cast<quintptr>(&owner));
 }
@@ -30,48 +27,19 @@ QString unescaped(const QString& label) {
     const QByteArray bytes = label.toUtf8();
     QByteArray result;
     for (qsizetype i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] != '\\') {
+            result += bytes[i];
+            continue;
+        }
         bool isNumber = false;
         const int code = bytes.mid(i + 1, 3).toInt(&isNumber);
-        if (bytes[i] == '\\' && isNumber) {
-            result += static_cast<char>(code);
-            i += 3;
-        } else if (bytes[i] == '\\' && i + 1 < bytes.size()) {
-            result += bytes[++i];
-        } else {
-            result += bytes[i];
-        }
+        result += isNumber ? static_cast<char>(code) : bytes.mid(i + 1, 1).append('\0').front();
+        i += isNumber ? 3 : 1;
     }
     return QString::fromUtf8(result);
 }
 
-bool isError(const QDBusMessage& answer) {
-    return answer.type() == QDBusMessage::ErrorMessage;
-}
-
 }  // namespace
-
-ResponderObject::ResponderObject(const QDBusConnection& bus, const QDBusMessage& maker,
-                                 QString interface)
-    : bus_(bus),
-      daemon_(maker.service()),
-      path_(maker.arguments().value(0).value<QDBusObjectPath>().path()),
-      interface_(std::move(interface)) {
-    bus_.connect(daemon_, path_, interface_, QString(), this, SLOT(handleSignal(QDBusMessage)));
-}
-
-ResponderObject::~ResponderObject() {
-    bus_.send(method(QStringLiteral("Free")));
-}
-
-QDBusMessage ResponderObject::method(const QString& name, const QVariantList& arguments) const {
-    auto message = QDBusMessage::createMethodCall(daemon_, path_, interface_, name);
-    message.setArguments(arguments);
-    return message;
-}
-
-void ResponderObject::handleSignal(const QDBusMessage& signal) {
-    callHandler(onSignal, signal);
-}
 
 Responder::Responder(MainQueue& queue) : turns_(queue), bus_(connectionName(*this)) {
     connectToBus();
@@ -91,15 +59,11 @@ void Responder::connectToBus() {
                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                  SLOT(handleBusLost()));
     bus_.connect(service, serverPath, QString(), QStringLiteral("StateChanged"), this,
-                 SLOT(askState()));
+                 SLOT(askHostName()));
     watcher_ = std::make_unique<QDBusServiceWatcher>(service, bus_);
-    connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, &Responder::askState);
-    // Where the responder only starts for somebody who wants it, this program does.
-    auto start = QDBusMessage::createMethodCall(busName, QStringLiteral("/org/freedesktop/DBus"),
-                                                busName, QStringLiteral("StartServiceByName"));
-    start.setArguments({service, 0U});
-    bus_.send(start);
-    askState();
+    connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+            &Responder::askHostName);
+    askHostName();
 }
 
 void Responder::handleBusLost() {
@@ -110,31 +74,18 @@ void Responder::handleBusLost() {
     turns_.postAfter(retryDelay, [this] { connectToBus(); });
 }
 
-/// Whatever was asked before may be about a responder that has gone.
-void Responder::askState() {
+/// Whatever was known or asked before may be about a responder that has gone, or that has got
+/// another name.
+void Responder::askHostName() {
     question_.callOff();
     setHostName(std::nullopt);
-    call(method(QStringLiteral("GetState")), question_.guard([this](const QDBusMessage& answer) {
-        if (isError(answer)) {
-            askAgainLater();
-        } else if (answer.arguments().value(0).toInt() == serverIsRunning) {
-            askHostName();
-        }  // else it tells by a signal when it is running
-    }));
-}
-
-void Responder::askHostName() {
-    call(method(QStringLiteral("GetHostName")), question_.guard([this](const QDBusMessage& answer) {
-        if (isError(answer)) {
-            askAgainLater();
+    call(method("GetHostName"), question_.guard([this](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage) {
+            turns_.postAfter(retryDelay, question_.guard([this] { askHostName(); }));
         } else {
             setHostName(unescaped(answer.arguments().value(0).toString()));
         }
     }));
-}
-
-void Responder::askAgainLater() {
-    turns_.postAfter(retryDelay, question_.guard([this] { askState(); }));
 }
 
 void Responder::setHostName(std::optional<QString> name) {
@@ -143,16 +94,17 @@ void Responder::setHostName(std::optional<QString> name) {
     }
 }
 
-QDBusMessage Responder::method(const QString& name, const QVariantList& arguments) {
-    auto message = QDBusMessage::createMethodCall(service, serverPath, serverInterface, name);
+QDBusMessage Responder::method(const char* name, const QVariantList& arguments) {
+    auto message =
+        QDBusMessage::createMethodCall(service, serverPath, serverInterface, QLatin1String(name));
     message.setArguments(arguments);
-    message.setAutoStartService(false);
+    message.setAutoStartService(false);  // not each second, where it is switched off
     return message;
 }
 
 void Responder::call(const QDBusMessage& method, Answer answer) {
-    if (!bus_.isConnected()) {  // else Qt wouldn't answer at all
-        turns_.post([answer = std::move(answer), method] {
+    if (!bus_.isConnected()) {  // Qt wouldn't answer at all
+        turns_.post([method, answer = std::move(answer)] {
             answer(method.createErrorReply(QDBusError::Disconnected, QString()));
         });
         return;
@@ -163,14 +115,6 @@ void Responder::call(const QDBusMessage& method, Answer answer) {
                 watcher->deleteLater();
                 answer(watcher->reply());
             });
-}
-
-void Responder::make(const QDBusMessage& method, const QString& interface,
-                     std::function<void(std::unique_ptr<ResponderObject>)> take) {
-    call(method, [this, interface, take = std::move(take)](const QDBusMessage& answer) {
-        take(isError(answer) ? nullptr
-                             : std::make_unique<ResponderObject>(bus_, answer, interface));
-    });
 }
 
 }  // namespace tessivo

@@ -19,91 +19,55 @@ constexpr int failure = 4;
 ServiceAdvertisement::ServiceAdvertisement(Responder& responder, MainQueue& queue,
                                            Withdrawals& withdrawals, std::string type,
                                            std::uint16_t port)
-    : responder_(responder),
-      queue_(queue),
-      withdrawals_(withdrawals),
+    : withdrawals_(withdrawals),
       type_(std::move(type)),
       port_(port),
-      subscription_(responder.didChange.subscribe([this] {
-          end();
-          begin();
-      })) {
+      group_(responder, queue, Responder::method("EntryGroupNew"),
+             "org.freedesktop.Avahi.EntryGroup") {
     qDBusRegisterMetaType<Texts>();
-    begin();
+    group_.onMade = [this, &responder] {
+        name_ = *responder.hostName();
+        addService();
+    };
+    group_.onSignal = [this](const QDBusMessage& signal) {
+        handleState(signal.arguments().value(0).toInt());
+    };
+    group_.begin();
 }
 
 ServiceAdvertisement::~ServiceAdvertisement() {
-    end();
-}
-
-void ServiceAdvertisement::begin() {
-    if (!responder_.isRunning()) {
-        return;
-    }
-    name_ = *responder_.hostName();
-    responder_.make(Responder::method(QStringLiteral("EntryGroupNew")),
-                    QStringLiteral("org.freedesktop.Avahi.EntryGroup"),
-                    attempt_.guard([this](std::unique_ptr<ResponderObject> group) {
-                        if (!group) {
-                            beginAgainLater();
-                            return;
-                        }
-                        group_ = std::move(group);
-                        group_->onSignal = [this](const QDBusMessage& signal) {
-                            handleState(signal.arguments().value(0).toInt());
-                        };
-                        addService();
-                    }));
-}
-
-void ServiceAdvertisement::end() {
-    attempt_.callOff();
-    if (group_) {
-        group_.reset();
+    if (group_.isMade()) {
         withdrawals_.add(name_.toStdString(), type_, Withdrawals::ownSeconds);
     }
 }
 
-void ServiceAdvertisement::beginAgainLater() {
-    end();
-    queue_.postAfter(Responder::retryDelay, attempt_.guard([this] { begin(); }));
-}
-
-template <typename Next>
-void ServiceAdvertisement::call(const QDBusMessage& method, Next next) {
-    responder_.call(method, attempt_.guard([this, next](const QDBusMessage& answer) {
-        if (answer.type() == QDBusMessage::ErrorMessage) {
-            beginAgainLater();
-        } else {
-            next(answer);
-        }
-    }));
-}
-
-/// On every network that there is, without a text, with the domain and the host that the responder
-/// takes by itself.
+/// On every network that there is, in the domain and under the host that the responder takes by
+/// itself.
 void ServiceAdvertisement::addService() {
-    const QDBusMessage method =
-        group_->method(QStringLiteral("AddService"),
-                       {-1, -1, 0U, name_, QString::fromStdString(type_), QString(), QString(),
-                        QVariant::fromValue<ushort>(port_), QVariant::fromValue(Texts())});
-    responder_.call(method, attempt_.guard([this](const QDBusMessage& answer) {
-        if (answer.errorName() == QLatin1String("org.freedesktop.Avahi.CollisionError")) {
-            rename();  // another program on this computer has the name
-        } else if (answer.type() == QDBusMessage::ErrorMessage) {
-            beginAgainLater();
+    const QVariantList arguments{-1,
+                                 -1,
+                                 0U,
+                                 name_,
+                                 QString::fromStdString(type_),
+                                 QString(),
+                                 QString(),
+                                 QVariant::fromValue<ushort>(port_),
+                                 QVariant::fromValue(Texts())};
+    group_.call(group_.method("AddService", arguments), [this](const QDBusMessage& answer) {
+        if (isCollision(answer)) {  // with another program on this computer
+            rename();
         } else {
-            call(group_->method(QStringLiteral("Commit")), [](const QDBusMessage&) {});
+            group_.call(group_.method("Commit"), [](const auto&) {});
         }
-    }));
+    });
 }
 
 void ServiceAdvertisement::rename() {
-    call(Responder::method(QStringLiteral("GetAlternativeServiceName"), {name_}),
-         [this](const QDBusMessage& answer) {
-             name_ = answer.arguments().value(0).toString();
-             addService();
-         });
+    group_.call(Responder::method("GetAlternativeServiceName", {name_}),
+                [this](const QDBusMessage& answer) {
+                    name_ = answer.arguments().value(0).toString();
+                    addService();
+                });
 }
 
 void ServiceAdvertisement::handleState(int state) {
@@ -111,9 +75,9 @@ void ServiceAdvertisement::handleState(int state) {
         withdrawals_.remove(name_.toStdString(), type_);
     } else if (state == collision) {
         // Another computer has the name: the responder has taken the service back.
-        call(group_->method(QStringLiteral("Reset")), [this](const QDBusMessage&) { rename(); });
+        group_.call(group_.method("Reset"), [this](const auto&) { rename(); });
     } else if (state == failure) {
-        beginAgainLater();
+        group_.fail();
     }
 }
 

@@ -1,11 +1,11 @@
 #include "platform/network/ServiceDialer.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include <netdb.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace tessivo {
@@ -18,34 +18,25 @@ constexpr double timeLimit = 7.0;
 
 constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
 
-template <typename Address>
-SocketAddress socketAddress(const Address& address) {
-    SocketAddress result;
-    static_assert(sizeof(address) <= sizeof(result.storage));
-    std::memcpy(&result.storage, &address, sizeof(address));
-    result.size = sizeof(address);
-    return result;
-}
-
-/// Nothing when `text` is no address.
-std::optional<SocketAddress> socketAddress(const QByteArray& text, std::uint16_t port,
-                                           int interface) {
-    sockaddr_in v4{};
-    if (::inet_pton(AF_INET, text.constData(), &v4.sin_addr) == 1) {
-        v4.sin_family = AF_INET;
-        v4.sin_port = htons(port);
-        return socketAddress(v4);
+/// The address in an answer; none in an error. One of a link (fe80::...) holds with its interface.
+std::optional<sockaddr_storage> addressIn(const QDBusMessage& answer) {
+    const auto arguments = answer.arguments();
+    std::string address = arguments.value(7).toString().toStdString();
+    if (address.find(':') != std::string::npos) {
+        address.append(1, '%').append(std::to_string(arguments.value(0).toInt()));
     }
-    sockaddr_in6 v6{};
-    if (::inet_pton(AF_INET6, text.constData(), &v6.sin6_addr) != 1) {
+    const std::string port = std::to_string(arguments.value(8).toUInt());
+    addrinfo hints{};
+    hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV;  // asks nobody, so it doesn't wait
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (address.empty() || ::getaddrinfo(address.c_str(), port.c_str(), &hints, &found) != 0) {
         return std::nullopt;
     }
-    v6.sin6_family = AF_INET6;
-    v6.sin6_port = htons(port);
-    if (IN6_IS_ADDR_LINKLOCAL(&v6.sin6_addr)) {
-        v6.sin6_scope_id = static_cast<std::uint32_t>(interface);
-    }
-    return socketAddress(v6);
+    sockaddr_storage result{};
+    std::memcpy(&result, found->ai_addr, found->ai_addrlen);
+    ::freeaddrinfo(found);
+    return result;
 }
 
 }  // namespace
@@ -107,7 +98,7 @@ void ServiceDialer::start(Done done) {
     resolutionCount_ = sightings_.size();
     for (const ServiceSighting& sighting : sightings_) {
         const QDBusMessage method = Responder::method(
-            QStringLiteral("ResolveService"),
+            "ResolveService",
             {sighting.interface, sighting.protocol, QString::fromStdString(service_.name),
              QString::fromStdString(service_.type), QString::fromStdString(service_.domain),
              sighting.protocol, withoutText});
@@ -118,21 +109,17 @@ void ServiceDialer::start(Done done) {
     turns_.postAfter(timeLimit, [this] { finish(FileDescriptor()); });
 }
 
-/// An error, too, is an answer: it has no address.
+/// An error, too, is an answer.
 void ServiceDialer::handleResolution(const QDBusMessage& answer) {
     --resolutionCount_;
-    const auto arguments = answer.arguments();
-    const auto address = socketAddress(arguments.value(7).toString().toLatin1(),
-                                       static_cast<std::uint16_t>(arguments.value(8).toUInt()),
-                                       arguments.value(0).toInt());
-    if (address) {
+    if (const auto address = addressIn(answer)) {
         add(*address);
     } else {
         failIfNothingIsLeft();
     }
 }
 
-void ServiceDialer::add(const SocketAddress& address) {
+void ServiceDialer::add(const sockaddr_storage& address) {
     addresses_.push_back(address);
     if (attempts_.empty()) {
         tryNext();
@@ -143,12 +130,12 @@ void ServiceDialer::add(const SocketAddress& address) {
 
 void ServiceDialer::tryNext() {
     while (done_ && !addresses_.empty()) {
-        const SocketAddress address = addresses_.front();
+        const sockaddr_storage address = addresses_.front();
         addresses_.pop_front();
         FileDescriptor socket(
-            ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-        const auto* where = reinterpret_cast<const sockaddr*>(&address.storage);
-        if (::connect(socket.value(), where, address.size) == 0 || errno == EINPROGRESS) {
+            ::socket(address.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+        const auto* where = reinterpret_cast<const sockaddr*>(&address);
+        if (::connect(socket.value(), where, sizeof(address)) == 0 || errno == EINPROGRESS) {
             attempts_.push_back(std::make_unique<Attempt>(*this, std::move(socket)));
             turns_.postAfter(patience, [this] { tryNext(); });
             return;

@@ -14,11 +14,6 @@
 
 namespace tessivo {
 
-struct SocketAddress {
-    sockaddr_storage storage{};
-    socklen_t size = 0;  ///< of the address in `storage`, in bytes
-};
-
 /// Opens a socket to a service: resolves it, once for each of its sightings because a computer has
 /// other addresses on each of its networks, and tries the addresses, a new one whenever the last
 /// has failed or hasn't answered for a while, until one opens. Main thread only.
@@ -41,7 +36,7 @@ private:
     class Attempt;
 
     void handleResolution(const QDBusMessage& answer);
-    void add(const SocketAddress& address);
+    void add(const sockaddr_storage& address);
     void tryNext();
     void settle(Attempt& attempt);
     void failIfNothingIsLeft();
@@ -56,7 +51,7 @@ private:
     Done done_;
     std::size_t resolutionCount_ = 0;  // those without an answer yet
     Lifetime resolutions_;
-    std::deque<SocketAddress> addresses_;  // not tried yet
+    std::deque<sockaddr_storage> addresses_;  // not tried yet
     std::vector<std::unique_ptr<Attempt>> attempts_;
 };
 

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace tessivo {
 
@@ -19,39 +20,23 @@ public:
     static constexpr double heardSeconds = 1.2;
 
     void add(const std::string& name, const std::string& type, double seconds) {
-        remove(name, type);
-        const auto time = std::chrono::duration_cast<Clock::duration>(Seconds(seconds));
-        services_.push_back({name, type, Clock::now() + time});
+        ends_[{name, type}] = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                 std::chrono::duration<double>(seconds));
     }
     /// It is there again, or has really gone.
-    void remove(const std::string& name, const std::string& type) {
-        std::erase_if(services_, [&](const Service& service) {
-            return service.until < Clock::now() || service.isCalled(name, type);
-        });
-    }
+    void remove(const std::string& name, const std::string& type) { ends_.erase({name, type}); }
     /// How long a service isn't to be believed; 0 when it is.
     double secondsLeft(const std::string& name, const std::string& type) const {
-        const auto found = std::ranges::find_if(
-            services_, [&](const Service& service) { return service.isCalled(name, type); });
-        return found == services_.end()
-                   ? 0.0
-                   : std::max(0.0, Seconds(found->until - Clock::now()).count());
+        const auto end = ends_.find({name, type});
+        return end == ends_.end() ? 0.0 : std::max(0.0, seconds(end->second - Clock::now()));
     }
 
 private:
     using Clock = std::chrono::steady_clock;
-    using Seconds = std::chrono::duration<double>;
-    struct Service {
-        std::string name;
-        std::string type;
-        Clock::time_point until;
 
-        bool isCalled(const std::string& otherName, const std::string& otherType) const {
-            return name == otherName && type == otherType;
-        }
-    };
+    static double seconds(std::chrono::duration<double> time) { return time.count(); }
 
-    std::vector<Service> services_;
+    std::map<std::pair<std::string, std::string>, Clock::time_point> ends_;
 };
 
 }  // namespace tessivo
