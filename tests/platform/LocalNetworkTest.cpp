@@ -68,8 +68,10 @@ std::unique_ptr<test::NetworkWorld> test::makeNetworkWorld() {
 TEST_CASE("a service is advertised under the computer's name, also when that changes") {
     Connected stream;
     REQUIRE(stream.isOpen());
-    for (const char* name : {"Régie son \\ 1.2", "tessivo-test"}) {
-        QProcess::execute(QStringLiteral("avahi-set-host-name"), {QString::fromUtf8(name)});
+    for (const std::string name : {"Régie son \\ 1.2", "tessivo-test"}) {
+        QString escaped = QString::fromStdString(name);
+        escaped.replace('\\', QLatin1String("\\\\")).replace('.', QLatin1String("\\."));
+        QProcess::execute(QStringLiteral("avahi-set-host-name"), {escaped});
         CHECK(stream.runUntil([&] {
             return stream.reports.all.back() ==
                    std::vector{ServiceEndpoint{name, stream.type, "local"}};

@@ -8,10 +8,8 @@ set -u
 
 if [ "${TESSIVO_OWN_NETWORK:-}" = "" ]; then
     export TESSIVO_OWN_NETWORK=yes
-    for unshare in "unshare -m -n" "unshare -r -m -n"; do
-        $unshare sh -c 'mount -t tmpfs tessivo-run /run && ip link set lo up' 2>/dev/null &&
-            exec $unshare "$0" "$@"
-    done
+    unshare -m -n sh -c 'mount -t tmpfs tessivo-run /run && ip link set lo up' 2>/dev/null &&
+        exec unshare -m -n "$0" "$@"
     TESSIVO_OWN_NETWORK=no
 fi
 
