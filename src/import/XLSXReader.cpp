@@ -96,10 +96,9 @@ std::vector<std::string> pathsOf(const WorkbookParser& workbook, const RelsParse
 /// The positions of the sheets from the smallest to the largest.
 std::vector<std::size_t> smallestFirst(const std::vector<std::string>& paths,
                                        const PartReader& parts) {
-    std::vector<std::size_t> sizes;
-    for (const std::string& path : paths) {
-        sizes.push_back(parts.storedSize(path));
-    }
+    std::vector<std::size_t> sizes(paths.size());
+    std::ranges::transform(paths, sizes.begin(),
+                           [&](const std::string& path) { return parts.storedSize(path); });
     std::vector<std::size_t> order(paths.size());
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order, {}, [&](std::size_t sheet) { return sizes[sheet]; });

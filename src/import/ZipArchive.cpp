@@ -18,7 +18,7 @@ constexpr std::size_t directoryRecordSize = 46;
 constexpr std::size_t localHeaderSize = 30;
 constexpr std::uint64_t sizeTolerance = 16;  // beyond the claimed uncompressed size
 /// Large enough to make the pieces few, small enough to stay in the processor's cache.
-constexpr std::size_t pieceSize = 256 * 1024;
+constexpr std::size_t pieceSize = std::size_t{1} << 18U;
 
 /// A little-endian number of `size` bytes, all of which must lie in `bytes`.
 std::uint32_t readNumber(std::string_view bytes, std::size_t offset, std::size_t size) {

@@ -164,7 +164,7 @@ void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
 void LtcManager::noteLoss(const LostAudio& lost, double sampleRate) {
     const Instant now = clock_.now();
     if (lost.blocks > 0) {
-        Burst& burst = burst_ ? *burst_ : burst_.emplace();
+        Burst& burst = burst_ ? *burst_ : burst_.emplace(Burst{});
         burst.blocks += lost.blocks;
         burst.seconds += static_cast<double>(lost.frames) / sampleRate;
         burst.latest = now;
