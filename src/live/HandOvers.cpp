@@ -1,0 +1,202 @@
+#include "live/HandOvers.h"
+
+#include "base/Text.h"
+#include "live/ShowClock.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace tessivo {
+namespace {
+
+using enum HandOver::Kind;
+
+/// The songs before a position, summed up.
+struct Lengths {
+    std::int64_t seconds = 0;
+    std::size_t unknown = 0;
+};
+
+std::vector<Lengths> lengthsBefore(const std::vector<Song>& songs) {
+    std::vector<Lengths> before{{}};
+    before.reserve(songs.size() + 1);
+    for (const Song& song : songs) {
+        const auto length = knownLength(song);
+        before.push_back(
+            {before.back().seconds + length.value_or(0), before.back().unknown + (length ? 0 : 1)});
+    }
+    return before;
+}
+
+/// Follows one list of equipment through the songs.
+class Ledger {
+public:
+    Ledger(Equipment::Kind kind, const std::vector<std::string>& listed, std::string Guest::*label)
+        : kind_(kind), label_(label) {
+        for (const std::string& text : listed) {
+            positionOf(trimSpacesAndLineBreaks(text), true);
+        }
+    }
+
+    /// Appends what the song at `index` uses, in the order of this ledger's equipment, which will
+    /// stand behind what `all` has.
+    void follow(const Song& song, std::size_t index, const std::vector<Lengths>& before,
+                HandOvers& all) {
+        std::map<std::size_t, std::vector<std::string>> takers;
+        for (const Guest& guest : song.guests) {
+            if (const auto position = positionOf(trimSpacesAndLineBreaks(guest.*label_), false)) {
+                takers[*position].emplace_back(trimSpacesAndLineBreaks(guest.name));
+            }
+        }
+        for (auto& [position, names] : takers) {
+            std::optional<Use>& last = last_[position];
+            HandOver use;
+            use.equipment = all.equipment.size() + position;
+            use.to = std::move(names);
+            if (last) {
+                use.from = last->names;
+                use.songsBetween = index - last->song - 1;
+                use.secondsBetween = before[index].seconds - before[last->song + 1].seconds;
+                use.areLengthsBetweenKnown =
+                    before[index].unknown == before[last->song + 1].unknown;
+            }
+            use.kind = kindOf(use);
+            last = Use{index, use.to};
+            all.songs[index].push_back(std::move(use));
+        }
+    }
+
+    const std::vector<Equipment>& equipment() const { return equipment_; }
+
+private:
+    struct Use {
+        std::size_t song = 0;
+        std::vector<std::string> names;
+    };
+
+    static HandOver::Kind kindOf(const HandOver& use) {
+        if (use.to.size() > 1) {
+            return collision;
+        }
+        if (use.from.empty()) {
+            return first;
+        }
+        return use.from == use.to ? kept : use.songsBetween == 0 ? tight : passage;
+    }
+
+    /// Makes room for a label that is seen for the first time; none for an empty one.
+    std::optional<std::size_t> positionOf(std::string_view label, bool isListed) {
+        if (label.empty()) {
+            return std::nullopt;
+        }
+        const auto [found, isNew] = positions_.try_emplace(std::string(label), equipment_.size());
+        if (isNew) {
+            equipment_.push_back({kind_, std::string(label), isListed});
+            last_.emplace_back();
+        }
+        return found->second;
+    }
+
+    Equipment::Kind kind_;
+    std::string Guest::*label_;
+    std::vector<Equipment> equipment_;
+    std::vector<std::optional<Use>> last_;  // beside equipment_
+    std::map<std::string, std::size_t> positions_;
+};
+
+std::string namesText(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " et " : ", ";
+        text += names[i].empty() ? "(sans nom)" : names[i];
+    }
+    return text;
+}
+
+std::string equipmentText(const Equipment& equipment) {
+    const std::string label =
+        equipment.kind == Equipment::Kind::iem ? "IEM " + equipment.label : equipment.label;
+    return equipment.isListed ? label : label + " (hors liste)";
+}
+
+std::string betweenText(const HandOver& use) {
+    std::string text =
+        std::to_string(use.songsBetween) + (use.songsBetween == 1 ? " morceau" : " morceaux");
+    if (use.secondsBetween > 0) {
+        const std::int64_t minutes = std::max<std::int64_t>((use.secondsBetween + 30) / 60, 1);
+        text += use.areLengthsBetweenKnown ? ", " : ", au moins ";
+        text += std::to_string(minutes) + " min";
+    }
+    return text;
+}
+
+std::string whatHappens(const HandOver& use) {
+    switch (use.kind) {
+        case kept:
+            return namesText(use.to) + ", gardé";
+        case first:
+            return namesText(use.to) + ", premier";
+        case passage:
+            return namesText(use.from) + " → " + namesText(use.to) + ", passage (" +
+                   betweenText(use) + ")";
+        case tight:
+            return namesText(use.from) + " → " + namesText(use.to) + ", serré";
+        case collision:
+            return namesText(use.to) + ", collision";
+    }
+    return {};
+}
+
+}  // namespace
+
+HandOvers handOvers(const Show& show) {
+    const std::vector<Lengths> before = lengthsBefore(show.songs);
+    HandOvers all;
+    all.songs.resize(show.songs.size());
+    for (Ledger ledger : {Ledger(Equipment::Kind::microphone, show.mics, &Guest::mic),
+                          Ledger(Equipment::Kind::iem, show.iems, &Guest::iem)}) {
+        for (std::size_t i = 0; i < show.songs.size(); ++i) {
+            ledger.follow(show.songs[i], i, before, all);
+        }
+        std::ranges::copy(ledger.equipment(), std::back_inserter(all.equipment));
+    }
+    return all;
+}
+
+std::string handOverText(const HandOvers& all, const HandOver& one) {
+    return equipmentText(all.equipment[one.equipment]) + "\u00A0: " + whatHappens(one);
+}
+
+std::string handOversText(const HandOvers& all, std::int64_t songIndex) {
+    if (songIndex < 0 || songIndex >= std::ssize(all.songs)) {
+        return {};
+    }
+    std::vector<HandOver> changes = all.songs[static_cast<std::size_t>(songIndex)];
+    std::erase_if(changes, [](const HandOver& use) { return use.kind == kept; });
+    std::ranges::stable_sort(changes, std::ranges::greater{}, &HandOver::kind);
+    std::string text;
+    for (const HandOver& change : changes) {
+        text += (text.empty() ? "" : "   ·   ") + handOverText(all, change);
+    }
+    return text;
+}
+
+EquipmentFaults equipmentFaults(const HandOvers& all, std::size_t song) {
+    EquipmentFaults faults;
+    for (const HandOver& use : all.songs[song]) {
+        if (use.kind == collision) {
+            faults.isCollision = true;
+            faults.lines.push_back(handOverText(all, use));
+        } else if (!all.equipment[use.equipment].isListed) {
+            faults.lines.push_back(equipmentText(all.equipment[use.equipment]));
+        }
+    }
+    return faults;
+}
+
+}  // namespace tessivo
