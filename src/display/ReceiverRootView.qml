@@ -7,6 +7,7 @@ import Tessivo.Style
 Item {
     id: root
 
+    readonly property alias receiver: receiver
     readonly property bool searching: receiver.status === ReceiverViewModel.Searching
 
     signal changeMode

@@ -23,6 +23,14 @@ void ReceiverViewModel::componentComplete() {
     client_->start();
 }
 
+PassagesContent* ReceiverViewModel::passages() {
+    if (!passages_) {
+        passages_.emplace();
+        presentPassages();
+    }
+    return &*passages_;
+}
+
 void ReceiverViewModel::update() {
     Status status = Searching;
     if (client_->status() == ReceiverStatus::connected) {
@@ -36,10 +44,19 @@ void ReceiverViewModel::update() {
         content_.presentShow(&state.show, state.activeSongIndex);
         presentRemaining();
     }
+    if (passages_) {
+        presentPassages();
+    }
     if (status != status_) {
         status_ = status;
         Q_EMIT statusChanged();
     }
+}
+
+void ReceiverViewModel::presentPassages() {
+    const auto& state = client_->liveState();
+    passages_->presentShow(state ? &state->show : nullptr);
+    passages_->presentCursor(state ? state->activeSongIndex : 0);
 }
 
 void ReceiverViewModel::setFollowing(bool following) {

@@ -6,6 +6,7 @@
 
 #include "base/Instant.h"
 #include "base/Signal.h"
+#include "display/PassagesContent.h"
 #include "display/StageContent.h"
 #include "platform/MainQueue.h"
 #include "sync/ReceiverClient.h"
@@ -25,6 +26,7 @@ class ReceiverViewModel : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_PROPERTY(Status status READ status NOTIFY statusChanged)
     Q_PROPERTY(tessivo::StageContent* content READ content CONSTANT)
+    Q_PROPERTY(tessivo::PassagesContent* passages READ passages CONSTANT)
 
 public:
     enum Status {
@@ -43,6 +45,8 @@ public:
     /// The received show with the time left by this computer's own clock, which moves once a
     /// second.
     StageContent* content() { return &content_; }
+    /// The passages of the received show. Worked out only once somebody has asked for them.
+    PassagesContent* passages();
 
 Q_SIGNALS:
     void statusChanged();
@@ -50,6 +54,7 @@ Q_SIGNALS:
 private:
     void update();
     void setFollowing(bool following);
+    void presentPassages();
     void presentRemaining();
 
     ScreenContext* context_ = nullptr;  // these two from componentComplete on
@@ -57,6 +62,7 @@ private:
     Subscription subscription_;
     Status status_ = Searching;
     StageContent content_;
+    std::optional<PassagesContent> passages_;
     Instant now_;
     std::unique_ptr<MainQueue::Repetition> tick_;
 };

@@ -33,6 +33,11 @@ std::vector<Lengths> lengthsBefore(const std::vector<Song>& songs) {
     return before;
 }
 
+std::string nameOf(const Guest& guest) {
+    const std::string_view name = trimSpacesAndLineBreaks(guest.name);
+    return std::string(name.empty() ? "(sans nom)" : name);
+}
+
 /// Follows one list of equipment through the songs.
 class Ledger {
 public:
@@ -50,7 +55,7 @@ public:
         std::map<std::size_t, std::vector<std::string>> takers;
         for (const Guest& guest : song.guests) {
             if (const auto position = positionOf(trimSpacesAndLineBreaks(guest.*label_), false)) {
-                takers[*position].emplace_back(trimSpacesAndLineBreaks(guest.name));
+                takers[*position].push_back(nameOf(guest));
             }
         }
         for (auto& [position, names] : takers) {
@@ -109,19 +114,8 @@ private:
     std::map<std::string, std::size_t> positions_;
 };
 
-std::string namesText(const std::vector<std::string>& names) {
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        text += i == 0 ? "" : i + 1 == names.size() ? " et " : ", ";
-        text += names[i].empty() ? "(sans nom)" : names[i];
-    }
-    return text;
-}
-
-std::string equipmentText(const Equipment& equipment) {
-    const std::string label =
-        equipment.kind == Equipment::Kind::iem ? "IEM " + equipment.label : equipment.label;
-    return equipment.isListed ? label : label + " (hors liste)";
+std::string labelText(const Equipment& equipment) {
+    return equipment.kind == Equipment::Kind::iem ? "IEM " + equipment.label : equipment.label;
 }
 
 std::string betweenText(const HandOver& use) {
@@ -136,20 +130,12 @@ std::string betweenText(const HandOver& use) {
 }
 
 std::string whatHappens(const HandOver& use) {
-    switch (use.kind) {
-        case kept:
-            return namesText(use.to) + ", gardé";
-        case first:
-            return namesText(use.to) + ", premier";
-        case passage:
-            return namesText(use.from) + " → " + namesText(use.to) + ", passage (" +
-                   betweenText(use) + ")";
-        case tight:
-            return namesText(use.from) + " → " + namesText(use.to) + ", serré";
-        case collision:
-            return namesText(use.to) + ", collision";
+    std::string text = namesText(use.to);
+    if (use.kind == passage || use.kind == tight) {
+        text.insert(0, namesText(use.from) + " → ");
     }
-    return {};
+    text.append(", ").append(use.kind == kept ? "gardé" : handOverWord(use.kind));
+    return use.kind == passage ? text + " (" + betweenText(use) + ")" : text;
 }
 
 }  // namespace
@@ -168,8 +154,35 @@ HandOvers handOvers(const Show& show) {
     return all;
 }
 
+std::string namesText(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == names.size() ? " et " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+std::string_view handOverWord(HandOver::Kind kind) {
+    switch (kind) {
+        case kept:
+            return "";
+        case first:
+            return "premier";
+        case passage:
+            return "passage";
+        case tight:
+            return "serré";
+        case collision:
+            return "collision";
+    }
+    return "";
+}
+
 std::string handOverText(const HandOvers& all, const HandOver& one) {
-    return equipmentText(all.equipment[one.equipment]) + "\u00A0: " + whatHappens(one);
+    const Equipment& equipment = all.equipment[one.equipment];
+    return labelText(equipment) + (equipment.isListed ? "" : " (hors liste)") +
+           "\u00A0: " + whatHappens(one);
 }
 
 std::string handOversText(const HandOvers& all, std::int64_t songIndex) {
@@ -188,13 +201,19 @@ std::string handOversText(const HandOvers& all, std::int64_t songIndex) {
 
 EquipmentFaults equipmentFaults(const HandOvers& all, std::size_t song) {
     EquipmentFaults faults;
+    std::string unlisted;
     for (const HandOver& use : all.songs[song]) {
+        const Equipment& equipment = all.equipment[use.equipment];
         if (use.kind == collision) {
             faults.isCollision = true;
             faults.lines.push_back(handOverText(all, use));
-        } else if (!all.equipment[use.equipment].isListed) {
-            faults.lines.push_back(equipmentText(all.equipment[use.equipment]));
         }
+        if (!equipment.isListed) {
+            unlisted += (unlisted.empty() ? "Hors liste\u00A0: " : ", ") + labelText(equipment);
+        }
+    }
+    if (!unlisted.empty()) {
+        faults.lines.push_back(std::move(unlisted));
     }
     return faults;
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessivo {
@@ -33,7 +34,7 @@ struct HandOver {
 
     Kind kind = Kind::first;
     std::size_t equipment = 0;           ///< position in `HandOvers::equipment`
-    std::vector<std::string> from;       ///< who had it last, by trimmed names; none the first time
+    std::vector<std::string> from;       ///< who had it last, by name; none the first time
     std::vector<std::string> to;         ///< who takes it, in the order of the song's guests
     std::size_t songsBetween = 0;        ///< since it was used last
     std::int64_t secondsBetween = 0;     ///< the known lengths of those songs
@@ -52,8 +53,15 @@ struct HandOvers {
     friend bool operator==(const HandOvers&, const HandOvers&) = default;
 };
 
-/// Labels and names compare as trimmed text. An empty label is no equipment.
+/// Labels and names compare as trimmed text. An empty label is no equipment, and who has no name is
+/// "(sans nom)".
 HandOvers handOvers(const Show& show);
+
+/// French: Léa, Karim et Noé.
+std::string namesText(const std::vector<std::string>& names);
+
+/// What the crew has to do, in a French word; empty for nothing.
+std::string_view handOverWord(HandOver::Kind kind);
 
 /// French, one line: HF 2 : Léa → Karim, passage (3 morceaux, 12 min).
 std::string handOverText(const HandOvers& all, const HandOver& one);

@@ -13,7 +13,7 @@ namespace tessivo {
 
 // What the lengths of the songs make of the clock. Times of day are seconds after midnight.
 
-constexpr std::int64_t secondsPerDay = 24 * 60 * 60;
+constexpr std::int64_t secondsPerDay = 86'400;
 
 /// The song's length in seconds, 0 to `secondsPerDay`; none when it has none. A length that can't
 /// be one, which files may hold, counts as none, so that sums stay small and never run backwards.

@@ -78,10 +78,13 @@ void ReceiverTest::followsAnAdminAndLosesIt() {
         station.tell(show(), 1, station.computer.time.now());
         QCOMPARE(receiver.status(), ReceiverViewModel::Following);
         QCOMPARE(receiver.content()->current().title, QStringLiteral("Morceau 2"));
+        QCOMPARE(receiver.passages()->rows()->rowCount(), 3);
+        QCOMPARE(receiver.passages()->currentRow(), 1);
         QVERIFY(station.computer.stayAwake.isAwake);
         station.admin.reset();
         station.computer.time.advance(2.0);
         QCOMPARE(receiver.status(), ReceiverViewModel::Searching);
+        QCOMPARE(receiver.passages()->rows()->rowCount(), 0);
         QVERIFY(!station.computer.stayAwake.isAwake);
     }
     station.startAdmin();

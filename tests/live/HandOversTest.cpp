@@ -91,6 +91,6 @@ TEST_CASE("what changes hands is told with the most pressing first, and what is 
     const EquipmentFaults faults = equipmentFaults(all, 2);
     CHECK(faults.isCollision);
     CHECK(faults.lines ==
-          std::vector<std::string>{"C\u00A0: Cyd et Dan, collision", "IEM X (hors liste)"});
+          std::vector<std::string>{"C\u00A0: Cyd et Dan, collision", "Hors liste\u00A0: IEM X"});
     CHECK(equipmentFaults(all, 0).lines.empty());
 }

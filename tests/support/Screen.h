@@ -122,9 +122,14 @@ public:
     /// The stage window, opened as the operator does.
     QQuickWindow* openStage() const {
         click("Ouvrir l'affichage");
-        const auto find = [] {
+        return windowTitled("Tessivo — Affichage");
+    }
+
+    /// A window that is about to show.
+    static QQuickWindow* windowTitled(const char* title) {
+        const auto find = [title] {
             for (QWindow* shown : QGuiApplication::topLevelWindows()) {
-                if (shown->isVisible() && shown->title() == QStringLiteral("Tessivo — Affichage")) {
+                if (shown->isVisible() && shown->title() == QString::fromUtf8(title)) {
                     return qobject_cast<QQuickWindow*>(shown);
                 }
             }

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void renamesTheShow();
     void typingAndMovingKeepTheFieldAndEveryRow();
     void returnCommitsTimecodeAndLength();
+    void aCollisionIsMarkedWhileItIsTyped();
     void oneRowIsOpenAtATime();
     void aDragTakesThePlaceOfTheRowItEnters();
     void aDragScrollsALongListAtItsEdge();
@@ -159,6 +160,22 @@ void EditorTest::typingAndMovingKeepTheFieldAndEveryRow() {
     screen.press(Qt::Key_Delete);
     QCOMPARE(screen.state.activeShow()->songs[0].title, std::string());
     QVERIFY(field->hasActiveFocus());
+}
+
+void EditorTest::aCollisionIsMarkedWhileItIsTyped() {
+    Show show = fourSongs();
+    show.songs[1].guests[0] = {Uuid::random(), "Léa", "HF 1", "Perso", std::nullopt};
+    show.songs[1].guests.push_back({Uuid::random(), "Karim", "HF 2", "Générique", std::nullopt});
+    Screen screen(show);
+    tap(screen, title2);
+    QVERIFY(!screen.shows("Collision"));
+    const Song& song = screen.state.activeShow()->songs[1];
+    screen.state.updateGuest(song.id, song.guests[1].id, std::nullopt, " HF 1", std::nullopt);
+    QVERIFY(screen.shows("Collision"));
+    QVERIFY(screen.shows("HF 1\u00A0: Léa et Karim, collision"));
+    screen.state.updateGuest(song.id, song.guests[1].id, std::nullopt, "HF 9", std::nullopt);
+    QVERIFY(!screen.shows("Collision"));
+    QVERIFY(screen.shows("Hors liste\u00A0: HF 9"));
 }
 
 void EditorTest::returnCommitsTimecodeAndLength() {

@@ -1,6 +1,8 @@
 #include <QQuickStyle>
 #include <QTest>
 
+#include "kit/LocalTime.h"
+#include "live/ShowClock.h"
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "timecode/LtcManager.h"
@@ -39,6 +41,8 @@ private Q_SLOTS:
     void initTestCase() { QQuickStyle::setStyle("Basic"); }
     void showsTheCurrentSongAndItsNeighbours();
     void announcesTheNextSong();
+    void tellsWhatChangesHandsAndTheHour();
+    void thePassagesFollow();
     void keysActWhateverHasBeenClicked();
     void aHeldKeyCountsOnce();
     void aClickJumpsToAComingSong();
@@ -95,6 +99,53 @@ void LiveScreenTest::announcesTheNextSong() {
     screen.computer.time.advance(1.0);
     QVERIFY(screen.shows("0:10"));
     QCOMPARE(row->property("announced").toBool(), true);
+}
+
+void LiveScreenTest::tellsWhatChangesHandsAndTheHour() {
+    LiveScreen screen(concert());
+    QVERIFY(
+        screen.shows("HF 2 (hors liste)\u00A0: Léa → Chœurs, serré   ·   "
+                     "IEM Mix 3 (hors liste)\u00A0: Léa → Chœurs, serré"));
+    const QDateTime end = localTime(screen.computer.time.now() + 12.0);
+    const std::string text = plannedEndText(end.toString("HH:mm").toStdString(), 9);
+    QVERIFY2(screen.shows(text.c_str()), qPrintable(screen.texts().join('|')));
+    screen.computer.time.advance(1.0);
+    QVERIFY(screen.shows(qPrintable(localTime(screen.computer.time.now()).toString("HH:mm:ss"))));
+    screen.state.goNext();
+    QVERIFY(screen.texts().filter("→ Chœurs").isEmpty());
+    QVERIFY(screen.texts().filter("Fin prévue").isEmpty());
+}
+
+void LiveScreenTest::thePassagesFollow() {
+    LiveScreen screen(concert());
+    screen.press(Qt::Key_P, Qt::ControlModifier);
+    QQuickWindow* passages = Screen::windowTitled("Tessivo — Passages");
+    QVERIFY(passages);
+    passages->grabWindow();
+    QVERIFY(Screen::texts(passages).contains("serré"));
+    const auto current = [&] {
+        QStringList lit;
+        for (const auto& item : Screen::items(passages->contentItem())) {
+            if (item->property("isCurrent").toBool()) {
+                lit.append(item->property("index").toString());
+            }
+        }
+        return lit.join(' ');
+    };
+    QCOMPARE(current(), "0");
+    screen.state.jumpTo(1);
+    QTest::keyClick(passages, Qt::Key_Space);
+    QCOMPARE(current(), "2");
+    const Song& next = screen.state.activeShow()->songs[1];
+    screen.state.updateGuest(next.id, next.guests[0].id, "Léa", std::nullopt, std::nullopt);
+    QVERIFY(!Screen::texts(passages).contains("serré"));
+
+    const qreal width = Screen::find(passages, "Morceau 1")->mapRectToScene({0, 0, 100, 1}).width();
+    QTest::keyClick(passages, Qt::Key_Plus, Qt::ControlModifier);
+    QVERIFY(Screen::find(passages, "Morceau 1")->mapRectToScene({0, 0, 100, 1}).width() > width);
+    const QList<QPointer<QQuickItem>> before = Screen::items(passages->contentItem());
+    screen.computer.time.advance(3.0);
+    QCOMPARE(Screen::items(passages->contentItem()), before);
 }
 
 void LiveScreenTest::keysActWhateverHasBeenClicked() {

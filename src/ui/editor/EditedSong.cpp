@@ -3,6 +3,8 @@
 #include "kit/ShownText.h"
 #include "live/Setlist.h"
 
+#include <string>
+
 namespace tessivo {
 
 EditedGuest::EditedGuest(const Guest& guest)
@@ -16,12 +18,19 @@ QString EditedGuest::idText() const {
     return toQString(id.toText());
 }
 
-EditedSong::EditedSong(const Song& song)
+EditedSong::EditedSong(const Song& song, const EquipmentFaults& faults)
     : id(song.id),
       title(toQString(song.title)),
       timecode(toQString(song.ltcTimecode.value_or(std::string()))),
       length(song.duration ? toQString(minutesAndSeconds(*song.duration)) : QString()),
-      guests(song.guests.begin(), song.guests.end()) {}
+      guests(song.guests.begin(), song.guests.end()),
+      isCollision(faults.isCollision) {
+    QStringList lines;
+    for (const std::string& line : faults.lines) {
+        lines.append(toShownText(line));
+    }
+    faultText = lines.join(QLatin1Char('\n'));
+}
 
 QString EditedSong::idText() const {
     return toQString(id.toText());

@@ -5,6 +5,7 @@
 
 #include "base/Uuid.h"
 #include "kit/KeyedListModel.h"
+#include "live/HandOvers.h"
 #include "model/Song.h"
 
 #include <vector>
@@ -46,10 +47,12 @@ class EditedSong {
     Q_PROPERTY(QString timecode MEMBER timecode)
     Q_PROPERTY(QString length MEMBER length)
     Q_PROPERTY(int guestCount READ guestCount)
+    Q_PROPERTY(bool isCollision MEMBER isCollision)
+    Q_PROPERTY(QString faultText MEMBER faultText)
 
 public:
     EditedSong() = default;
-    explicit EditedSong(const Song& song);
+    EditedSong(const Song& song, const EquipmentFaults& faults);
 
     const Uuid& key() const { return id; }
     QString idText() const;
@@ -62,6 +65,8 @@ public:
     QString timecode;  ///< empty when the song has none
     QString length;    ///< M:SS, empty when the song has none
     std::vector<EditedGuest> guests;
+    bool isCollision = false;  ///< two guests or more have the same microphone or mix
+    QString faultText;         ///< what is wrong with the equipment, a line for each
 
     friend bool operator==(const EditedSong&, const EditedSong&) = default;
 };

@@ -2,11 +2,13 @@
 
 #include "base/Text.h"
 #include "kit/ShownText.h"
+#include "live/HandOvers.h"
 #include "live/SongText.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tessivo {
 namespace {
@@ -25,7 +27,13 @@ void ShowEditorViewModel::update(AppState::Field field) {
 
 void ShowEditorViewModel::present() {
     const Show& shown = show();
-    songs_.setRows({shown.songs.begin(), shown.songs.end()});
+    const HandOvers all = handOvers(shown);
+    std::vector<EditedSong> songs;
+    songs.reserve(shown.songs.size());
+    for (std::size_t i = 0; i < shown.songs.size(); ++i) {
+        songs.emplace_back(shown.songs[i], equipmentFaults(all, i));
+    }
+    songs_.setRows(std::move(songs));
     mics_.present(shown.mics);
     iems_.present(shown.iems);
     QString name = isGone() ? QString() : toQString(shown.name);

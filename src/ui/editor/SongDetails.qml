@@ -79,6 +79,15 @@ ColumnLayout {
         font.italic: true
         color: Colors.pvPaperDim
     }
+    PVText {
+        visible: text !== ""
+        text: details.song.faultText
+        size: Fonts.caption
+        weight: Font.DemiBold
+        color: Colors.pvAmber
+        wrapMode: Text.Wrap
+        Layout.fillWidth: true
+    }
     GuestsEditorView {
         showId: details.editor.showId
         songId: details.song.id

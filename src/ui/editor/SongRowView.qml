@@ -124,6 +124,11 @@ FocusScope {
             Item {
                 Layout.fillWidth: !title.activeFocus
             }
+            FaultBadge {
+                text: row.song.isCollision ? "Collision" : row.song.faultText !== "" ? "Hors liste" : ""
+                isCollision: row.song.isCollision
+                faultText: row.song.faultText
+            }
             SongBadge {
                 text: row.song.timecode
                 color: Colors.pvAmber

@@ -22,6 +22,14 @@ Rectangle {
         id: live
         showId: screen.showId
     }
+    NextHandOversViewModel {
+        id: nextHandOvers
+        showId: screen.showId
+    }
+    ShowClockViewModel {
+        id: showClock
+        showId: screen.showId
+    }
 
     KeepAwake {
         active: screen.visible
@@ -172,10 +180,27 @@ Rectangle {
                     spacing: 8
                     visible: nextSongs.count > 0
 
-                    PVText {
-                        text: "À suivre"
-                        size: Fonts.smallCaption
-                        color: Colors.pvPaperFaint
+                    // On one line, or the next title would go out of sight in a small window.
+                    Item {
+                        width: parent.width
+                        height: handOvers.height
+
+                        PVText {
+                            id: heading
+
+                            text: "À suivre"
+                            size: Fonts.smallCaption
+                            color: Colors.pvPaperFaint
+                            anchors.baseline: handOvers.baseline
+                        }
+                        HandOversLine {
+                            id: handOvers
+
+                            text: nextHandOvers.line
+                            anchors.left: heading.right
+                            anchors.leftMargin: 14
+                            anchors.right: parent.right
+                        }
                     }
                     Repeater {
                         id: nextSongs
@@ -208,6 +233,19 @@ Rectangle {
                 size: 13
                 weight: Font.DemiBold
                 color: Colors.pvPaperDim
+            }
+            PVText {
+                text: showClock.clock
+                size: 13
+                digits: true
+                Layout.leftMargin: 12
+            }
+            PVText {
+                text: showClock.plannedEnd
+                size: 13
+                color: Colors.pvPaperDim
+                elide: Text.ElideRight
+                Layout.leftMargin: 6
                 Layout.fillWidth: true
             }
             PVText {

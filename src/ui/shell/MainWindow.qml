@@ -64,6 +64,10 @@ ApplicationWindow {
         EditMenu {}
         WindowMenu {
             onFullScreenToggled: fullScreen.toggle()
+            onPassagesRequested: {
+                passagesWindow.active = true;
+                (passagesWindow.item as PassagesWindow).present();
+            }
         }
     }
 
@@ -117,6 +121,14 @@ ApplicationWindow {
 
         active: false
         sourceComponent: DisplayWindow {}
+    }
+
+    Loader {
+        id: passagesWindow
+
+        active: false
+        sourceComponent: PassagesWindow {}
+        onLoaded: (item as PassagesWindow).content = Qt.binding(() => root.passages())
     }
 
     Connections {

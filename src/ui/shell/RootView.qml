@@ -14,6 +14,14 @@ FocusScope {
     }
 
     property int mode: RootView.None
+    /** The passages of the show that this computer drives, or follows as a station. */
+    function passages(): PassagesContent {
+        const station = stationLoader.item as ReceiverRootView;
+        if (station) {
+            return station.receiver.passages;
+        }
+        return LocalPassagesViewModel.content;
+    }
 
     function leaveMode() {
         mode = RootView.None;
@@ -37,6 +45,8 @@ FocusScope {
     }
 
     Loader {
+        id: stationLoader
+
         anchors.fill: parent
         active: root.mode === RootView.Affichage
         focus: active

@@ -8,6 +8,7 @@ PVMenu {
     id: menu
 
     signal fullScreenToggled
+    signal passagesRequested
 
     title: "Fe&nêtre"
 
@@ -15,6 +16,11 @@ PVMenu {
         text: "Plein écran"
         shortcut: "F11"
         onTriggered: menu.fullScreenToggled()
+    }
+    Action {
+        text: "Passages"
+        shortcut: "Ctrl+P"
+        onTriggered: menu.passagesRequested()
     }
     Action {
         text: "Ouvrir le journal"
