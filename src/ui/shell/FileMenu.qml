@@ -5,6 +5,11 @@ import Tessivo.Ui
 
 /** The file commands, each with its shortcut beside it. */
 PVMenu {
+    id: menu
+
+    /** Of PaperViewModel.Form. */
+    signal paperRequested(int form)
+
     title: "&Fichier"
 
     Action {
@@ -30,5 +35,26 @@ PVMenu {
         shortcut: "Ctrl+O"
         enabled: !ShellViewModel.locked
         onTriggered: ShellViewModel.openShow()
+    }
+    MenuSeparator {
+        contentItem: Rectangle {
+            implicitHeight: 1
+            color: Colors.pvLine
+        }
+    }
+    Action {
+        text: "Imprimer…"
+        enabled: ShellViewModel.activeShowId !== "" && !ShellViewModel.locked
+        onTriggered: menu.paperRequested(PaperViewModel.Print)
+    }
+    Action {
+        text: "Exporter en PDF…"
+        enabled: ShellViewModel.activeShowId !== "" && !ShellViewModel.locked
+        onTriggered: menu.paperRequested(PaperViewModel.Pdf)
+    }
+    Action {
+        text: "Exporter en CSV…"
+        enabled: ShellViewModel.activeShowId !== "" && !ShellViewModel.locked
+        onTriggered: menu.paperRequested(PaperViewModel.Csv)
     }
 }

@@ -60,7 +60,9 @@ ApplicationWindow {
             }
         }
 
-        FileMenu {}
+        FileMenu {
+            onPaperRequested: form => paper.ask(form)
+        }
         EditMenu {}
         WindowMenu {
             onFullScreenToggled: fullScreen.toggle()
@@ -155,6 +157,10 @@ ApplicationWindow {
 
     UpdateDialog {
         id: update
+    }
+
+    PaperDialogs {
+        id: paper
     }
 
     PVDialog {
