@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 using namespace tessivo;
@@ -51,6 +52,8 @@ Song song(const char* title, int duration, const char* timecode, std::vector<Gue
 Show typicalShow() {
     Show show;
     show.name = "Festival des Quais — vendredi";
+    show.mics = {"HF 1", "HF 2", "HF 3", "HF 4", "Chœur G"};
+    show.iems = {"Mix 1", "Mix 2", "Mix 3", "Générique", "Perso"};
     show.songs = {
         song("Ouverture", 95, "10:00:00:00", {}),
         song("Les lumières du port", 214, "10:02:00:00", {guest("Inès Caradec", "HF 1", "Mix 1")}),
@@ -124,8 +127,12 @@ public:
         main_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         QQmlComponent component(
             &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
-        stage_ = qobject_cast<QQuickWindow*>(component.create());
+        stage_.reset(qobject_cast<QQuickWindow*>(component.create()));
         stage_->show();
+        QQmlComponent passages(
+            &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/PassagesWindow.qml")));
+        passages_.reset(qobject_cast<QQuickWindow*>(passages.create()));
+        passages_->show();
     }
 
     bool takeAll() {
@@ -135,6 +142,7 @@ public:
         takeStageStates();
         takeEditorStates();
         takeLiveStates();
+        takePassagesStates();
         return complete_;
     }
 
@@ -277,6 +285,9 @@ private:
         set("draggingSongId", QString::fromStdString(show.songs[1].id.toText()));
         take(*main_, "editor-dragging", {1180, 820});
         set("draggingSongId", QString());
+        state_.updateGuest(show.songs[2].id, show.songs[2].guests[1].id, std::nullopt, "HF 1",
+                           std::nullopt);
+        take(*main_, "editor-collision", {1180, 820});
         set("selectedTab", configTab);
         take(*main_, "editor-labels", {1180, 820});
         take(*main_, "editor-labels-narrow", {720, 544});
@@ -330,6 +341,24 @@ private:
         present(crowdedShow(), 42);
         take(*main_, "live-crowded", {1180, 820});
         take(*main_, "live-crowded-narrow", {720, 544});
+    }
+
+    void takePassagesStates() {
+        state_.setActiveShowId(std::nullopt);
+        take(*passages_, "passages-no-show", {1100, 700});
+        Show show = typicalShow();
+        show.songs[5].guests.push_back(guest("Basile Ndour", "HF 2", "Mix 3"));
+        show.songs[6].guests.push_back(guest("Soline Vasquez", "Serre-tête", "Mix 2"));
+        present(show, 3);
+        take(*passages_, "passages-typical", {1100, 700});
+        present(crowdedShow(), 42);
+        take(*passages_, "passages-crowded", {1280, 800});
+        take(*passages_, "passages-narrow", {480, 320});
+        passages_->requestActivate();
+        for (int i = 0; i < 4; ++i) {
+            QTest::keyClick(passages_.get(), Qt::Key_Plus, Qt::ControlModifier);
+        }
+        take(*passages_, "passages-zoomed", {1280, 800});
     }
 
     void present(Show show, std::int64_t index) {
@@ -400,7 +429,8 @@ private:
     ScreenContext context_{state_, computer_};
     QQmlApplicationEngine engine_;
     QQuickWindow* main_ = nullptr;
-    QQuickWindow* stage_ = nullptr;
+    std::unique_ptr<QQuickWindow> stage_;
+    std::unique_ptr<QQuickWindow> passages_;
     bool complete_ = true;
 };
 
