@@ -1,5 +1,6 @@
 // Photographs every screen in its states: `gallery FOLDER` writes one PNG each, for eyes to judge.
 #include <QDir>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
@@ -18,6 +19,7 @@
 #include "ui/import/ShowImportViewModel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -140,6 +142,7 @@ public:
         takeListStates();
         takeImportStates();
         takeStageStates();
+        takeZoomStates();
         takeEditorStates();
         takeLiveStates();
         takePassagesStates();
@@ -271,6 +274,74 @@ private:
         present(crowdedShow(), 42);
         take(*stage_, "stage-crowded", {1280, 800});
         take(*stage_, "stage-crowded-narrow", {900, 560});
+    }
+
+    /// Zoomed and fitted, from one guest to a dozen. Prints how large microphones are read.
+    void takeZoomStates() {
+        const struct {
+            const char* name;
+            QSize size;
+        } screens[] = {{"720p", {1280, 720}}, {"full-hd", {1920, 1080}}, {"4k", {3840, 2160}}};
+        for (const std::size_t guests : {0U, 1U, 3U, 8U, 12U}) {
+            present(guestsShow(guests), 1);
+            const std::string name = "stage-" + std::to_string(guests) + "-guests-";
+            QTest::keyClick(stage_.get(), Qt::Key_0, Qt::ControlModifier);
+            take(*stage_, (name + "normal").c_str(), screens[0].size);
+            for (int i = 0; i < 8; ++i) {
+                QTest::keyClick(stage_.get(), Qt::Key_Plus, Qt::ControlModifier);
+            }
+            take(*stage_, (name + "200").c_str(), screens[0].size);
+            QTest::keyClick(stage_.get(), Qt::Key_F, Qt::ControlModifier);
+            for (const auto& screen : screens) {
+                take(*stage_, (name + "fit-" + screen.name).c_str(), screen.size);
+                if (guests > 0) {
+                    std::printf("%zu guests, %s: capitals of a microphone %.0f mm on 55 inches\n",
+                                guests, screen.name, millimetresOfCapitals("HF 1"));
+                }
+            }
+        }
+        present(crowdedShow(), 42);
+        take(*stage_, "stage-crowded-fit", {1920, 1080});
+        QTest::keyClick(stage_.get(), Qt::Key_0, Qt::ControlModifier);
+    }
+
+    /// Of a capital in this text, were the stage's window a whole screen of 55 inches and 16 : 9.
+    double millimetresOfCapitals(const char* text) const {
+        const QQuickItem* item = find(stage_->contentItem(), QString::fromUtf8(text));
+        const double screenHeight = 55 * 25.4 * 9 / std::hypot(16, 9);
+        const double height = QFontMetricsF(item->property("font").value<QFont>()).capHeight();
+        return item->mapRectToScene(QRectF(0, 0, 1, height)).height() / stage_->height() *
+               screenHeight;
+    }
+
+    /// Three songs; the second has this many guests, of whom some write from right to left, and so
+    /// has the third.
+    static Show guestsShow(std::size_t count) {
+        const char* names[] = {"Inès Caradec",
+                               "Malik Ferrand",
+                               "نادية منصور",
+                               "Basile Ndour",
+                               "Soline",
+                               "Noé Castellane",
+                               "Chœur d'Arvel",
+                               "Yui Takahashi",
+                               "דנה לוי",
+                               "Maximilienne-Apolline de La Rochefoucauld",
+                               "Jo",
+                               "Ann-Kathrin Vogt"};
+        Show show;
+        show.name = "Grand soir";
+        show.songs = {song("Ouverture", 95, "", {}), song("Les lumières du port", 235, "", {}),
+                      song("La grande traversée de la nuit", 305, "", {})};
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string number = std::to_string(i + 1);
+            for (const int at : {1, 2}) {
+                show.songs[static_cast<std::size_t>(at)].guests.push_back(
+                    guest(names[i], ("HF " + number).c_str(), ("Mix " + number).c_str(),
+                          i == 2 ? std::optional("-3 dB") : std::nullopt));
+            }
+        }
+        return show;
     }
 
     void takeEditorStates() {

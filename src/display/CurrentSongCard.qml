@@ -13,6 +13,7 @@ Rectangle {
     property string countdown: ""
     property bool urgent: false
 
+    readonly property bool isReduced: body.drawnScale < 1
     readonly property alias guestsOnOneLine: guests.onOneLine
 
     /** Draws the title and the guests as FittedColumn does; the line above them stays as it is. */

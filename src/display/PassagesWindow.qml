@@ -29,5 +29,6 @@ CrewWindow {
     Zoom {
         id: zoom
         anchors.fill: parent
+        view: "passages"
     }
 }

@@ -19,6 +19,8 @@ Flickable {
     readonly property int footerHeight: 40
     readonly property real pastHeight: card.y
     property bool fitting: false
+    /// Whether the current song's card can't be seen whole at its size.
+    property bool isCrowded: false
 
     /// Draws the current song's card as large as it can be with all its guests in view, and gives
     /// up the past songs rather than its legibility.
@@ -30,6 +32,7 @@ Flickable {
             card.fitInto(room, 0.3);
         }
         column.forceLayout();
+        isCrowded = card.isReduced || card.height > room;
         contentY = keepsPast ? 0 : Math.max(0, Math.min(pastHeight + column.spacing, contentHeight - height));
         fitting = false;
     }

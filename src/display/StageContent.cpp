@@ -36,8 +36,10 @@ void StageContent::presentShow(const Show* show, std::int64_t songIndex) {
         past_.present(*show, pastSongs(*show, songIndex));
         next_.present(*show, nextSongs(*show, songIndex, nextSongsOnStage));
         SongInfo current(*song, static_cast<int>(songIndex) + 1);
-        if (current != current_) {
+        SongInfo following = next_.rows().empty() ? SongInfo() : next_.rows().front();
+        if (current != current_ || following != following_) {
             current_ = std::move(current);
+            following_ = std::move(following);
             Q_EMIT currentChanged();
         }
     }

@@ -22,6 +22,7 @@ class StageContent : public QObject {
     Q_PROPERTY(Panel panel READ panel NOTIFY contentChanged)
     Q_PROPERTY(QString showName READ showName NOTIFY contentChanged)
     Q_PROPERTY(tessivo::SongInfo current READ current NOTIFY currentChanged)
+    Q_PROPERTY(tessivo::SongInfo following READ following NOTIFY currentChanged)
     Q_PROPERTY(tessivo::SongListModel* past READ past CONSTANT)
     Q_PROPERTY(tessivo::SongListModel* next READ next CONSTANT)
     Q_PROPERTY(QString countdown READ countdown NOTIFY countdownChanged)
@@ -39,6 +40,8 @@ public:
     Panel panel() const { return panel_; }
     const QString& showName() const { return showName_; }
     const SongInfo& current() const { return current_; }
+    /// The song after the current one; its position is 0 when there is none.
+    const SongInfo& following() const { return following_; }
     SongListModel* past() { return &past_; }
     SongListModel* next() { return &next_; }
     /// M:SS, empty when no time is left to show.
@@ -55,6 +58,7 @@ private:
     Panel panel_ = WaitingForShow;
     QString showName_;
     SongInfo current_;
+    SongInfo following_;
     SongListModel past_;
     SongListModel next_;
     QString countdown_;

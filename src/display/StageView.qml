@@ -17,6 +17,9 @@ Rectangle {
     readonly property int minimumWidth: 900
     readonly property int minimumHeight: 560
     readonly property real magnification: Math.max(1, Math.min(width / minimumWidth, height / minimumHeight))
+    /** Drawn larger than what matters has room for, the setlist gives way to the current song. */
+    readonly property bool fits: content.panel === StageContent.Songs && (zoom.fits || (zoom.factor > 1 && setlist.isCrowded))
+    readonly property real drawnScale: fits ? 1 : magnification * zoom.factor
 
     readonly property bool hasSetlist: content.panel === StageContent.Songs || content.panel === StageContent.Finished
 
@@ -29,14 +32,17 @@ Rectangle {
     }
 
     Item {
-        width: stage.width / stage.magnification
-        height: stage.height / stage.magnification
-        scale: stage.magnification
+        width: stage.width / stage.drawnScale
+        height: stage.height / stage.drawnScale
+        scale: stage.drawnScale
         transformOrigin: Item.TopLeft
 
         SetlistView {
-            anchors.fill: parent
-            visible: stage.content.panel === StageContent.Songs
+            id: setlist
+
+            width: stage.width / (stage.magnification * zoom.factor)
+            height: stage.height / (stage.magnification * zoom.factor)
+            visible: stage.content.panel === StageContent.Songs && !stage.fits
             content: stage.content
         }
 
@@ -67,6 +73,7 @@ Rectangle {
 
         // The setlist fades out behind the footer.
         Rectangle {
+            visible: !stage.fits
             anchors.bottom: parent.bottom
             width: parent.width
             height: 56
@@ -90,5 +97,19 @@ Rectangle {
             color: Colors.pvPaperFaint
             text: "Tessivo, la conduite des shows en direct · " + Qt.application.version + (stage.source ? " · " + stage.source : "")
         }
+    }
+
+    FittedStage {
+        anchors.fill: parent
+        anchors.bottomMargin: 36
+        visible: stage.fits
+        content: stage.content
+    }
+
+    Zoom {
+        id: zoom
+        anchors.fill: parent
+        view: "stage"
+        canFit: true
     }
 }

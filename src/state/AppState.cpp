@@ -15,8 +15,8 @@
 namespace tessivo {
 namespace {
 
-constexpr std::string_view lockedValue = "locked";
-constexpr std::string_view unlockedValue = "unlocked";
+constexpr char lockedValue[] = "locked";
+constexpr char unlockedValue[] = "unlocked";
 
 }  // namespace
 
@@ -26,11 +26,12 @@ AppState::AppState(const Platform& platform)
                                                platform.log)),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
-      updater_(platform.updates) {
+      updater_(platform.updates),
+      choices_(platform.preferences) {
     holdsRecord_ = platform.preferences.takeHold();
     keepsShows_ = holdsRecord_;
     load();
-    isLocked_ = platform.preferences.data(lockKey) == lockedValue;
+    isLocked_ = choices_.get(lockKey) == lockedValue;
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
     ltcManager_->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
         checkLtcAutoAdvance(totalFrames, fps);
@@ -67,8 +68,8 @@ void AppState::setAutoAdvanceEnabled(bool enabled) {
 void AppState::setLocked(bool locked) {
     if (locked != isLocked_) {
         assign(Field::isLocked, isLocked_, locked);
-        lockHasChanged_ = true;
-        storeLock();
+        choices_.set(lockKey, locked ? lockedValue : unlockedValue);
+        setKeepsShows(keepsShows_ && platform_.preferences.isKeeping());
     }
 }
 
@@ -161,17 +162,10 @@ void AppState::store() {
     setKeepsShows(mayReplace && platform_.preferences.isKeeping());
 }
 
-void AppState::storeLock() {
-    platform_.preferences.setData(lockKey, isLocked_ ? lockedValue : unlockedValue);
-    setKeepsShows(keepsShows_ && platform_.preferences.isKeeping());
-}
-
 void AppState::goOnKeeping() {
     if (holdsRecord_) {
         if (!keepsShows_ || !platform_.preferences.isKeeping()) {
-            if (lockHasChanged_) {
-                storeLock();
-            }
+            choices_.setAgain();
             store();
         }
     } else if (!recordHasChanged_ && platform_.preferences.takeHold()) {

@@ -7,6 +7,7 @@
 #include "platform/FileStore.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
+#include "state/Choices.h"
 #include "state/UpdaterModel.h"
 
 #include <cstdint>
@@ -103,6 +104,9 @@ public:
     /// windows go on. After a restart a show may be opened, which is the way back.
     bool isLocked() const { return isLocked_; }
     void setLocked(bool locked);
+
+    /// What was chosen on this computer. Written at once, and again each second until it is kept.
+    Choices& choices() { return choices_; }
 
     LtcManager& ltcManager() { return *ltcManager_; }
     UpdaterModel& updater() { return updater_; }
@@ -209,7 +213,6 @@ private:
     void load();
     void save();
     void store();
-    void storeLock();
     void goOnKeeping();
     void setKeepsShows(bool keeps);
     /// Tells the observers before and after.
@@ -263,12 +266,12 @@ private:
     bool updateAvailable_ = false;
     std::optional<std::string> latestUpdateVersion_;
     std::optional<std::string> lastFileError_;
+    Choices choices_;
     bool isLocked_ = false;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool holdsRecord_ = false;
     bool keepsShows_ = false;
     bool recordHasChanged_ = false;  // in this run
-    bool lockHasChanged_ = false;    // in this run
     bool storedRecordIsUnreadable_ = false;
 };
 
