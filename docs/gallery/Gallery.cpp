@@ -282,6 +282,8 @@ private:
             const char* name;
             QSize size;
         } screens[] = {{"720p", {1280, 720}}, {"full-hd", {1920, 1080}}, {"4k", {3840, 2160}}};
+        stage_->requestActivate();
+        QTest::qWait(100);
         for (const std::size_t guests : {0U, 1U, 3U, 8U, 12U}) {
             present(guestsShow(guests), 1);
             const std::string name = "stage-" + std::to_string(guests) + "-guests-";

@@ -26,7 +26,7 @@ Item {
     readonly property int rowGap: 6
     readonly property int titleLine: 46
     readonly property int longestName: 230
-    readonly property int longestLabel: 200
+    readonly property int longestLabel: 400
 
     component Measure: FontMetrics {
         required property int size
@@ -77,7 +77,7 @@ Item {
     function measure(): void {
         let [name, mic, iem, volume] = [0, 0, 0, 0];
         for (let i = 0; i < song.guests.length; ++i) {
-            const guest = song.guests[i] as guestInfo;
+            const guest = song.guests[i];
             name = Math.max(name, widthOf(nameFont, guest.name, longestName));
             mic = Math.max(mic, widthOf(micFont, guest.mic, longestLabel));
             iem = Math.max(iem, widthOf(iemFont, guest.iem, longestLabel));
@@ -101,7 +101,7 @@ Item {
         const needed = Math.max(columns * guestWidth + (columns - 1) * gap, titleWidth + gap + timeWidth, 420);
         const guestsHeight = song.guests.length === 0 ? 30 : rows * (rowHeight + rowGap) - rowGap;
         const height = 20 + Math.max(lines * titleLine, 58) + gap + guestsHeight + 2 * padding;
-        return Math.min(width / (needed + 2 * padding + 2 * margin), stage.height / (height + gap + nextHeight + margin));
+        return Math.min(stage.width / (needed + 2 * padding + 2 * margin), stage.height / (margin + height + Math.max(nextHeight, gap)));
     }
     readonly property var plan: {
         let best = {
@@ -330,8 +330,6 @@ Item {
                     id: nextGuests
 
                     width: parent.width
-                    height: 26 * stage.nextGuestLines
-                    spacing: 16
 
                     readonly property int shown: stage.countThatFits(width)
 
@@ -344,7 +342,9 @@ Item {
                             required property int index
 
                             visible: index < nextGuests.shown
+                            height: 26  // whatever the script
                             spacing: 6
+                            rightPadding: 16
 
                             PVText {
                                 text: nextGuest.modelData.name || "—"
@@ -381,17 +381,17 @@ Item {
         let lines = 1;
         let line = 0;
         for (let i = 0; i < guests.length; ++i) {
-            const guest = guests[i] as guestInfo;
-            const width = widthOf(nextFont, guest.name, longestName) + 6 + widthOf(nextFont, guest.mic, longestLabel);
+            const guest = guests[i];
+            const width = widthOf(nextFont, guest.name, longestName) + 6 + widthOf(nextFont, guest.mic, longestLabel) + 16;
             // The last line keeps room for how many more there are.
             const limit = lines === nextGuestLines && i < guests.length - 1 ? room - 60 : room;
-            if (line > 0 && line + 16 + width > limit) {
+            if (line > 0 && line + width > limit) {
                 if (++lines > nextGuestLines) {
                     return i;
                 }
                 line = 0;
             }
-            line += (line > 0 ? 16 : 0) + width;
+            line += width;
         }
         return guests.length;
     }

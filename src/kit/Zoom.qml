@@ -22,20 +22,15 @@ Item {
 
     function choose(factor: real): void {
         chosen = factor === 0 ? 0 : Math.max(0.5, Math.min(5, factor));
-        if (screenName) {
-            ScreenZooms.keep(view, screenName, chosen);
-        }
+        ScreenZooms.keep(view, screenName, chosen);
     }
     function step(by: int): void {
         // Eight steps double.
         choose(Math.pow(2, (Math.round(8 * Math.log2(factor)) + by) / 8));
     }
 
-    onScreenNameChanged: {
-        if (screenName) {
-            chosen = ScreenZooms.zoom(view, screenName);
-        }
-    }
+    onScreenNameChanged: chosen = ScreenZooms.zoom(view, screenName)
+    Component.onCompleted: chosen = ScreenZooms.zoom(view, screenName)
 
     WheelHandler {
         acceptedModifiers: Qt.ControlModifier
