@@ -97,7 +97,9 @@ Item {
     /** How large everything can be with this many columns of guests and lines of the title. */
     function sizeWith(columns: int, lines: int): real {
         const rows = Math.ceil(song.guests.length / columns);
-        const titleWidth = Math.min(520, titleFont.advanceWidth(song.title) / lines * 1.1);
+        // Rather three lines than a cut; what is longer still is drawn smaller, then cut.
+        const wholeTitle = titleFont.advanceWidth(song.title) / lines * 1.1;
+        const titleWidth = lines < 3 ? wholeTitle : Math.min(wholeTitle, 520);
         const needed = Math.max(columns * guestWidth + (columns - 1) * gap, titleWidth + gap + timeWidth, 420);
         const guestsHeight = song.guests.length === 0 ? 30 : rows * (rowHeight + rowGap) - rowGap;
         const height = 20 + Math.max(lines * titleLine, 58) + gap + guestsHeight + 2 * padding;
