@@ -10,8 +10,8 @@ Popup {
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: parent ? Math.min(parent.width - 24, 760) : 0
-    height: parent ? Math.min(parent.height - 24, 640) : 0
+    width: parent ? parent.width - 24 : 0
+    height: parent ? parent.height - 24 : 0
     padding: 0
     modal: true
     focus: true

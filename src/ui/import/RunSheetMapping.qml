@@ -13,10 +13,12 @@ PVListView {
     spacing: 6
     model: sheetImport.columns
 
+    // The header grows with the choice of a sheet, above what is shown.
     Connections {
         target: mapping.sheetImport
         function onWorkbookChanged(): void {
             mapping.forceLayout();
+            mapping.positionViewAtBeginning();
             (mapping.itemAtIndex(0) as RunSheetColumnRow)?.takeKeyboard();
         }
     }
@@ -71,7 +73,26 @@ PVListView {
                 onMoved: row => mapping.sheetImport.startRow = row
             }
         }
+        Row {
+            visible: mapping.sheetImport.isSheetEmpty
+            spacing: 12
+
+            PVText {
+                text: "Cette feuille est vide."
+                size: 13
+                color: Colors.pvAmber
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            PVButton {
+                readonly property int target: mapping.sheetImport.sheetWithCells
+
+                visible: target >= 0
+                label: "Passer à «\u00A0" + (mapping.sheetImport.sheetNames[target] ?? "") + "\u00A0»"
+                onClicked: mapping.sheetImport.selectedSheetIndex = target
+            }
+        }
         PVText {
+            visible: !mapping.sheetImport.isSheetEmpty
             text: "À quoi correspond chaque colonne ?"
             size: Fonts.caption
             color: Colors.pvPaperFaint
