@@ -13,12 +13,10 @@ PVListView {
     spacing: 6
     model: sheetImport.columns
 
-    // The header grows with the choice of a sheet, above what is shown.
     Connections {
         target: mapping.sheetImport
         function onWorkbookChanged(): void {
             mapping.forceLayout();
-            mapping.positionViewAtBeginning();
             (mapping.itemAtIndex(0) as RunSheetColumnRow)?.takeKeyboard();
         }
     }
@@ -33,6 +31,8 @@ PVListView {
         width: mapping.width - mapping.barWidth
         spacing: 18
         bottomPadding: 8
+        // What another workbook adds to it would be above what is in view.
+        onHeightChanged: Qt.callLater(mapping.positionViewAtBeginning)
 
         Column {
             visible: mapping.sheetImport.sheetNames.length > 1
