@@ -219,7 +219,8 @@ std::optional<std::vector<Song>> RunSheetImport::makeSongs(const XLSXWorkbook::S
     const RunSheetColumns columns = this->columns();
     forEachSong(sheet, columns, startRow, [&](const SongCells& cells) {
         songs.push_back(songOf(cells, columns));
-        size += sizeOf(songs.back());
+        // What is read counts too: a long text that many cells share would hold up the import.
+        size += sizeOf(songs.back()) + cells.duration.size() + cells.ltc.size();
         return size <= maximumShowSize;
     });
     return size <= maximumShowSize ? std::optional(std::move(songs)) : std::nullopt;

@@ -26,6 +26,12 @@ QString placeOf(std::int64_t row, std::int64_t column) {
 
 }  // namespace
 
+/// The show that was made of these choices, or why there is none.
+struct ShowImportViewModel::Imported {
+    RunSheetImport import;
+    std::optional<Show> show = import.createShow();
+};
+
 ShowImportViewModel::~ShowImportViewModel() {
     callOff();
 }
@@ -130,9 +136,7 @@ double ShowImportViewModel::progress() const {
 
 void ShowImportViewModel::cancel() {
     callOff();
-    std::string name = std::move(import_.showName);
-    import_ = previewed_;
-    import_.showName = std::move(name);
+    takeChoices(previewed_);
     columns_.update();
     table_.update();
     Q_EMIT settingsChanged();
@@ -152,13 +156,9 @@ void ShowImportViewModel::createShow() {
 }
 
 void ShowImportViewModel::createConfirmedShow() {
-    std::optional<Show> show = import_.createShow();
-    if (!show) {
-        Q_EMIT errorMessageChanged();
-        return;
-    }
-    context_->state.importShow(std::move(*show));
-    Q_EMIT imported();
+    begin(
+        Work::importing, [import = import_](WorkProgress&) { return Imported{import}; },
+        &ShowImportViewModel::takeImported);
 }
 
 void ShowImportViewModel::readChosenFile() {
@@ -196,6 +196,21 @@ void ShowImportViewModel::takePreview(RunSheetPreview preview) {
     if (std::exchange(wantsShow_, false)) {
         createShow();
     }
+}
+
+void ShowImportViewModel::takeImported(Imported imported) {
+    if (imported.show) {
+        context_->state.importShow(std::move(*imported.show));
+        Q_EMIT this->imported();
+    } else {
+        takeChoices(std::move(imported.import));
+        Q_EMIT errorMessageChanged();
+    }
+}
+
+void ShowImportViewModel::takeChoices(RunSheetImport choices) {
+    choices.showName = std::move(import_.showName);
+    import_ = std::move(choices);
 }
 
 int ShowImportViewModel::shown(std::int64_t number) {

@@ -141,11 +141,15 @@ Q_SIGNALS:
     void imported();
 
 private:
-    enum class Work { none, reading, previewing };
+    enum class Work { none, reading, previewing, importing };
+    struct Imported;
 
     void readChosenFile();
     void takeFile(RunSheetFile file);
     void takePreview(RunSheetPreview preview);
+    void takeImported(Imported imported);
+    /// Takes other choices, but for the name, which may have been typed meanwhile.
+    void takeChoices(RunSheetImport choices);
     /// A number as QML can take it; a file may claim any.
     static int shown(std::int64_t number);
     void updateSettings();
