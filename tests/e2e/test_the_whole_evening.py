@@ -38,10 +38,6 @@ class TheWholeEvening(EndToEndTest):
         self.finish()
         self.find_it_the_next_day()
 
-    @property
-    def record(self):
-        return self.desk.folder / "config" / "tessivo" / "pavona_data_v1"
-
     def begin(self):
         """Up to the imported show, with a station that waits for it."""
         self.station = self.start(self.switch.add_host("plateau"))
@@ -166,12 +162,6 @@ class TheWholeEvening(EndToEndTest):
     def expect_song(self, index):
         for person in (self.admin, self.station):
             person.see(TITLES[index], "heading")
-
-    def stored(self):
-        """The record, once the store has brought the newest one to its place."""
-        processes.wait_until(lambda: not list(self.record.parent.glob("*.recent-*")),
-                             "the newest record to be in its place")
-        return json.loads(self.record.read_text(encoding="utf-8"))
 
     def expect_stored(self, titles):
         """Waits for a show whose first songs these are."""

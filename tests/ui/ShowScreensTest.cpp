@@ -39,6 +39,7 @@ void pickFile(Screen& screen, const std::string& content) {
     screen.computer.panels.answers = {"/Gala.xlsx"};
     screen.click("Choisir un fichier…");
     screen.computer.time.drain();
+    screen.layOut();
 }
 
 ShowImportViewModel* sheetImportOf(const Screen& screen) {
@@ -161,6 +162,7 @@ void ShowScreensTest::aRunSheetIsImported() {
     screen.click("Gala");
     screen.type("!");
     screen.click("Importer");
+    screen.computer.time.drain();
     QVERIFY(screen.state.activeShow());
     QCOMPARE(screen.state.activeShow()->name, "Gala!");
     QCOMPARE(screen.state.activeShow()->songs.size(), 1U);

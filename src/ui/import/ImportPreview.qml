@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tessivo.Style
 import Tessivo.Ui
@@ -53,7 +55,7 @@ Column {
         spacing: 18
 
         PVText {
-            visible: preview.sheetImport.unreadCells.count === 0 && text !== ""
+            visible: cells.count === 0 && text !== ""
             text: preview.sheetImport.durationCount + preview.sheetImport.timecodeCount > 0 ? readings.text : ""
             size: Fonts.smallCaption
             color: Colors.pvPaperFaint

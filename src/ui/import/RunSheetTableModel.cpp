@@ -6,7 +6,10 @@
 #include "ui/import/RunSheetColumnListModel.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <vector>
 
 namespace tessivo {
 
@@ -56,13 +59,20 @@ int RunSheetTableModel::widthOf(int column) const {
     constexpr std::size_t rowsLookedAt = 100;
     constexpr int narrowest = 116, widest = 320, perCharacter = 7, margins = 20;
     const XLSXWorkbook::Sheet* sheet = import_.sheet();
-    qsizetype longest = 0;
+    std::vector<qsizetype> lengths;
     for (std::size_t i = 0; sheet && i < std::min(sheet->rows.size(), rowsLookedAt); ++i) {
-        const auto text = sheet->text(sheet->rows[i], column + 1);
-        longest = std::max(longest, toShownText(text.value_or("")).size());
+        if (const auto text = sheet->text(sheet->rows[i], column + 1)) {
+            lengths.push_back(toShownText(*text).size());
+        }
     }
+    if (lengths.empty()) {
+        return narrowest;
+    }
+    // The longest tenth, a title over all columns or a note between songs, doesn't count.
+    const auto usual = lengths.begin() + (std::ssize(lengths) - 1) * 9 / 10;
+    std::ranges::nth_element(lengths, usual);
     return static_cast<int>(
-        std::clamp<qsizetype>(longest * perCharacter + margins, narrowest, widest));
+        std::clamp<qsizetype>(*usual * perCharacter + margins, narrowest, widest));
 }
 
 void RunSheetTableModel::showSheet() {
