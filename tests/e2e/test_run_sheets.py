@@ -52,7 +52,7 @@ class RunSheets(EndToEndTest):
         for _, mark in ROWS:
             self.click(mark)
         for column, (role, _) in ROLES.items():
-            self.choose_role(column, role)
+            self.admin.choose_role(column, role)
         self.take_notations(lambda: self.click(NOTATION))
         self.admin.see("8 durées et 8 timecodes lus, 0 cellule illisible", "push button")
         self.click("Importer")
@@ -93,24 +93,6 @@ class RunSheets(EndToEndTest):
 
     def click(self, name, role=None):
         self.admin.screen().find(role, name).click()
-
-    def choose_role(self, column, role):
-        """By mouse: the wheel brings the column's row above the table."""
-        box = self.admin.screen().find("combo box", f"Colonne {column}")
-        table = self.admin.screen().find("table")
-        places = []
-
-        def stands_in_view():
-            x, y, _, height = box.extents()
-            below = table.extents()[1] - 60  # where the table's head and the room over it begin
-            places.append(y)
-            if y + height > below:
-                self.screen.mouse(x, below - 20, "click", "5")
-            return y + height <= below and places[-2:] == [y, y]
-
-        processes.wait_until(stands_in_view, f"column {column} to be in view")
-        box.click()
-        self.click(role, "list item")
 
     def finish(self, hand):
         def is_right():

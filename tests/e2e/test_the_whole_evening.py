@@ -1,7 +1,6 @@
 """An evening with everything: a run sheet is imported and put in order, a station follows, keyboard
 and timecode lead, and nothing is lost when the program is killed."""
 
-import json
 import re
 import unittest
 
@@ -57,8 +56,7 @@ class TheWholeEvening(EndToEndTest):
                 admin.press(f"{stepper} : augmenter")
         for column, role in (("B", "Titre du morceau"), ("C", "Guests / micros"), ("D", "Durée"),
                              ("E", "Timecode LTC")):
-            admin.screen().find("combo box", f"Colonne {column}").click()
-            admin.screen().find("list item", role).click()
+            admin.choose_role(column, role)
         admin.see(f"{SONGS} morceaux seront créés")
         admin.press("Importer")
 

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void aShowIsDeletedOnlyWhenConfirmed();
     void aRunSheetIsImported();
     void aCancelledPanelAndABadFileChangeNothing();
+    void workThatNobodyWaitsForChangesNothing();
     void choosingASheetTakesTheRolesBack();
     void absurdColumnsAreBounded();
 };
@@ -182,6 +183,42 @@ void ShowScreensTest::aCancelledPanelAndABadFileChangeNothing() {
     screen.click("Importer un conducteur");
     QVERIFY(screen.shows("Choisir un fichier…"));
     QVERIFY(!screen.shows("Aucune feuille trouvée dans ce fichier."));
+}
+
+void ShowScreensTest::workThatNobodyWaitsForChangesNothing() {
+    Screen screen(noShows);
+    screen.click("Importer un conducteur");
+    screen.computer.files.contents["/Gala.xlsx"] = workbookOf(row(1, {"A"}) + row(2, {"a"}));
+    const auto startReading = [&] {
+        screen.computer.panels.answers = {"/Gala.xlsx"};
+        screen.click("Choisir un fichier…");
+        return sheetImportOf(screen)->isReading();
+    };
+    QVERIFY(startReading());
+    change(screen, [](ShowImportViewModel& sheet) { sheet.cancel(); });
+    QVERIFY(!sheetImportOf(screen)->hasWorkbook());
+
+    QVERIFY(startReading());
+    change(screen, [](ShowImportViewModel&) {});
+    change(screen, [](ShowImportViewModel& sheet) { sheet.setRole(0, 1); });
+    change(screen, [](ShowImportViewModel& sheet) {
+        sheet.setRole(0, 0);
+        sheet.cancel();
+    });
+    QCOMPARE(sheetImportOf(screen)->songCount(), 1);
+    QVERIFY(screen.shows("Titre du morceau"));
+
+    screen.click("Importer");
+    screen.click("Fermer");
+    screen.computer.time.drain();
+    QTRY_VERIFY(!sheetImportOf(screen));
+    QVERIFY(screen.state.shows().empty());
+
+    screen.click("Importer un conducteur");
+    QVERIFY(startReading());
+    screen.click("Fermer");
+    screen.computer.time.drain();
+    QTRY_VERIFY(!sheetImportOf(screen));
 }
 
 void ShowScreensTest::choosingASheetTakesTheRolesBack() {

@@ -128,6 +128,9 @@ Rectangle {
         width: sheet.width - x - 1
         height: sheet.height - y - 1
         clip: true
+        // The last row and column come out from under the scroll bars.
+        bottomMargin: 12
+        rightMargin: 12
         boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: true
         model: sheet.sheetImport.table
@@ -154,8 +157,8 @@ Rectangle {
             };
             const step = steps[event.key];
             if (step) {
-                contentX = Math.max(0, Math.min(contentWidth - width, contentX + step[0]));
-                contentY = Math.max(0, Math.min(contentHeight - height, contentY + step[1]));
+                contentX = Math.max(0, Math.min(contentWidth + rightMargin - width, contentX + step[0]));
+                contentY = Math.max(0, Math.min(contentHeight + bottomMargin - height, contentY + step[1]));
                 event.accepted = true;
             }
         }

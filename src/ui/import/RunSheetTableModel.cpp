@@ -1,5 +1,6 @@
 #include "ui/import/RunSheetTableModel.h"
 
+#include "base/Text.h"
 #include "import/ColumnLetters.h"
 #include "import/RunSheetText.h"
 #include "kit/ShownText.h"
@@ -9,6 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace tessivo {
@@ -87,14 +90,22 @@ void RunSheetTableModel::update() {
 }
 
 bool RunSheetTableModel::isUnread(std::int64_t row, std::int64_t column) const {
-    const std::string_view text = import_.sheet()->text(row, column).value_or("");
+    const XLSXWorkbook::Sheet& sheet = *import_.sheet();
     const ColumnRole role = import_.role(column);
-    const bool isRead = (role != ColumnRole::duration || parseDuration(text)) &&
-                        (role != ColumnRole::ltc || parseLtc(text));
-    if (isRead || text.empty() || row < import_.startRow || !import_.counts(column)) {
+    const bool isTimed = role == ColumnRole::duration || role == ColumnRole::ltc;
+    if (!isTimed || !import_.counts(column) || row < import_.startRow) {
         return false;
     }
-    const auto reading = role == ColumnRole::duration ? likelyDuration(text) : likelyTimecode(text);
+    const std::optional<std::int64_t> title = import_.columns().title;
+    const bool isSong =
+        title && !trimSpacesAndLineBreaks(sheet.text(row, *title).value_or("")).empty();
+    const std::string_view text = trimSpacesAndLineBreaks(sheet.text(row, column).value_or(""));
+    const bool isLength = role == ColumnRole::duration;
+    if (!isSong || text.empty() ||
+        (isLength ? parseDuration(text).has_value() : parseLtc(text).has_value())) {
+        return false;
+    }
+    const auto reading = isLength ? likelyDuration(text) : likelyTimecode(text);
     return !reading || !import_.takes(*reading, row, column);
 }
 
