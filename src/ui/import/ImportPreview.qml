@@ -87,6 +87,7 @@ Column {
         width: parent.width
         model: preview.sheetImport.doubtfulCells
         total: preview.sheetImport.doubtCount
+        sign: " · "
     }
 
     component FoldButton: PVButton {

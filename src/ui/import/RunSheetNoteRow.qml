@@ -9,6 +9,7 @@ RowLayout {
 
     required property int index
     required property runSheetNote note
+    required property string sign
 
     signal taken(bool isTaken)
 
@@ -16,11 +17,12 @@ RowLayout {
     height: Math.max(20, toggle.visible ? toggle.implicitHeight : 0)
 
     PVText {
-        text: row.note.place + "\u00A0: " + row.note.text + (row.note.reading === "" ? "" : " → " + row.note.reading)
+        text: row.note.place + "\u00A0: " + row.note.text + (row.note.reading === "" ? "" : row.sign + row.note.reading)
         size: Fonts.smallCaption
         color: row.note.isTaken ? Colors.pvPaper : Colors.pvPaperDim
         elide: Text.ElideRight
         Layout.fillWidth: true
+        Layout.maximumWidth: Math.ceil(implicitWidth)
         Layout.leftMargin: 21
     }
     PVButton {
@@ -33,5 +35,8 @@ RowLayout {
         text: row.note.isTaken ? "Ne pas lire" : "Lire"
         Accessible.name: text + "\u00A0: " + row.note.place
         onClicked: row.taken(!row.note.isTaken)
+    }
+    Item {
+        Layout.fillWidth: true
     }
 }

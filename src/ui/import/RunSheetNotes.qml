@@ -11,6 +11,8 @@ ListView {
 
     /** How many there are in all; the list has the first ones. */
     required property int total
+    /** Between a cell's text and what is said of it. */
+    property string sign: " → "
     /** A line's switch was used. */
     signal taken(int position, bool taken)
 
@@ -21,6 +23,7 @@ ListView {
 
     delegate: RunSheetNoteRow {
         width: notes.width - 14
+        sign: notes.sign
         onTaken: isTaken => notes.taken(index, isTaken)
     }
     footer: PVText {

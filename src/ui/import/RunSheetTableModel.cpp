@@ -9,10 +9,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace tessivo {
 
@@ -62,20 +60,17 @@ int RunSheetTableModel::widthOf(int column) const {
     constexpr std::size_t rowsLookedAt = 100;
     constexpr int narrowest = 116, widest = 320, perCharacter = 7, margins = 20;
     const XLSXWorkbook::Sheet* sheet = import_.sheet();
-    std::vector<qsizetype> lengths;
+    qsizetype longest = 0;
     for (std::size_t i = 0; sheet && i < std::min(sheet->rows.size(), rowsLookedAt); ++i) {
-        if (const auto text = sheet->text(sheet->rows[i], column + 1)) {
-            lengths.push_back(toShownText(*text).size());
+        // A row of one cell is a title or a note, which a column of numbers needn't make room for.
+        const XLSXWorkbook::Row& row = sheet->rows[i];
+        if (row.endCell - row.firstCell > 1 || sheet->maxCol == 1) {
+            longest =
+                std::max(longest, toShownText(sheet->text(row, column + 1).value_or("")).size());
         }
     }
-    if (lengths.empty()) {
-        return narrowest;
-    }
-    // The longest tenth, a title over all columns or a note between songs, doesn't count.
-    const auto usual = lengths.begin() + (std::ssize(lengths) - 1) * 9 / 10;
-    std::ranges::nth_element(lengths, usual);
     return static_cast<int>(
-        std::clamp<qsizetype>(*usual * perCharacter + margins, narrowest, widest));
+        std::clamp<qsizetype>(longest * perCharacter + margins, narrowest, widest));
 }
 
 void RunSheetTableModel::showSheet() {
