@@ -247,6 +247,7 @@ private:
         import->selectSheet(0);
         giveRoles();
         click("Importer");
+        computer_.time.drain();
         click("Déplier");
         take(*main_, "editor-imported", {1180, 820});
         state_.setActiveShowId(std::nullopt);
