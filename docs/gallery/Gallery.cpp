@@ -240,7 +240,6 @@ private:
         import->selectSheet(1);
         computer_.time.drain();
         take(*main_, "import-many-columns", {1180, 820});
-        take(*main_, "import-4k", {3840, 2160});
         import->selectSheet(2);
         computer_.time.drain();
         take(*main_, "import-empty-sheet", {1180, 820});
