@@ -16,6 +16,8 @@ namespace tessivo {
 namespace {
 
 constexpr std::int64_t shortestSong = 20, longestSong = 20 * 60;
+/// In bytes; a million rows may share the longest text that there is.
+constexpr std::size_t longestOddTitle = 64;
 
 bool isNumber(std::string_view text) {
     double value = 0.0;
@@ -126,6 +128,9 @@ std::optional<Doubt> doubtAboutTimecode(std::string_view timecode) {
 }
 
 std::optional<Doubt> doubtAboutTitle(std::string_view title) {
+    if (title.size() > longestOddTitle) {
+        return std::nullopt;
+    }
     if (isNumber(title)) {
         return Doubt::numberAsTitle;
     }

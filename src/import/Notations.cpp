@@ -15,6 +15,9 @@
 namespace tessivo {
 namespace {
 
+/// In bytes; a million rows may share the longest text that there is.
+constexpr std::size_t longestNotation = 64;
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -142,6 +145,9 @@ std::string_view withoutMark(std::string_view line) {
 
 std::optional<Reading> likelyDuration(std::string_view text) {
     const std::string_view line = firstLine(text);
+    if (line.size() > longestNotation) {
+        return std::nullopt;
+    }
     if (const std::size_t colon = line.find(':'); colon != std::string_view::npos) {
         std::string_view rest = line;
         const auto minutes = takeNumber(rest);
@@ -160,6 +166,9 @@ std::optional<Reading> likelyDuration(std::string_view text) {
 
 std::optional<Reading> likelyTimecode(std::string_view text) {
     const std::string_view line = firstLine(text);
+    if (line.size() > longestNotation) {
+        return std::nullopt;
+    }
     if (const auto seconds = secondsOfDay(line)) {
         return timecodeOf(Notation::timeOfDay,
                           {*seconds / 3600, *seconds / 60 % 60, *seconds % 60, 0});

@@ -6,8 +6,10 @@
 namespace tessivo {
 
 std::string_view firstLine(std::string_view text) {
-    const std::vector<std::string_view> lines = split(text, "\n");
-    return trimSpaces(lines.empty() ? text : lines.front());
+    const std::size_t start = text.find_first_not_of('\n');
+    return trimSpaces(start == std::string_view::npos
+                          ? text
+                          : text.substr(start, text.find('\n', start) - start));
 }
 
 std::vector<std::string_view> guestNames(std::string_view text) {
