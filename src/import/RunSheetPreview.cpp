@@ -115,7 +115,7 @@ private:
             return false;
         }
         const bool isTaken = reading && import_.takes(*reading, row, column);
-        preview_.unread += isTaken ? 0 : 1;
+        ++(isTaken ? preview_.taken : preview_.unread);
         if (reading) {
             auto& use = notations_[reading->notation];
             if (use.cells++ == 0) {

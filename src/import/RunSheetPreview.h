@@ -52,6 +52,7 @@ struct RunSheetPreview {
     std::int64_t timecodes = 0;
     std::int64_t mostGuests = 0;  ///< of one song
     std::int64_t unread = 0;      ///< cells that stay without a length or timecode
+    std::int64_t taken = 0;       ///< cells that would, but for the reading that counts
     std::int64_t doubts = 0;
     std::vector<NotationUse> notations;       ///< in the order of the enumeration
     std::vector<UnreadCell> unreadCells;      ///< the first ones in row order, taken ones included

@@ -120,6 +120,7 @@ TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells w
     preview = outcome();
     CHECK(preview.durations == 298);
     CHECK(preview.unread == 1);
+    CHECK(preview.taken == 298);
     CHECK(preview.unreadCells[0].isTaken);
     CHECK_FALSE(preview.unreadCells[1].isTaken);
     const std::vector<Song> songs = create().value().songs;

@@ -55,13 +55,13 @@ Column {
         spacing: 18
 
         PVText {
-            visible: cells.count === 0 && text !== ""
+            visible: preview.sheetImport.unusualCount === 0 && text !== ""
             text: preview.sheetImport.durationCount + preview.sheetImport.timecodeCount > 0 ? readings.text : ""
             size: Fonts.smallCaption
             color: Colors.pvPaperFaint
         }
         FoldButton {
-            visible: cells.count > 0
+            visible: preview.sheetImport.unusualCount > 0
             isUnfolded: preview.unfolded === ImportPreview.Unread
             text: readings.text + ", " + preview.counted(preview.sheetImport.unreadCount, "cellule") + (preview.sheetImport.unreadCount > 1 ? " illisibles" : " illisible")
             onClicked: preview.toggle(ImportPreview.Unread)
@@ -74,12 +74,10 @@ Column {
         }
     }
     RunSheetNotes {
-        id: cells
-
         visible: preview.unfolded === ImportPreview.Unread
         width: parent.width
         model: preview.sheetImport.unreadCells
-        total: count
+        total: preview.sheetImport.unusualCount
         onTaken: (position, taken) => preview.sheetImport.takeCell(position, taken)
     }
     RunSheetNotes {

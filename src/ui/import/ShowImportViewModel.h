@@ -64,6 +64,8 @@ class ShowImportViewModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(int durationCount READ durationCount NOTIFY previewChanged)
     Q_PROPERTY(int timecodeCount READ timecodeCount NOTIFY previewChanged)
     Q_PROPERTY(int unreadCount READ unreadCount NOTIFY previewChanged)
+    /// Those that aren't read, and those that are only because the operator has them read.
+    Q_PROPERTY(int unusualCount READ unusualCount NOTIFY previewChanged)
     Q_PROPERTY(int doubtCount READ doubtCount NOTIFY previewChanged)
     /// The notations that aren't read, or only because the operator has them read.
     Q_PROPERTY(tessivo::RunSheetNoteListModel* notations READ notations CONSTANT)
@@ -102,6 +104,7 @@ public:
     int durationCount() const { return shown(preview_.durations); }
     int timecodeCount() const { return shown(preview_.timecodes); }
     int unreadCount() const { return shown(preview_.unread); }
+    int unusualCount() const { return shown(preview_.unread + preview_.taken); }
     int doubtCount() const { return shown(preview_.doubts); }
     RunSheetNoteListModel* notations() { return &notations_; }
     RunSheetNoteListModel* unreadCells() { return &unreadCells_; }
