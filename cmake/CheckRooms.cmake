@@ -9,7 +9,7 @@ set(may_use_platform base)
 set(may_use_model base)
 set(may_use_live base model)
 set(may_use_timecode base platform)
-set(may_use_import base platform model)
+set(may_use_import base platform model live)
 set(may_use_state base platform model live timecode)
 set(may_use_sync base platform model state)
 

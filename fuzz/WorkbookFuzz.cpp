@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "import/RunSheetImport.h"
+#include "import/RunSheetPreview.h"
 #include "import/XLSXReader.h"
 #include "support/ZipWriter.h"
 
@@ -55,7 +56,7 @@ void checkSheet(const XLSXWorkbook::Sheet& sheet) {
 void checkImport(XLSXWorkbook workbook) {
     tessivo::RunSheetImport import;
     const std::int64_t sheets = std::ssize(workbook.sheets);
-    import.load("a.xlsx", std::move(workbook));
+    import.load({std::move(workbook)});
     for (std::int64_t index = 0; index < sheets; ++index) {
         import.selectSheet(index);
         import.startRow = import.headerRow;
@@ -63,7 +64,8 @@ void checkImport(XLSXWorkbook workbook) {
             import.setRole(column, tessivo::columnRoles[static_cast<std::size_t>(column)]);
             import.columnLabel(column);
         }
-        const std::int64_t announced = import.songCount();
+        tessivo::WorkProgress progress;
+        const std::int64_t announced = tessivo::previewOf(import, progress).songs;
         const auto show = import.createShow();
         require(announced == (show ? std::ssize(show->songs) : 0));
     }

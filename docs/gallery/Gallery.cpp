@@ -102,7 +102,9 @@ std::string runSheet(int columns) {
         for (int column = 1; column <= columns; ++column) {
             const std::string number = std::to_string(row - 1);
             const std::string texts[] = {"Morceau " + number, "Inès + Malik",
-                                         row % 3 ? "0:03:45" : "3 min environ",
+                                         row % 3    ? "0:03:45"
+                                         : row == 9 ? "3 min environ"
+                                                    : "3 min 45",
                                          "10:0" + number + ":00:00"};
             const char* headings[] = {
                 "Titre", "Avec qui sur scène, et sur quel micro si on le sait", "Durée", "TC"};
@@ -215,7 +217,7 @@ private:
     void takeImportStates() {
         computer_.files.contents["/tableau.xlsx"] = "aucun";
         computer_.files.contents["/Festival.xlsx"] =
-            test::WorkbookWriter({runSheet(4), runSheet(30)}).file();
+            test::WorkbookWriter({runSheet(4), runSheet(30), ""}).file();
         click("Importer un conducteur");
         take(*main_, "import-no-file", {1180, 820});
         pickFile("/tableau.xlsx");
@@ -225,21 +227,29 @@ private:
         pickFile("/Festival.xlsx");
         auto* import = main_->findChild<ShowImportViewModel*>();
         take(*main_, "import-untouched", {1180, 820});
-        for (int column = 0; column < 4; ++column) {
-            import->setRole(column, column + 1);
-        }
+        const auto giveRoles = [&] {
+            for (int column = 0; column < 4; ++column) {
+                import->setRole(column, column + 1);
+            }
+            computer_.time.drain();
+        };
+        giveRoles();
         take(*main_, "import-typical", {1180, 820});
-        main_->findChild<QQuickItem*>(QStringLiteral("importPreview"))
-            ->setProperty("expanded", true);
+        main_->findChild<QQuickItem*>(QStringLiteral("importPreview"))->setProperty("unfolded", 1);
+        import->acceptNotation(0, true);
+        computer_.time.drain();
         take(*main_, "import-unread", {1180, 820});
         take(*main_, "import-narrow", {720, 544});
         import->selectSheet(1);
+        computer_.time.drain();
         take(*main_, "import-many-columns", {1180, 820});
+        import->selectSheet(2);
+        computer_.time.drain();
+        take(*main_, "import-empty-sheet", {1180, 820});
         import->selectSheet(0);
-        for (int column = 0; column < 4; ++column) {
-            import->setRole(column, column + 1);
-        }
+        giveRoles();
         click("Importer");
+        computer_.time.drain();
         click("Déplier");
         take(*main_, "editor-imported", {1180, 820});
         state_.setActiveShowId(std::nullopt);
@@ -249,6 +259,7 @@ private:
         computer_.panels.answers = {location};
         main_->findChild<ShowImportViewModel*>()->pickFile();
         QCoreApplication::processEvents();
+        computer_.time.drain();
     }
 
     void takeStageStates() {

@@ -16,6 +16,7 @@
 #include "platform/network/LocalNetwork.h"
 #include "platform/posix/FileJournal.h"
 #include "platform/posix/FilePreferencesStore.h"
+#include "platform/posix/ThreadBackground.h"
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
 #include "platform/qt/HttpUpdateFeed.h"
@@ -102,11 +103,12 @@ int main(int argc, char* argv[]) try {
     tessivo::LocalNetwork network(mainQueue);
     tessivo::SessionStayAwake stayAwake;
     tessivo::FileJournal journal(journalFolder(), std::cerr);
+    tessivo::ThreadBackground background;
     // The last of them, so that it ends first: the next program may have the shows, however long
     // the others take to end.
     tessivo::FilePreferencesStore preferences(preferencesFolder());
-    const tessivo::Platform platform{clock,   mainQueue, preferences, files,     panels, audio,
-                                     updates, network,   stayAwake,   std::cout, journal};
+    const tessivo::Platform platform{clock, mainQueue, background, preferences, files,     panels,
+                                     audio, updates,   network,    stayAwake,   std::cout, journal};
     tessivo::AppState state(platform);
     const tessivo::EveningJournal evening(state, clock, journal);
     tessivo::ScreenContext screens{state, platform};

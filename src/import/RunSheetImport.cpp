@@ -19,22 +19,6 @@ std::string nameWithoutExtension(const FileLocation& location) {
     return dot == 0 ? name : name.substr(0, dot);
 }
 
-/// The rows from `start` on that hold anything: a file may skip as many numbers as it likes.
-auto rowsFrom(const XLSXWorkbook::Sheet& sheet, std::int64_t start) {
-    return std::ranges::subrange(
-        std::ranges::lower_bound(sheet.rows, start, {}, &XLSXWorkbook::Row::index),
-        sheet.rows.end());
-}
-
-/// The cells of one song. A missing column or cell is an empty text.
-struct SongCells {
-    std::int64_t row = 0;
-    std::string_view title;  ///< trimmed, never empty
-    std::string_view guests;
-    std::string_view duration;
-    std::string_view ltc;
-};
-
 std::string onOneLine(std::string_view title) {
     std::string line;
     for (const char c : title) {
@@ -47,25 +31,62 @@ std::string onOneLine(std::string_view title) {
     return line;
 }
 
+/// About the memory of a song, in bytes; its guests weigh more than their names.
+std::size_t sizeOf(const Song& song) {
+    std::size_t size = sizeof(Song) + song.title.size();
+    for (const Guest& guest : song.guests) {
+        size += sizeof(Guest) + guest.name.size();
+    }
+    return size;
+}
+
 }  // namespace
 
-void RunSheetImport::load(const FileLocation& location, XLSXReader::Result result) {
+void RunSheetImport::choose(const FileLocation& location) {
     fileName_ = nameWithoutExtension(location);
     showName = fileName_;
-    auto* workbook = std::get_if<XLSXWorkbook>(&result);
+}
+
+void RunSheetImport::load(RunSheetFile file) {
+    auto* workbook = std::get_if<XLSXWorkbook>(&file.result);
     if (!workbook) {
-        errorMessage_ = "Impossible de lire ce fichier Excel.";
+        fail("Impossible de lire ce fichier Excel.");
     } else if (workbook->sheets.empty()) {
-        errorMessage_ = "Aucune feuille trouvée dans ce fichier.";
+        fail("Aucune feuille trouvée dans ce fichier.");
     } else {
-        workbook_ = std::move(*workbook);
+        workbook_ = std::make_shared<const XLSXWorkbook>(std::move(*workbook));
+        isErrorPast_ = errorMessage_.has_value();
         selectSheet(0);
     }
+    advice_ = std::move(file.advice);
+}
+
+void RunSheetImport::fail(std::string message) {
+    errorMessage_ = std::move(message);
+    advice_.clear();
+    isErrorPast_ = false;
 }
 
 void RunSheetImport::selectSheet(std::int64_t index) {
     selectedSheetIndex_ = index;
+    accepted_.clear();
+    refusedCells_.clear();
     resetRowGuesses();
+}
+
+std::optional<std::int64_t> RunSheetImport::sheetWithCells() const {
+    const XLSXWorkbook::Sheet* current = sheet();
+    if (!current || !current->cells.empty()) {
+        return std::nullopt;
+    }
+    const std::int64_t count = std::ssize(workbook_->sheets);
+    for (std::int64_t step = 1; step < count; ++step) {
+        const std::int64_t index = (selectedSheetIndex_ + step) % count;
+        if (!workbook_->sheets[static_cast<std::size_t>(index)].cells.empty()) {
+            return index;
+        }
+    }
+    return std::nullopt;
 }
 
 ColumnRole RunSheetImport::role(std::int64_t column) const {
@@ -86,61 +107,39 @@ std::int64_t RunSheetImport::usedColumns() const {
     return current ? current->maxCol : 0;
 }
 
-std::string RunSheetImport::columnLabel(std::int64_t column) const {
+std::string_view RunSheetImport::columnLabel(std::int64_t column) const {
     const XLSXWorkbook::Sheet* current = sheet();
     if (!current) {
         return {};
     }
     const std::string_view heading =
         trimSpacesAndLineBreaks(current->text(headerRow, column).value_or(""));
-    return std::string(heading.empty() ? "(vide)" : heading);
+    return heading.empty() ? "(vide)" : heading;
 }
 
-template <typename Visit>
-void RunSheetImport::forEachSong(Visit&& visit) const {
-    const XLSXWorkbook::Sheet* current = sheet();
-    const auto titleColumn = columnWithRole(ColumnRole::title);
-    if (!current || !titleColumn) {
-        return;
-    }
-    const auto guestsColumn = columnWithRole(ColumnRole::guests);
-    const auto durationColumn = columnWithRole(ColumnRole::duration);
-    const auto ltcColumn = columnWithRole(ColumnRole::ltc);
-    for (const XLSXWorkbook::Row& row : rowsFrom(*current, startRow)) {
-        const auto cell = [&](std::optional<std::int64_t> column) {
-            return column ? current->text(row, *column).value_or("") : std::string_view();
-        };
-        const std::string_view title = trimSpacesAndLineBreaks(cell(titleColumn));
-        if (!title.empty()) {
-            visit(SongCells{row.index, title, cell(guestsColumn), cell(durationColumn),
-                            cell(ltcColumn)});
-        }
+void RunSheetImport::accept(Notation notation, bool accepted) {
+    if (accepted) {
+        accepted_.insert(notation);
+    } else {
+        accepted_.erase(notation);
     }
 }
 
-RunSheetImport::Preview RunSheetImport::preview() const {
-    Preview preview;
-    const auto durationColumn = columnWithRole(ColumnRole::duration).value_or(0);
-    const auto ltcColumn = columnWithRole(ColumnRole::ltc).value_or(0);
-    const auto tally = [&](bool isRead, std::int64_t& count, const SongCells& song,
-                           std::int64_t column, std::string_view text) {
-        const std::string_view shown = trimSpacesAndLineBreaks(text);
-        if (isRead) {
-            ++count;
-        } else if (!shown.empty()) {
-            ++preview.unread;
-            if (preview.firstUnread.size() < Preview::maximumListed) {
-                preview.firstUnread.push_back({song.row, column, std::string(shown)});
-            }
-        }
-    };
-    forEachSong([&](const SongCells& song) {
-        ++preview.songs;
-        tally(parseDuration(song.duration).has_value(), preview.durations, song, durationColumn,
-              song.duration);
-        tally(parseLtc(song.ltc).has_value(), preview.timecodes, song, ltcColumn, song.ltc);
-    });
-    return preview;
+void RunSheetImport::refuse(std::int64_t row, std::int64_t column, bool refused) {
+    if (refused) {
+        refusedCells_.emplace(row, column);
+    } else {
+        refusedCells_.erase({row, column});
+    }
+}
+
+bool RunSheetImport::takes(const Reading& reading, std::int64_t row, std::int64_t column) const {
+    return accepts(reading.notation) && !refusedCells_.contains({row, column});
+}
+
+RunSheetColumns RunSheetImport::columns() const {
+    return {columnWithRole(ColumnRole::title), columnWithRole(ColumnRole::guests),
+            columnWithRole(ColumnRole::duration), columnWithRole(ColumnRole::ltc)};
 }
 
 std::optional<Show> RunSheetImport::createShow() {
@@ -149,20 +148,25 @@ std::optional<Show> RunSheetImport::createShow() {
         return std::nullopt;
     }
     if (!columnWithRole(ColumnRole::title)) {
-        errorMessage_ = "Choisis au moins une colonne pour le titre du morceau.";
+        fail("Choisis au moins une colonne pour le titre du morceau.");
         return std::nullopt;
     }
     if (current->maxRow < startRow) {
-        errorMessage_ = "La ligne de départ dépasse la fin du tableau.";
+        fail("La ligne de départ dépasse la fin du tableau.");
         return std::nullopt;
     }
+    std::optional<std::vector<Song>> songs = makeSongs(*current);
+    if (!songs) {
+        fail("Ce tableau ferait un show trop grand. Choisis d'autres colonnes ou une autre ligne.");
+        return std::nullopt;
+    }
+    if (songs->empty()) {
+        fail("Aucun morceau trouvé avec ces réglages.");
+        return std::nullopt;
+    }
+    assert(songs->size() <= current->rows.size());
     Show show;
-    show.songs = makeSongs();
-    if (show.songs.empty()) {
-        errorMessage_ = "Aucun morceau trouvé avec ces réglages.";
-        return std::nullopt;
-    }
-    assert(show.songs.size() <= current->rows.size());
+    show.songs = std::move(*songs);
     show.name = trimSpaces(showName).empty() ? fileName_ : showName;
     return show;
 }
@@ -186,16 +190,40 @@ bool RunSheetImport::counts(std::int64_t column) const {
     return own == ColumnRole::ignore || columnWithRole(own) == column;
 }
 
-std::vector<Song> RunSheetImport::makeSongs() const {
+Song RunSheetImport::songOf(const SongCells& cells, const RunSheetColumns& columns) const {
+    const std::int64_t row = cells.row.index;
+    Song song;
+    song.title = onOneLine(cells.title);
+    song.guests = splitGuests(cells.guests);
+    song.duration = parseDuration(cells.duration);
+    song.ltcTimecode = parseLtc(cells.ltc);
+    if (!song.duration && columns.duration) {
+        const auto reading = likelyDuration(cells.duration);
+        if (reading && takes(*reading, row, *columns.duration)) {
+            song.duration = reading->seconds;
+        }
+    }
+    if (!song.ltcTimecode && columns.ltc) {
+        const auto reading = likelyTimecode(cells.ltc);
+        if (reading && takes(*reading, row, *columns.ltc)) {
+            song.ltcTimecode = reading->text;
+        }
+    }
+    return song;
+}
+
+/// None when they are too many.
+std::optional<std::vector<Song>> RunSheetImport::makeSongs(const XLSXWorkbook::Sheet& sheet) const {
     std::vector<Song> songs;
-    forEachSong([&](const SongCells& cells) {
-        Song& song = songs.emplace_back();
-        song.title = onOneLine(cells.title);
-        song.guests = splitGuests(cells.guests);
-        song.duration = parseDuration(cells.duration);
-        song.ltcTimecode = parseLtc(cells.ltc);
+    std::size_t size = 0;
+    const RunSheetColumns columns = this->columns();
+    forEachSong(sheet, columns, startRow, [&](const SongCells& cells) {
+        songs.push_back(songOf(cells, columns));
+        // What is read counts too: a long text that many cells share would hold up the import.
+        size += sizeOf(songs.back()) + cells.duration.size() + cells.ltc.size();
+        return size <= maximumShowSize;
     });
-    return songs;
+    return size <= maximumShowSize ? std::optional(std::move(songs)) : std::nullopt;
 }
 
 }  // namespace tessivo

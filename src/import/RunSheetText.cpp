@@ -4,23 +4,29 @@
 #include "base/Text.h"
 
 namespace tessivo {
-namespace {
 
-/// The first line with anything on it, trimmed: crews put remarks on the lines below.
 std::string_view firstLine(std::string_view text) {
-    const std::vector<std::string_view> lines = split(text, "\n");
-    return trimSpaces(lines.empty() ? text : lines.front());
+    const std::size_t start = text.find_first_not_of('\n');
+    return trimSpaces(start == std::string_view::npos
+                          ? text
+                          : text.substr(start, text.find('\n', start) - start));
 }
 
-}  // namespace
-
-std::vector<Guest> splitGuests(std::string_view text) {
-    std::vector<Guest> guests;
+std::vector<std::string_view> guestNames(std::string_view text) {
+    std::vector<std::string_view> names;
     for (const std::string_view piece : split(text, "/+\n")) {
         const std::string_view name = trimSpaces(piece);
         if (!name.empty()) {
-            guests.emplace_back().name = name;
+            names.push_back(name);
         }
+    }
+    return names;
+}
+
+std::vector<Guest> splitGuests(std::string_view text) {
+    std::vector<Guest> guests;
+    for (const std::string_view name : guestNames(text)) {
+        guests.emplace_back().name = name;
     }
     return guests;
 }

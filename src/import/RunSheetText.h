@@ -12,7 +12,13 @@ namespace tessivo {
 
 // What the cells of a run sheet say, as crews write them.
 
-/// A guest for each name between "/", "+" and line breaks; microphone and monitor mix are left for
+/// The first line with anything on it, trimmed: crews put remarks on the lines below.
+std::string_view firstLine(std::string_view text);
+
+/// The names between "/", "+" and line breaks.
+std::vector<std::string_view> guestNames(std::string_view text);
+
+/// A guest for each of the names; microphone and monitor mix are left for
 /// the operator to assign.
 std::vector<Guest> splitGuests(std::string_view text);
 

@@ -5,9 +5,12 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <iterator>
+#include <optional>
+#include <vector>
 
 namespace tessivo {
 namespace {
@@ -28,6 +31,25 @@ void sortKeepingLast(std::deque<Item>& items, std::size_t start, Key key) {
     items.erase(first, kept.base());
 }
 
+bool isTrue(std::optional<std::string_view> attribute) {
+    return attribute == "1" || attribute == "true";
+}
+
+/// Enough to tell of what looks odd; nobody goes through more.
+template <typename Item>
+void note(std::vector<Item>& items, Item item) {
+    constexpr std::size_t maximumNoted = 10'000;
+    if (items.size() < maximumNoted) {
+        items.push_back(item);
+    }
+}
+
+/// The number after a cell reference's letters; 0 when it has none.
+std::int64_t rowOf(std::string_view reference) {
+    const std::size_t digits = std::min(reference.find_first_of("0123456789"), reference.size());
+    return readInteger(reference.substr(digits)).value_or(0);
+}
+
 }  // namespace
 
 XLSXWorkbook::Sheet SheetParser::takeSheet() && {
@@ -46,6 +68,12 @@ void SheetParser::startElement(std::string_view name, const XmlAttributes& attri
         inInlineText_ = true;
     } else if (name == "row") {
         startRow(attributes);
+    } else if (name == "f") {
+        hasFormula_ = true;
+    } else if (name == "mergeCell") {
+        noteMergedCells(attributes.find("ref").value_or(""));
+    } else if (name == "col" && isTrue(attributes.find("hidden"))) {
+        noteHiddenColumns(attributes);
     }
 }
 
@@ -70,12 +98,14 @@ void SheetParser::endElement(std::string_view name) {
 void SheetParser::startRow(const XmlAttributes& attributes) {
     inRow_ = true;
     rowIndex_ = readInteger(attributes.find("r").value_or("")).value_or(0);
+    isRowHidden_ = isTrue(attributes.find("hidden"));
     sheet_.cells.resize(firstCell_);
 }
 
 void SheetParser::startCell(const XmlAttributes& attributes) {
     column_ = columnIndex(attributes.find("r").value_or(""));
     isSharedString_ = attributes.find("t") == "s";
+    hasFormula_ = false;
     currentValue_.clear();
 }
 
@@ -86,6 +116,8 @@ void SheetParser::finishCell() {
     const TextPool::Span span = resolvedValue();
     if (span.length > 0 && memory_.spend(sizeof(XLSXWorkbook::Cell))) {
         sheet_.cells.push_back({column_, span});
+    } else if (hasFormula_ && currentValue_.empty()) {
+        note(sheet_.looks.unresolvedFormulas, {rowIndex_, column_});
     }
 }
 
@@ -100,6 +132,23 @@ TextPool::Span SheetParser::resolvedValue() {
     return pool_.add(currentValue_, memory_);
 }
 
+void SheetParser::noteHiddenColumns(const XmlAttributes& attributes) {
+    note(sheet_.looks.hiddenColumns,
+         {readInteger(attributes.find("min").value_or("")).value_or(0),
+          readInteger(attributes.find("max").value_or("")).value_or(0)});
+}
+
+void SheetParser::noteMergedCells(std::string_view range) {
+    const std::size_t colon = range.find(':');
+    if (colon != std::string_view::npos) {
+        const XLSXWorkbook::MergedCells cells{columnIndex(range), rowOf(range.substr(0, colon)),
+                                              rowOf(range.substr(colon + 1))};
+        if (cells.firstRow < cells.lastRow) {
+            note(sheet_.looks.mergedCells, cells);
+        }
+    }
+}
+
 void SheetParser::finishRow() {
     if (inRow_ && !memory_.isExhausted()) {
         lastRow_ = rowIndex_;
@@ -111,6 +160,9 @@ void SheetParser::finishRow() {
         sheet_.maxRow = std::max(sheet_.maxRow, rowIndex_);
         sheet_.maxCol = std::max(sheet_.maxCol, sheet_.cells.back().column);
         firstCell_ = sheet_.cells.size();
+        if (isRowHidden_) {
+            note(sheet_.looks.hiddenRows, rowIndex_);
+        }
     }
     inRow_ = false;
 }

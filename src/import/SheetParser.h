@@ -36,17 +36,21 @@ private:
     void finishCell();
     void finishRow();
     TextPool::Span resolvedValue();
+    void noteHiddenColumns(const XmlAttributes& attributes);
+    void noteMergedCells(std::string_view range);
 
     const SharedStringsParser& sharedStrings_;
     TextPool& pool_;
     Allowance& memory_;
     XLSXWorkbook::Sheet sheet_;
     bool inRow_ = false;
+    bool isRowHidden_ = false;
     std::int64_t rowIndex_ = 0;
     std::int64_t lastRow_ = 0;
     std::size_t firstCell_ = 0;  ///< of the row that isn't complete yet
     std::int64_t column_ = 0;    ///< of the current cell; 0 without a usable reference
     bool isSharedString_ = false;
+    bool hasFormula_ = false;
     bool inValue_ = false;
     bool inInlineText_ = false;
     std::string currentValue_;

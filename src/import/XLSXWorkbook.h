@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessivo {
@@ -28,8 +29,26 @@ struct XLSXWorkbook {
         std::uint32_t endCell = 0;
     };
 
+    /// Cells of one column that a spreadsheet shows as one. The text stands in the first.
+    struct MergedCells {
+        std::int64_t column = 0;
+        std::int64_t firstRow = 0;
+        std::int64_t lastRow = 0;
+    };
+
+    /// How a spreadsheet shows the sheet where that isn't what the cells hold.
+    struct Looks {
+        std::vector<std::int64_t> hiddenRows;  ///< of those with cells, in the file's order
+        /// The first and the last of neighbours.
+        std::vector<std::pair<std::int64_t, std::int64_t>> hiddenColumns;
+        std::vector<MergedCells> mergedCells;  ///< those over several rows
+        /// Row and column of formulas whose writer left their result to be computed.
+        std::vector<std::pair<std::int64_t, std::int64_t>> unresolvedFormulas;
+    };
+
     struct Sheet {
         std::string name;
+        Looks looks;
         std::deque<Row> rows;                   ///< ascending, each index once
         std::deque<Cell> cells;                 ///< within a row ascending, each column once
         std::shared_ptr<const TextPool> texts;  ///< of the whole workbook, UTF-8

@@ -10,7 +10,7 @@ namespace tessivo {
 /// A file chosen by the operator: its path in the computer's file system, UTF-8.
 using FileLocation = std::string;
 
-/// Whole files. Main thread only.
+/// Whole files. Reading on any thread, writing on the main thread only.
 class FileStore {
 public:
     virtual ~FileStore() = default;

@@ -5,6 +5,7 @@
 namespace tessivo {
 
 class AudioInputSystem;
+class Background;
 class Clock;
 class FilePanels;
 class FileStore;
@@ -19,6 +20,7 @@ class UpdateFeed;
 struct Platform {
     Clock& clock;
     MainQueue& mainQueue;
+    Background& background;
     PreferencesStore& preferences;
     FileStore& files;
     FilePanels& panels;

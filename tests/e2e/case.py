@@ -1,11 +1,13 @@
 """The frame of an end-to-end test: a stage, the screen on it, and what helps when one fails."""
 
 import functools
+import json
 import os
 import sys
 import unittest
 from pathlib import Path
 
+import processes
 from hosts import Switch
 from person import MAIN, Person
 from stage import Stage
@@ -42,6 +44,16 @@ class EndToEndTest(unittest.TestCase):
         admin.press("Admin")
         admin.see("Nouveau show", "push button")
         return admin
+
+    @property
+    def record(self):
+        return self.desk.folder / "config" / "tessivo" / "pavona_data_v1"
+
+    def stored(self):
+        """The record, once the store has brought the newest one to its place."""
+        processes.wait_until(lambda: not list(self.record.parent.glob("*.recent-*")),
+                             "the newest record to be in its place")
+        return json.loads(self.record.read_text(encoding="utf-8"))
 
     def write_ltc(self, start, seconds):
         """Makes a .wav of 25 fps timecode that begins at `start` and returns its path."""

@@ -1,5 +1,6 @@
 """Someone at one of several computers."""
 
+import processes
 from program import Program
 
 MAIN = "Tessivo"
@@ -29,6 +30,24 @@ class Person:
     def key(self, name):
         self.to_front()
         self._test.screen.key(name)
+
+    def choose_role(self, column, role):
+        """On the import screen, by mouse: the wheel brings the column's row above the table."""
+        box = self._screen.find("combo box", f"Colonne {column}")
+        table = self._screen.find("table")
+        places = []
+
+        def stands_in_view():
+            x, y, _, height = box.extents()
+            below = table.extents()[1] - 60  # where the table's head and the room over it begin
+            places.append(y)
+            if y + height > below:
+                self._test.screen.mouse(x, below - 20, "click", "5")
+            return y + height <= below and places[-2:] == [y, y]
+
+        processes.wait_until(stands_in_view, f"column {column} to be in view")
+        box.click()
+        self._screen.find("list item", role).click()
 
     def open_show(self, path, first_title):
         self.key("ctrl+o")

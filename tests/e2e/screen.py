@@ -16,9 +16,6 @@ from gi.repository import Atspi, GLib  # noqa: E402
 import processes  # noqa: E402
 
 
-_WINDOW = re.compile("frame|dialog|alert|window")
-
-
 class Element:
     """A control, text or window as the accessibility bus knows it.
 
@@ -133,8 +130,8 @@ class Screen(Element):
         return processes.wait_until(look, f"the windows of process {pid}", 60)
 
     def window(self, title):
-        """A window or dialog by its whole title."""
-        return self.find(_WINDOW, title)
+        """A window by its whole title."""
+        return processes.wait_until(lambda: self._look_for_window(title), title)
 
     def mouse(self, x, y, *actions):
         self.stage.run("xdotool", "mousemove", str(x), str(y), *actions)
@@ -175,7 +172,15 @@ class Screen(Element):
         processes.wait_until(lambda: field.text == str(path), "the typed path")
         # The first Return may only take the name that the field proposes as one types.
         self.key("Return")
-        processes.wait_until(lambda: self.look(_WINDOW, title) is None, f"{title} to go")
+        processes.wait_until(lambda: self._look_for_window(title) is None, f"{title} to go")
+
+    def _look_for_window(self, title):
+        """One of a program's own windows: what lies over a window may have the title of another."""
+        try:
+            return next((window for program in self.children() for window in program.children()
+                         if window.name == title), None)
+        except GLib.Error:  # a program was changing its tree
+            return None
 
     def _x_window(self, title, *conditions):
         return self.stage.run("xdotool", "search", "--onlyvisible", "--all", *conditions, "--name",

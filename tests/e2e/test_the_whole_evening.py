@@ -1,7 +1,6 @@
 """An evening with everything: a run sheet is imported and put in order, a station follows, keyboard
 and timecode lead, and nothing is lost when the program is killed."""
 
-import json
 import re
 import unittest
 
@@ -38,10 +37,6 @@ class TheWholeEvening(EndToEndTest):
         self.finish()
         self.find_it_the_next_day()
 
-    @property
-    def record(self):
-        return self.desk.folder / "config" / "tessivo" / "pavona_data_v1"
-
     def begin(self):
         """Up to the imported show, with a station that waits for it."""
         self.station = self.start(self.switch.add_host("plateau"))
@@ -61,8 +56,7 @@ class TheWholeEvening(EndToEndTest):
                 admin.press(f"{stepper} : augmenter")
         for column, role in (("B", "Titre du morceau"), ("C", "Guests / micros"), ("D", "Durée"),
                              ("E", "Timecode LTC")):
-            admin.screen().find("combo box", f"Colonne {column}").click()
-            admin.screen().find("list item", role).click()
+            admin.choose_role(column, role)
         admin.see(f"{SONGS} morceaux seront créés")
         admin.press("Importer")
 
@@ -166,12 +160,6 @@ class TheWholeEvening(EndToEndTest):
     def expect_song(self, index):
         for person in (self.admin, self.station):
             person.see(TITLES[index], "heading")
-
-    def stored(self):
-        """The record, once the store has brought the newest one to its place."""
-        processes.wait_until(lambda: not list(self.record.parent.glob("*.recent-*")),
-                             "the newest record to be in its place")
-        return json.loads(self.record.read_text(encoding="utf-8"))
 
     def expect_stored(self, titles):
         """Waits for a show whose first songs these are."""

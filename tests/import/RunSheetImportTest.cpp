@@ -1,4 +1,6 @@
+#include "import/ColumnLetters.h"
 #include "import/RunSheetImport.h"
+#include "import/RunSheetPreview.h"
 #include "support/WorkbookWriter.h"
 
 #include <doctest/doctest.h>
@@ -37,8 +39,10 @@ struct Fixture {
     WorkProgress progress;
 
     void load(const std::vector<std::string>& sheets, const std::string& path = "/x/Gala 2.xlsx") {
-        import.load(path, XLSXReader::read(WorkbookWriter(sheets).file(), progress));
+        import.choose(path);
+        import.load({XLSXReader::read(WorkbookWriter(sheets).file(), progress)});
     }
+    RunSheetPreview outcome() { return previewOf(import, progress); }
     void assignGala() {
         import.setRole(2, ColumnRole::title);
         import.setRole(3, ColumnRole::guests);
@@ -47,7 +51,7 @@ struct Fixture {
     }
     /// Builds a show, which must agree with the announced number of songs.
     std::optional<Show> create() {
-        const std::int64_t announced = import.songCount();
+        const std::int64_t announced = outcome().songs;
         std::optional<Show> show = import.createShow();
         CHECK(announced == (show ? std::ssize(show->songs) : 0));
         return show;
@@ -82,19 +86,19 @@ TEST_CASE_FIXTURE(Fixture, "a run sheet becomes a show") {
 TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells won't") {
     load({gala});
     import.setRole(4, ColumnRole::duration);
-    CHECK(import.preview().unread == 0);  // without titles there are no songs
+    CHECK(outcome().unread == 0);  // without titles there are no songs
     assignGala();
-    RunSheetImport::Preview preview = import.preview();
+    RunSheetPreview preview = outcome();
     CHECK(preview.songs == 4);
     CHECK(preview.durations == 2);
     CHECK(preview.timecodes == 1);
     CHECK(preview.unread == 2);
-    REQUIRE(preview.firstUnread.size() == 2);
-    CHECK(preview.firstUnread[0].row == 7);
-    CHECK(preview.firstUnread[0].column == 4);
-    CHECK(preview.firstUnread[0].text == "3 min");
-    CHECK(preview.firstUnread[1].column == 6);
-    CHECK(preview.firstUnread[1].text == "10:00");
+    REQUIRE(preview.unreadCells.size() == 2);
+    CHECK(preview.unreadCells[0].row == 7);
+    CHECK(preview.unreadCells[0].column == 4);
+    CHECK(preview.unreadCells[0].text == "3 min");
+    CHECK(preview.unreadCells[1].column == 6);
+    CHECK(preview.unreadCells[1].text == "10:00");
 
     // So many that the list leaves some out.
     std::string rows;
@@ -103,16 +107,109 @@ TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells w
     }
     load({rows});
     assignGala();
-    preview = import.preview();
+    preview = outcome();
     CHECK(preview.unread == 299);
-    CHECK(preview.firstUnread.size() == RunSheetImport::Preview::maximumListed);
+    CHECK(preview.unreadCells.size() == RunSheetPreview::maximumListed);
+    CHECK_FALSE(preview.isUnusuallyLarge());
+    // Their common notation can be taken, but for one of them.
+    REQUIRE(preview.notations.size() == 1);
+    CHECK(preview.notations[0].cells == 299);
+    CHECK(preview.notations[0].reading == "3:00");
+    import.accept(Notation::units, true);
+    import.refuse(3, 4, true);
+    preview = outcome();
+    CHECK(preview.durations == 298);
+    CHECK(preview.unread == 1);
+    CHECK(preview.taken == 298);
+    CHECK(preview.unreadCells[0].isTaken);
+    CHECK_FALSE(preview.unreadCells[1].isTaken);
+    const std::vector<Song> songs = create().value().songs;
+    CHECK(songs[0].duration == 180);
+    CHECK_FALSE(songs[1].duration.has_value());
+    import.selectSheet(0);
+    CHECK_FALSE(import.accepts(Notation::units));
+}
+
+TEST_CASE_FIXTURE(Fixture, "what is read but unlikely is told, and changed by nobody") {
+    const std::string formula = R"(<c r="B9"><f>1/0</f></c>)";
+    const std::string merged = R"(</sheetData><mergeCells><mergeCell ref="C3:C5"/>)"
+                               R"(<mergeCell ref="C1:D1"/></mergeCells><sheetData>)";
+    const std::string hidden =
+        R"(</sheetData><cols><col min="6" max="9" hidden="1"/></cols><sheetData>)";
+    load({row(1, cell("B1", "Titre")) + hidden +
+          row(2, cell("B2", "Un") + cell("D2", "4") + cell("F2", "10:00:00:00")) +
+          row(3, cell("B3", "Deux") + cell("C3", "Anna") + cell("D3", "3:45:00") +
+                     cell("F3", "11:00:00:00")) +
+          row(4, cell("B4", "ENTRACTE") + cell("D4", "-3'45") + cell("F4", "10:30:00:00")) +
+          row(5, cell("B5", "SET 2") + cell("D5", "3'75") + cell("F5", "10:30:00:00")) +
+          row(6, cell("B6", "0.3125") + cell("F6", "25:61:61:99")) + R"(<row r="7" hidden="1">)" +
+          cell("B7", "#DIV/0!") + "</row>" +
+          row(8, cell("B8", "12/05/2026") + cell("D8", "0:03:45")) + row(9, formula) + merged});
+    assignGala();
+    std::string found;
+    for (const RunSheetPreview::DoubtfulCell& doubtful : outcome().doubtfulCells) {
+        found += columnLetter(doubtful.column) + std::to_string(doubtful.row) + ' ' +
+                 std::string(textOf(doubtful.doubt)) + '\n';
+    }
+    CHECK(found == R"(F1 colonne masquée dans le tableur
+D2 moins de 20 s
+D3 plus de 20 minutes
+C3 guests fusionnés : seul ce morceau les reçoit
+B4 pas un morceau ?
+D4 durée négative
+F4 timecode avant celui du morceau précédent
+B5 pas un morceau ?
+D5 60 ou plus dans un champ de la durée
+F5 même timecode qu'un morceau plus haut
+B6 le titre est un nombre
+F6 timecode qu'aucune entrée n'envoie
+B7 le titre est une erreur du tableur
+B7 ligne masquée dans le tableur
+B8 le titre est une date
+B9 formule sans résultat : pas de morceau
+)");
+    CHECK(create().value().songs.size() == 7);
+}
+
+TEST_CASE_FIXTURE(Fixture, "what is too much is asked about, cut or refused") {
+    const std::string crowd =
+        cell("B", std::string(40'000, 'x')) + cell("C", "a" + std::string(20'000, '/') + "b");
+    std::string guests = "a";
+    for (int i = 0; i < 100; ++i) {
+        guests += "+a";
+    }
+    load({row(1, crowd) + row(2, crowd), row(1, cell("B", "x") + cell("C", guests))});
+    assignGala();
+    RunSheetPreview preview = outcome();
+    CHECK(preview.mostGuests == 2);
+    REQUIRE(preview.doubts == 1);
+    CHECK(preview.doubtfulCells[0].doubt == Doubt::cutText);
+    CHECK(preview.doubtfulCells[0].text == std::string(200, 'x') + "…");
+    import.selectSheet(1);
+    import.startRow = 1;
+    assignGala();
+    CHECK(outcome().isUnusuallyLarge());  // 101 guests
+
+    // One text in cells without end is kept once, and a show of it is refused.
+    std::string rows;
+    for (int i = 1; i <= 1000; ++i) {
+        rows += R"(<row r=")" + std::to_string(i) + R"("><c r="B" t="s"><v>0</v></c></row>)";
+    }
+    import.load({XLSXReader::read(workbookOf(rows, {"<t>" + std::string(30'000, 'x') + "</t>"}),
+                                  progress)});
+    import.setRole(2, ColumnRole::title);
+    CHECK(outcome().isUnusuallyLarge());
+    CHECK_FALSE(import.createShow().has_value());
+    CHECK(import.errorMessage().value().starts_with("Ce tableau ferait un show trop grand."));
+    progress.isCancelled = true;
+    CHECK(outcome().songs == 1);
 }
 
 TEST_CASE_FIXTURE(Fixture, "columns are listed up to the last one in use, with their headings") {
     load({gala, ""});
     std::vector<std::string> labels;
     for (std::int64_t column = 1; column <= import.usedColumns(); ++column) {
-        labels.push_back(import.columnLabel(column));
+        labels.emplace_back(import.columnLabel(column));
     }
     CHECK(labels == std::vector<std::string>{"(vide)", "Titre", "Avec", "Durée", "(vide)", "TC"});
     import.headerRow = 5;
@@ -171,7 +268,7 @@ TEST_CASE_FIXTURE(Fixture, "the first row of songs may be any row, and the title
         CAPTURE(row.first);
         const auto& [startRow, songs] = row;
         import.startRow = startRow;
-        CHECK(import.songCount() == songs);
+        CHECK(outcome().songs == songs);
         CHECK(create().has_value() == (songs > 0));
         if (songs == 0) {
             CHECK(import.errorMessage() == (startRow > 12
@@ -207,7 +304,18 @@ TEST_CASE_FIXTURE(Fixture, "a file that fails leaves the workbook before it in p
     load({});
     CHECK(import.errorMessage() == "Aucune feuille trouvée dans ce fichier.");
     CHECK(import.role(2) == ColumnRole::title);
-    import.load("/other.xlsx", ReaderError::notAZip);
+    import.choose("/other.xlsx");
+    import.load({ReaderError::notAZip, "conseil"});
+    CHECK(import.advice() == "conseil");
     CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
     CHECK(create().value().name == "other");
+    CHECK_FALSE(import.isErrorPast());
+    load({"", gala, ""});
+    CHECK(import.isErrorPast());
+    CHECK(import.errorMessage() == "Impossible de lire ce fichier Excel.");
+    CHECK(import.sheetWithCells() == 1);
+    import.selectSheet(2);
+    CHECK(import.sheetWithCells() == 1);  // around the end
+    import.selectSheet(1);
+    CHECK_FALSE(import.sheetWithCells().has_value());
 }

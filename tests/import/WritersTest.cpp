@@ -1,4 +1,5 @@
 #include "import/RunSheetImport.h"
+#include "import/RunSheetPreview.h"
 #include "import/Workbooks.h"
 #include "model/ShowJson.h"
 
@@ -52,17 +53,18 @@ TEST_CASE("what independent writers and archivers store is read alike") {
 
 TEST_CASE("the run sheet of the example concert gives its songs, but for the two cells it spoils") {
     RunSheetImport import;
-    import.load("conducteur.xlsx", workbookAt("examples/conducteur.xlsx"));
+    import.load({workbookAt("examples/conducteur.xlsx")});
     import.headerRow = 3;
     import.startRow = 4;
     import.setRole(2, ColumnRole::title);
     import.setRole(3, ColumnRole::guests);
     import.setRole(4, ColumnRole::duration);
     import.setRole(5, ColumnRole::ltc);
-    const RunSheetImport::Preview preview = import.preview();
-    REQUIRE(preview.firstUnread.size() == 2);
-    CHECK(preview.firstUnread[0].text == "environ 12 s");
-    CHECK(preview.firstUnread[1].text == "à caler");
+    WorkProgress progress;
+    const RunSheetPreview preview = previewOf(import, progress);
+    REQUIRE(preview.unreadCells.size() == 2);
+    CHECK(preview.unreadCells[0].text == "environ 12 s");
+    CHECK(preview.unreadCells[1].text == "à caler");
 
     std::optional<Show> concert =
         decodeShow(readFile(TESSIVO_SOURCE_DIR "/examples/concert.tessivo"));

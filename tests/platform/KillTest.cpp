@@ -36,8 +36,9 @@ std::string nameWith(std::int64_t number) {
 [[noreturn]] void storm(const std::string& folder, int output) {
     FilePreferencesStore store(folder);
     SimulatedPlatform rest;
-    AppState state(Platform{rest.time, rest.time, store, rest.files, rest.panels, rest.audio,
-                            rest.updates, rest.computer, rest.stayAwake, rest.log, rest.journal});
+    AppState state(Platform{rest.time, rest.time, rest.background, store, rest.files, rest.panels,
+                            rest.audio, rest.updates, rest.computer, rest.stayAwake, rest.log,
+                            rest.journal});
     if (state.shows().empty()) {
         Show show = showWithSongs(20);
         show.name = nameWith(0);

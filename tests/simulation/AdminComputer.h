@@ -54,9 +54,9 @@ public:
 
     void start(SimulatedMainQueue& time) {
         stop();
-        program = std::make_unique<AdminProgram>(
-            Platform{time, time, disk_.preferences, disk_.files, disk_.panels, disk_.audio,
-                     disk_.updates, computer, disk_.stayAwake, disk_.log, disk_.journal});
+        program = std::make_unique<AdminProgram>(Platform{
+            time, time, disk_.background, disk_.preferences, disk_.files, disk_.panels, disk_.audio,
+            disk_.updates, computer, disk_.stayAwake, disk_.log, disk_.journal});
     }
 
     /// Ends the program as a crash would, at any moment. What it had must all be kept, but for the

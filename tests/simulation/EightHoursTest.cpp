@@ -69,10 +69,10 @@ private:
 
     SimulatedPlatform computer_;
     std::ostream log_{nullptr};
-    AdminProgram admin_{Platform{computer_.time, computer_.time, computer_.preferences,
-                                 computer_.files, computer_.panels, computer_.audio,
-                                 computer_.updates, computer_.computer, computer_.stayAwake, log_,
-                                 computer_.journal}};
+    AdminProgram admin_{Platform{computer_.time, computer_.time, computer_.background,
+                                 computer_.preferences, computer_.files, computer_.panels,
+                                 computer_.audio, computer_.updates, computer_.computer,
+                                 computer_.stayAwake, log_, computer_.journal}};
     ReceiverClient station_{computer_.network.addComputer("Plateau")};
 };
 

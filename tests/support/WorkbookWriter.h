@@ -18,26 +18,27 @@ struct WorkbookWriter {
     /// One sheet per element of `sheetData` (its rows as XML), named "Feuille 1" and so on.
     explicit WorkbookWriter(const std::vector<std::string>& sheetData,
                             const std::vector<std::string>& strings = {}) {
+        const std::string schemas = "http://schemas.openxmlformats.org/";
+        const std::string types = schemas + "officeDocument/2006/relationships";
+        const std::string main = " xmlns=\"" + schemas + "spreadsheetml/2006/main\"";
         for (std::size_t i = 1; i <= sheetData.size(); ++i) {
             const std::string number = std::to_string(i);
             workbook += "<sheet name=\"Feuille " + number + "\" sheetId=\"" + number +
                         "\" r:id=\"rId" + number + "\"/>";
-            relationships += "<Relationship Id=\"rId" + number +
-                             "\" Type=\"http://schemas.openxmlformats." +
-                             "org/officeDocument/2006/relationships/worksheet\" " +
-                             "Target=\"worksheets/sheet" + number + ".xml\"/>";
-            sheets.push_back("<worksheet><sheetData>" + sheetData[i - 1] +
+            relationships += "<Relationship Id=\"rId" + number + "\" Type=\"" + types +
+                             "/worksheet\" Target=\"worksheets/sheet" + number + ".xml\"/>";
+            sheets.push_back("<worksheet" + main + "><sheetData>" + sheetData[i - 1] +
                              "</sheetData></worksheet>");
         }
-        workbook =
-            "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
-            "xmlns:r=\"r\"><sheets>" +
-            workbook + "</sheets></workbook>";
-        relationships = "<Relationships>" + relationships + "</Relationships>";
+        workbook = "<workbook" + main + " xmlns:r=\"" + types + "\"><sheets>" + workbook +
+                   "</sheets></workbook>";
+        relationships = "<Relationships xmlns=\"" + schemas + "package/2006/relationships\">" +
+                        relationships + "<Relationship Id=\"strings\" Type=\"" + types +
+                        "/sharedStrings\" Target=\"sharedStrings.xml\"/></Relationships>";
         for (const std::string& string : strings) {
             sharedStrings += "<si>" + string + "</si>";
         }
-        sharedStrings = "<sst>" + sharedStrings + "</sst>";
+        sharedStrings = "<sst" + main + ">" + sharedStrings + "</sst>";
     }
 
     std::vector<ZipMember> members() const {

@@ -7,6 +7,7 @@
 #include "support/WorkbookWriter.h"
 #include "ui/import/ShowImportViewModel.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,11 +26,20 @@ std::string row(int number, const std::vector<std::string>& texts) {
     return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
 }
 
+/// Does something to the import, and lets the work that comes of it end.
+void change(Screen& screen, const std::function<void(ShowImportViewModel&)>& what) {
+    what(*screen.window->findChild<ShowImportViewModel*>());
+    screen.computer.time.drain();
+    screen.layOut();
+}
+
 /// Chooses a file with this content on the import sheet.
 void pickFile(Screen& screen, const std::string& content) {
     screen.computer.files.contents["/Gala.xlsx"] = content;
     screen.computer.panels.answers = {"/Gala.xlsx"};
     screen.click("Choisir un fichier…");
+    screen.computer.time.drain();
+    screen.layOut();
 }
 
 ShowImportViewModel* sheetImportOf(const Screen& screen) {
@@ -51,6 +61,7 @@ private Q_SLOTS:
     void aShowIsDeletedOnlyWhenConfirmed();
     void aRunSheetIsImported();
     void aCancelledPanelAndABadFileChangeNothing();
+    void workThatNobodyWaitsForChangesNothing();
     void choosingASheetTakesTheRolesBack();
     void absurdColumnsAreBounded();
 };
@@ -135,16 +146,24 @@ void ShowScreensTest::aRunSheetIsImported() {
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Down, Qt::Key_Return, Qt::Key_Escape}) {
         screen.press(key);
     }
-    sheetImportOf(screen)->setRole(1, 3);
+    change(screen, [](ShowImportViewModel& sheet) { sheet.setRole(1, 3); });
     QVERIFY(screen.shows("2 morceaux seront créés"));
     screen.click("1 durée et 0 timecode lus, 1 cellule illisible");
-    QVERIFY(screen.shows("Ligne 4, colonne B\u00A0: 3 min"));
-    sheetImportOf(screen)->setStartRow(4);
+    QVERIFY(screen.shows("Ligne 4, colonne B\u00A0: 3 min → 3:00"));
+    screen.click("Lire aussi ces notations");
+    screen.computer.time.drain();
+    QCOMPARE(sheetImportOf(screen)->durationCount(), 2);
+    screen.layOut();
+    screen.click("Ne pas lire");
+    screen.computer.time.drain();
+    QCOMPARE(sheetImportOf(screen)->durationCount(), 1);
+    change(screen, [](ShowImportViewModel& sheet) { sheet.setStartRow(4); });
     QVERIFY(screen.shows("1 morceau sera créé"));
 
     screen.click("Gala");
     screen.type("!");
     screen.click("Importer");
+    screen.computer.time.drain();
     QVERIFY(screen.state.activeShow());
     QCOMPARE(screen.state.activeShow()->name, "Gala!");
     QCOMPARE(screen.state.activeShow()->songs.size(), 1U);
@@ -166,6 +185,42 @@ void ShowScreensTest::aCancelledPanelAndABadFileChangeNothing() {
     QVERIFY(!screen.shows("Aucune feuille trouvée dans ce fichier."));
 }
 
+void ShowScreensTest::workThatNobodyWaitsForChangesNothing() {
+    Screen screen(noShows);
+    screen.click("Importer un conducteur");
+    screen.computer.files.contents["/Gala.xlsx"] = workbookOf(row(1, {"A"}) + row(2, {"a"}));
+    const auto startReading = [&] {
+        screen.computer.panels.answers = {"/Gala.xlsx"};
+        screen.click("Choisir un fichier…");
+        return sheetImportOf(screen)->isReading();
+    };
+    QVERIFY(startReading());
+    change(screen, [](ShowImportViewModel& sheet) { sheet.cancel(); });
+    QVERIFY(!sheetImportOf(screen)->hasWorkbook());
+
+    QVERIFY(startReading());
+    change(screen, [](ShowImportViewModel&) {});
+    change(screen, [](ShowImportViewModel& sheet) { sheet.setRole(0, 1); });
+    change(screen, [](ShowImportViewModel& sheet) {
+        sheet.setRole(0, 0);
+        sheet.cancel();
+    });
+    QCOMPARE(sheetImportOf(screen)->songCount(), 1);
+    QVERIFY(screen.shows("Titre du morceau"));
+
+    screen.click("Importer");
+    screen.click("Fermer");
+    screen.computer.time.drain();
+    QTRY_VERIFY(!sheetImportOf(screen));
+    QVERIFY(screen.state.shows().empty());
+
+    screen.click("Importer un conducteur");
+    QVERIFY(startReading());
+    screen.click("Fermer");
+    screen.computer.time.drain();
+    QTRY_VERIFY(!sheetImportOf(screen));
+}
+
 void ShowScreensTest::choosingASheetTakesTheRolesBack() {
     Screen screen(noShows);
     screen.click("Importer un conducteur");
@@ -177,6 +232,7 @@ void ShowScreensTest::choosingASheetTakesTheRolesBack() {
     screen.click("Ignorer");
     QTRY_VERIFY(screen.shows("Titre du morceau"));
     screen.click("Titre du morceau");
+    screen.computer.time.drain();
     QCOMPARE(sheetImportOf(screen)->songCount(), 1);
     screen.click("Feuille 1");
     QTRY_VERIFY(screen.shows("Feuille 2"));

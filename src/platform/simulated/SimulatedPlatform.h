@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Background.h"
 #include "platform/FilePanels.h"
 #include "platform/FileStore.h"
 #include "platform/Journal.h"
@@ -11,11 +12,13 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedNetwork.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessivo {
@@ -79,6 +82,16 @@ private:
     MainQueue& mainQueue_;
 };
 
+/// Does the work on the next turn, at once and on the one thread there is.
+class SimulatedBackground final : public Background {
+public:
+    explicit SimulatedBackground(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
+    void run(std::function<void()> work) override { mainQueue_.post(std::move(work)); }
+
+private:
+    MainQueue& mainQueue_;
+};
+
 /// Remembers whether the computer is to stay awake.
 class SimulatedStayAwake final : public StayAwake {
 public:
@@ -99,6 +112,7 @@ public:
 /// A whole computer in one value, in virtual time, alone on its network unless a test adds others.
 struct SimulatedPlatform {
     SimulatedMainQueue time;
+    SimulatedBackground background{time};
     SimulatedPreferences preferences;
     SimulatedFiles files;
     SimulatedPanels panels;
@@ -111,8 +125,8 @@ struct SimulatedPlatform {
     SimulatedJournal journal;
 
     operator Platform() {
-        return {time,    time,     preferences, files, panels, audio,
-                updates, computer, stayAwake,   log,   journal};
+        return {time,  time,    background, preferences, files, panels,
+                audio, updates, computer,   stayAwake,   log,   journal};
     }
 };
 

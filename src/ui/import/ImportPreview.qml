@@ -1,20 +1,28 @@
-// In Qt 6.4 a bound component can't be the header or footer of a list, so ids are reached unbound.
-// qmllint disable unqualified
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import QtQuick.Controls.Basic
 import Tessivo.Style
 import Tessivo.Ui
 
-/** What importing would give: the songs, the lengths and timecodes read, and on demand the cells
-    that can't be. */
+/** What importing would give: the songs, the lengths and timecodes read, the notations that could
+    be, and on demand the cells that can't be and those to be checked. */
 Column {
     id: preview
 
-    required property ShowImportViewModel sheetImport
-    property bool expanded: false
+    enum Shown {
+        Nothing,
+        Unread,
+        Doubtful
+    }
 
-    function counted(count: real, noun: string): string {
+    required property ShowImportViewModel sheetImport
+    property int unfolded: ImportPreview.Nothing
+
+    function counted(count: int, noun: string): string {
         return count + " " + noun + (count > 1 ? "s" : "");
+    }
+    function toggle(part: int): void {
+        unfolded = unfolded === part ? ImportPreview.Nothing : part;
     }
 
     spacing: 4
@@ -27,58 +35,69 @@ Column {
         color: Colors.pvPaperFaint
     }
     PVText {
-        visible: preview.sheetImport.unreadCount === 0 && preview.sheetImport.durationCount + preview.sheetImport.timecodeCount > 0
-        text: readings.text
-        size: Fonts.smallCaption
-        color: Colors.pvPaperFaint
-    }
-    PVButton {
-        id: toggle
-
-        visible: preview.sheetImport.unreadCount > 0
-        look: PVButton.Plain
-        horizontalPadding: 0
-        verticalPadding: 2
-        glyph: preview.expanded ? Icons.chevronDown : Icons.chevronRight
-        glyphSize: 14
-        textSize: Fonts.smallCaption
-        textWeight: Font.Normal
-        text: readings.text + ", " + preview.counted(preview.sheetImport.unreadCount, "cellule") + (preview.sheetImport.unreadCount > 1 ? " illisibles" : " illisible")
-        onClicked: preview.expanded = !preview.expanded
-    }
-    ListView {
-        id: cells
-
-        visible: toggle.visible && preview.expanded
+        visible: text !== ""
+        text: preview.sheetImport.losses
+        size: Fonts.caption
+        color: Colors.pvAmber
         width: parent.width
-        // In a small window the mapping needs the room.
-        height: Math.min(contentHeight, 96, Math.max(44, Window.height - 500))
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        model: visible ? preview.sheetImport.unreadCells : []
-        ScrollBar.vertical: PVScrollBar {}
+        wrapMode: Text.Wrap
+    }
+    Repeater {
+        model: preview.sheetImport.notations
 
-        delegate: PVText {
-            required property string modelData
-
-            width: cells.width - 12
-            leftPadding: 21
-            bottomPadding: 3
-            text: modelData
-            size: Fonts.smallCaption
-            color: Colors.pvPaperDim
-            elide: Text.ElideRight
+        RunSheetNotationRow {
+            width: preview.width
+            onAccepted: accepted => preview.sheetImport.acceptNotation(index, accepted)
         }
-        footer: PVText {
-            readonly property real others: preview.sheetImport.unreadCount - cells.count
+    }
+    Flow {
+        width: parent.width
+        spacing: 18
 
-            visible: others > 0
-            height: visible ? 18 : 0
-            leftPadding: 21
-            text: "et " + preview.counted(others, "autre")
+        PVText {
+            visible: preview.sheetImport.unusualCount === 0 && text !== ""
+            text: preview.sheetImport.durationCount + preview.sheetImport.timecodeCount > 0 ? readings.text : ""
             size: Fonts.smallCaption
             color: Colors.pvPaperFaint
         }
+        FoldButton {
+            visible: preview.sheetImport.unusualCount > 0
+            isUnfolded: preview.unfolded === ImportPreview.Unread
+            text: readings.text + ", " + preview.counted(preview.sheetImport.unreadCount, "cellule") + (preview.sheetImport.unreadCount > 1 ? " illisibles" : " illisible")
+            onClicked: preview.toggle(ImportPreview.Unread)
+        }
+        FoldButton {
+            visible: preview.sheetImport.doubtCount > 0
+            isUnfolded: preview.unfolded === ImportPreview.Doubtful
+            text: "À vérifier\u00A0: " + preview.sheetImport.doubtCount
+            onClicked: preview.toggle(ImportPreview.Doubtful)
+        }
+    }
+    RunSheetNotes {
+        visible: preview.unfolded === ImportPreview.Unread
+        width: parent.width
+        model: preview.sheetImport.unreadCells
+        total: preview.sheetImport.unusualCount
+        onTaken: (position, taken) => preview.sheetImport.takeCell(position, taken)
+    }
+    RunSheetNotes {
+        visible: preview.unfolded === ImportPreview.Doubtful
+        width: parent.width
+        model: preview.sheetImport.doubtfulCells
+        total: preview.sheetImport.doubtCount
+        sign: " · "
+    }
+
+    component FoldButton: PVButton {
+        property bool isUnfolded: false
+
+        look: PVButton.Plain
+        horizontalPadding: 0
+        verticalPadding: 2
+        glyph: isUnfolded ? Icons.chevronDown : Icons.chevronRight
+        glyphSize: 14
+        textSize: Fonts.smallCaption
+        textWeight: Font.Normal
     }
 
     QtObject {

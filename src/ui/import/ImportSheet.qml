@@ -4,14 +4,15 @@ import QtQuick.Templates as T
 import Tessivo.Style
 import Tessivo.Ui
 
-/** The import screen as a sheet over the window, made anew each time it opens. */
+/** The import screen as a sheet over the window, made anew each time it opens. It takes
+    the whole window once there is a table to look at. */
 Popup {
     id: sheet
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: parent ? Math.min(parent.width - 24, 760) : 0
-    height: parent ? Math.min(parent.height - 24, 640) : 0
+    width: parent ? Math.min(parent.width - 24, view.hasWorkbook ? parent.width : 760) : 0
+    height: parent ? Math.min(parent.height - 24, view.hasWorkbook ? parent.height : 560) : 0
     padding: 0
     modal: true
     focus: true

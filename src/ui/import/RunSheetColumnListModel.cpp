@@ -20,7 +20,7 @@ QVariant RunSheetColumnListModel::data(const QModelIndex& index, int role) const
         case LettersRole:
             return toQString(columnLetter(column));
         case HeadingRole:
-            return toQString(import_.columnLabel(column));
+            return toShownText(import_.columnLabel(column));
         case MeaningRole:
             return static_cast<int>(import_.role(column));
         case CountsRole:

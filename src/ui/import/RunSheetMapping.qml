@@ -31,6 +31,8 @@ PVListView {
         width: mapping.width - mapping.barWidth
         spacing: 18
         bottomPadding: 8
+        // What another workbook adds to it would be above what is in view.
+        onHeightChanged: Qt.callLater(mapping.positionViewAtBeginning)
 
         Column {
             visible: mapping.sheetImport.sheetNames.length > 1
@@ -71,7 +73,26 @@ PVListView {
                 onMoved: row => mapping.sheetImport.startRow = row
             }
         }
+        Row {
+            visible: mapping.sheetImport.isSheetEmpty
+            spacing: 12
+
+            PVText {
+                text: "Cette feuille est vide."
+                size: 13
+                color: Colors.pvAmber
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            PVButton {
+                readonly property int target: mapping.sheetImport.sheetWithCells
+
+                visible: target >= 0
+                label: "Passer à «\u00A0" + (mapping.sheetImport.sheetNames[target] ?? "") + "\u00A0»"
+                onClicked: mapping.sheetImport.selectedSheetIndex = target
+            }
+        }
         PVText {
+            visible: !mapping.sheetImport.isSheetEmpty
             text: "À quoi correspond chaque colonne ?"
             size: Fonts.caption
             color: Colors.pvPaperFaint

@@ -19,6 +19,16 @@ FocusScope {
         id: sheetImport
 
         onImported: view.done()
+        onConfirmationNeeded: confirmation.open()
+    }
+    PVDialog {
+        id: confirmation
+
+        title: "Importer tout cela\u00A0?"
+        message: sheetImport.songCount + " morceaux" + (sheetImport.mostGuests > 1 ? ", jusqu'à " + sheetImport.mostGuests + " guests pour un seul" : "") + ". C'est bien plus qu'un show n'en a d'habitude\u00A0: vérifie les colonnes et la première ligne."
+        action: "Importer"
+        destructive: true
+        onAccepted: sheetImport.createConfirmedShow()
     }
 
     ColumnLayout {
@@ -41,26 +51,45 @@ FocusScope {
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
-        RunSheetMapping {
+        Item {
+            id: middle
+
             visible: sheetImport.hasWorkbook
-            sheetImport: sheetImport
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.rightMargin: -barWidth
+
+            RunSheetMapping {
+                id: mapping
+
+                sheetImport: sheetImport
+                width: parent.width + barWidth
+                height: table.visible ? Math.min(contentHeight, Math.max(parent.height * 0.55, parent.height - 14 - table.wholeHeight)) : parent.height
+            }
+            RunSheetTable {
+                id: table
+
+                visible: !sheetImport.isSheetEmpty && middle.height > 260
+                sheetImport: sheetImport
+                width: parent.width
+                y: mapping.height + 14
+                height: Math.min(wholeHeight, parent.height - y)
+            }
         }
 
-        PVText {
-            visible: text !== ""
-            text: sheetImport.errorMessage
-            size: Fonts.caption
-            color: Colors.pvRed
-            wrapMode: Text.Wrap
+        ImportFailure {
+            sheetImport: sheetImport
+            Layout.topMargin: 10
+            Layout.fillWidth: true
+        }
+        ImportProgress {
+            sheetImport: sheetImport
             Layout.topMargin: 10
             Layout.fillWidth: true
         }
 
         PVButton {
             visible: !sheetImport.hasWorkbook
+            enabled: !sheetImport.isReading
             text: "Choisir un fichier…"
             look: PVButton.Filled
             focus: true
