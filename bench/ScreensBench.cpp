@@ -180,9 +180,9 @@ private:
     SystemClock clock_;
     QtMainQueue mainQueue_;
     SimulatedPlatform rest_;
-    Platform platform_{clock_,          mainQueue_,  rest_.preferences, rest_.files,
-                       rest_.panels,    rest_.audio, rest_.updates,     rest_.computer,
-                       rest_.stayAwake, rest_.log,   rest_.journal};
+    Platform platform_{clock_,         mainQueue_,      rest_.background, rest_.preferences,
+                       rest_.files,    rest_.panels,    rest_.audio,      rest_.updates,
+                       rest_.computer, rest_.stayAwake, rest_.log,        rest_.journal};
     AppState state_;
     ScreenContext context_{state_, platform_};
     QQmlApplicationEngine engine_;

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <ranges>
 #include <string_view>
 
 namespace tessivo {
@@ -33,9 +32,9 @@ void forEachSong(const XLSXWorkbook::Sheet& sheet, const RunSheetColumns& column
     if (!columns.title) {
         return;
     }
-    const auto first =
-        std::ranges::lower_bound(sheet.rows, startRow, {}, &XLSXWorkbook::Row::index);
-    for (const XLSXWorkbook::Row& row : std::ranges::subrange(first, sheet.rows.end())) {
+    for (auto at = std::ranges::lower_bound(sheet.rows, startRow, {}, &XLSXWorkbook::Row::index);
+         at != sheet.rows.end(); ++at) {
+        const XLSXWorkbook::Row& row = *at;
         const auto cell = [&](std::optional<std::int64_t> column) {
             return column ? sheet.text(row, *column).value_or("") : std::string_view();
         };
