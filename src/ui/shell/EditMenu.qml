@@ -11,7 +11,7 @@ PVMenu {
         return edit === "" ? verb : (verb + "\u00A0: " + edit).replace(/&/g, "&&");
     }
 
-    title: "Édition"
+    title: "É&dition"
     width: 420
 
     Action {

@@ -4,12 +4,10 @@ import Tessivo.Style
 import Tessivo.Ui
 
 /** Asks at each start how this computer is to be used. */
-Rectangle {
+FocusScope {
     id: view
 
     signal choose(int mode)
-
-    color: Colors.pvBlack
 
     Column {
         anchors.centerIn: parent

@@ -105,6 +105,7 @@ ApplicationWindow {
         RootView {
             id: root
 
+            focus: true
             Layout.fillWidth: true
             Layout.fillHeight: true
         }
