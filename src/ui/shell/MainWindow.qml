@@ -119,6 +119,8 @@ ApplicationWindow {
         anchors.verticalCenter: parent.verticalCenter
     }
 
+    DoubleClickGuard {}
+
     Loader {
         id: displayWindow
 
