@@ -76,7 +76,7 @@ Rectangle {
                 weight: row.first ? Font.Bold : Font.Medium
                 color: row.first ? Colors.pvPaper : Colors.pvPaperDim
                 wrapMode: Text.Wrap
-                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, Math.max(content.width * 0.4, parent.width - x - parent.spacing - guests.onOneLine)))
+                Layout.preferredWidth: Math.max(140, Math.min(implicitWidth, Math.max(content.width * guests.titleShare, parent.width - x - parent.spacing - guests.onOneLine)))
                 Layout.alignment: Qt.AlignTop
             }
             PVText {
@@ -93,16 +93,20 @@ Rectangle {
                 id: guests
 
                 visible: row.song.guests.length > 0
-                spacing: 14
+                spacing: 4  // between the lines: nobody scrolls a screen above a stage
                 Layout.fillWidth: true
                 Layout.alignment: Qt.AlignTop
                 Layout.topMargin: row.first ? 6 : 2
 
+                /** Between two guests of a line. */
+                readonly property int gap: 14
+                /** What a long title has at least; many guests need the width more. */
+                readonly property real titleShare: onOneLine > 2 * content.width ? 0.25 : 0.4
                 /** The title may have what the guests leave free. */
                 readonly property real onOneLine: {
                     let total = row.first ? 100 : 80;  // "Pas de guest"
                     for (let i = 0; i < repeater.count; ++i) {
-                        total += (i > 0 ? spacing : -total) + (repeater.itemAt(i)?.fullWidth ?? 0);
+                        total += (i > 0 ? gap : -total) + (repeater.itemAt(i)?.fullWidth ?? 0);
                     }
                     return total;
                 }
@@ -118,6 +122,7 @@ Rectangle {
                         readonly property real fullWidth: name.implicitWidth + spacing + equipment.implicitWidth
 
                         spacing: 5
+                        rightPadding: guests.gap - guests.spacing
 
                         PVText {
                             id: name
@@ -125,7 +130,7 @@ Rectangle {
                             text: guest.modelData.name || "—"
                             size: row.first ? 16 : 13
                             weight: Font.DemiBold
-                            width: Math.min(implicitWidth, Math.max(80, guests.width - equipment.implicitWidth - guest.spacing))
+                            width: Math.min(implicitWidth, Math.max(80, guests.width - guest.rightPadding - equipment.implicitWidth - guest.spacing))
                             elide: Text.ElideRight
                         }
                         PVText {
@@ -134,7 +139,7 @@ Rectangle {
                             text: guest.modelData.equipmentLine
                             size: row.first ? 14 : 12
                             color: Colors.pvAmber
-                            width: Math.max(0, Math.min(implicitWidth, guests.width - name.width - guest.spacing))
+                            width: Math.max(0, Math.min(implicitWidth, guests.width - guest.rightPadding - name.width - guest.spacing))
                             elide: Text.ElideRight
                             anchors.baseline: name.baseline
                         }

@@ -63,6 +63,9 @@ Rectangle {
             onHeightChanged: showSoon.restart()
             onWidthChanged: showSoon.restart()
 
+            /** Where the screen itself last scrolled to; a hand may have scrolled since. */
+            property real shownFrom: 0
+
             readonly property bool announces: live.urgent
             onAnnouncesChanged: showCurrent()
 
@@ -86,7 +89,8 @@ Rectangle {
                     top = current.y;
                     bottom = coming.y + nextSongs.itemAt(0).y + nextSongs.itemAt(0).height;
                 }
-                contentY = Math.max(0, songs.y + Math.min(bottom + songs.spacing - height, top));
+                shownFrom = Math.max(0, songs.y + Math.min(bottom + songs.spacing - height, top));
+                contentY = shownFrom;
             }
 
             ScrollBar.vertical: PVScrollBar {}
@@ -209,6 +213,7 @@ Rectangle {
                         delegate: NextSongButton {
                             width: songs.width
                             announced: index === 0 && live.urgent
+                            shownFrom: scroll.shownFrom
                             onHeightChanged: {
                                 if (announced) {
                                     showSoon.restart();

@@ -11,6 +11,8 @@ T.AbstractButton {
     required property songInfo song
     required property int index
     property bool announced: false
+    /** How far the screen has scrolled by itself. */
+    property real shownFrom: 0
 
     focusPolicy: Qt.TabFocus
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -32,7 +34,7 @@ T.AbstractButton {
     }
 
     AimGuard {
-        aim: button.y
+        aim: button.y - button.shownFrom
     }
 
     background: Rectangle {
