@@ -146,6 +146,10 @@ class Screen(Element):
         self.stage.run("xdotool", "windowmove", self._x_window(title, "--pid", str(pid)),
                        str(x), str(y))
 
+    def resize_program(self, pid, title, width, height):
+        self.stage.run("xdotool", "windowsize", self._x_window(title, "--pid", str(pid)),
+                       str(width), str(height))
+
     def key(self, *names):
         """Presses keys by X name: "space", "Left", "ctrl+o"."""
         self.stage.run("xdotool", "key", *names)

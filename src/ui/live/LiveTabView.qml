@@ -15,6 +15,9 @@ Rectangle {
 
     readonly property int margin: 16
 
+    // It has the keyboard itself: an assistive tool is told so.
+    Accessible.role: Accessible.Pane
+    Accessible.name: "Vue live"
     color: Colors.pvBlack
     onVisibleChanged: showSoon.restart()
 
