@@ -34,6 +34,7 @@ class ClumsyHands(EndToEndTest):
         path = shows.write(self.stage.folder / "Concert.tessivo", shows.show("Concert", titles))
         self.admin = self.start_admin()
         self.admin.open_show(path, titles[0])
+        self.admin.to_front()
         self.tabs = {name: self.admin.screen().find("page tab", name).centre()
                      for name in ("Setlist", "Micros & IEM", "Vue live")}
         actions = ([self.step, self.type] * 3 + [self.cover, self.drag, self.turn, self.wheel] * 2 +
