@@ -1,6 +1,7 @@
 #include "Library.h"
 #include "model/ShowJson.h"
 #include "model/ShowLibrary.h"
+#include "platform/posix/FileJournal.h"
 #include "platform/posix/FilePreferencesStore.h"
 #include "support/TemporaryFolder.h"
 
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -90,7 +92,9 @@ void saveLibrary(benchmark::State& state) {
     Samples record;
     Samples write;
     Samples undo;
+    Samples line;
     ShowHistory history;
+    FileJournal journal(folder.path("journal"), std::cerr);
     std::int64_t number = 0;
     for (auto _ : state) {
         ++number;
@@ -109,6 +113,8 @@ void saveLibrary(benchmark::State& state) {
             rename(before, 0);
             history.add(100, std::move(before), library.shows()[100], {});
         });
+        // What a press that moves the cursor costs beside its save.
+        line.time([&] { journal.write({}, "Morceau 21/40 «\u00A0Chanson\u00A0», par touche"); });
         const std::string& json = library.record(std::nullopt, number);
         write.time([&] { writePlainly(folder.path("yardstick"), json); });
     }
@@ -117,6 +123,8 @@ void saveLibrary(benchmark::State& state) {
     state.counters["save_p99_ms"] = save.percentile(99);
     state.counters["record_ms"] = record.percentile(50);
     state.counters["undo_share"] = undo.percentile(50) / save.percentile(50);
+    state.counters["journal_share"] = line.percentile(50) / save.percentile(50);
+    state.counters["journal_p99_ms"] = line.percentile(99);
     state.counters["write_ms"] = write.percentile(50);
     state.counters["write_p99_ms"] = write.percentile(99);
     state.counters["ratio"] = save.percentile(50) / yardstick;

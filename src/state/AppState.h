@@ -130,8 +130,9 @@ public:
     void saveCurrentShow();
     void saveCurrentShowAs();
     /// Asks for a show file and makes its show active, in place of the one with the same id. A file
-    /// that is no show changes nothing; one that is too large for a show is told.
-    void openShow();
+    /// that is no show changes nothing; one that is too large for a show is told. True when a show
+    /// was opened.
+    bool openShow();
 
     /// Appends a show with the usual labels and makes it active; an empty name becomes "Nouveau
     /// show".

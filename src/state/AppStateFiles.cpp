@@ -46,14 +46,14 @@ void AppState::saveCurrentShowAs() {
     lastSavedLocations_[id] = *location;
 }
 
-void AppState::openShow() {
+bool AppState::openShow() {
     if (isLocked_) {
-        return;
+        return false;
     }
     const auto location =
         platform_.panels.chooseFileToOpen({"Ouvrir un show", std::string(showFileExtension)});
-    if (!location) {
-        return;
+    if (!location || isLocked_) {  // also locked while the panel was open
+        return false;
     }
     const auto bytes = platform_.files.read(*location, maximumShowFileBytes);
     if (!bytes && platform_.files.isLongerThan(*location, maximumShowFileBytes)) {
@@ -62,7 +62,7 @@ void AppState::openShow() {
     }
     std::optional<Show> show = bytes ? decodeShow(*bytes) : std::nullopt;
     if (!show) {
-        return;
+        return false;
     }
     const Uuid id = show->id;
     Edit edit = named(withName("ouvrir le show", show->name, "ouvrir un show"));
@@ -76,6 +76,7 @@ void AppState::openShow() {
     });
     lastSavedLocations_[id] = *location;
     activate(id);
+    return true;
 }
 
 void AppState::writeShowFile(const FileLocation& location, const Show& show) {

@@ -15,4 +15,5 @@ Text {
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === ""
 }

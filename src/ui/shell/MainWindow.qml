@@ -146,15 +146,16 @@ ApplicationWindow {
         function onUpdateRequested() {
             update.open();
         }
+        function onShowOpened(name: string): void {
+            if (root.mode !== RootView.Admin) {
+                news.tell("Show ouvert", "«\u00A0" + name + "\u00A0» est ouvert. Choisis le mode Admin pour le voir.");
+            }
+        }
         function onFileRefused(reason: string): void {
-            fileRefusal.title = "Fichier de show";
-            fileRefusal.message = reason;
-            fileRefusal.open();
+            news.tell("Fichier de show", reason);
         }
         function onJournalUnopened(file: string): void {
-            fileRefusal.title = "Journal";
-            fileRefusal.message = "Aucun programme de cet ordinateur n'ouvre le journal. Il est ici\u00A0: " + file;
-            fileRefusal.open();
+            news.tell("Journal", "Aucun programme de cet ordinateur n'ouvre le journal. Il est ici\u00A0: " + file);
         }
     }
 
@@ -167,7 +168,13 @@ ApplicationWindow {
     }
 
     PVDialog {
-        id: fileRefusal
+        id: news
+
+        function tell(about: string, what: string): void {
+            title = about;
+            message = what;
+            open();
+        }
 
         action: "OK"
         cancels: false

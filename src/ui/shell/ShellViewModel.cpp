@@ -56,6 +56,14 @@ QString ShellViewModel::latestUpdateVersion() const {
     return toQString(state_.latestUpdateVersion().value_or(std::string()));
 }
 
+void ShellViewModel::openShow() {
+    onNextTurn([this] {
+        if (state_.openShow()) {
+            Q_EMIT showOpened(toShownText(state_.activeShow()->name));
+        }
+    });
+}
+
 void ShellViewModel::openDisplay() {
     state_.setActiveDisplayShowId(state_.activeShowId());
     Q_EMIT displayRequested();

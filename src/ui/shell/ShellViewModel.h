@@ -55,9 +55,7 @@ public:
     Q_INVOKABLE void saveCurrentShowAs() {
         onNextTurn([this] { state_.saveCurrentShowAs(); });
     }
-    Q_INVOKABLE void openShow() {
-        onNextTurn([this] { state_.openShow(); });
-    }
+    Q_INVOKABLE void openShow();
 
     /// Returns to where a show is chosen.
     Q_INVOKABLE void closeShow() { state_.setActiveShowId(std::nullopt); }
@@ -82,6 +80,7 @@ Q_SIGNALS:
     void updateChanged();
     void displayRequested();
     void updateRequested();
+    void showOpened(const QString& name);
     /// A show file wasn't opened or written; `reason` is a sentence.
     void fileRefused(const QString& reason);
     /// No program opens the journal, which is this file.
