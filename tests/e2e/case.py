@@ -35,6 +35,20 @@ class EndToEndTest(unittest.TestCase):
         self.addCleanup(self.switch.remove)
         self.desk = self.switch.add_host("regie")
 
+    @property
+    def record(self):
+        """The file that the admin keeps its shows in."""
+        return self.desk.folder / "config" / "tessivo" / "pavona_data_v1"
+
+    def stored(self):
+        """What the admin has stored, also while it is on its way to that file."""
+        while True:
+            newest = max(self.record.parent.glob("*.recent-*"), default=self.record)
+            try:
+                return json.loads(newest.read_text(encoding="utf-8"))
+            except (FileNotFoundError, json.JSONDecodeError):
+                continue  # it has just come there
+
     def start(self, host):
         self.people.append(Person(self, host))
         return self.people[-1]

@@ -104,6 +104,13 @@ class Element:
         except GLib.Error:  # the program was changing its tree: as good as not there yet
             return None
 
+    def has_focus(self):
+        """Whether something in it has the keyboard, also out of view."""
+        try:
+            return "focused" in self.states() or any(child.has_focus() for child in self.children())
+        except GLib.Error:  # the program was changing its tree
+            return False
+
     def tree(self, depth=0):
         """The tree as text, for the reader of a failed run."""
         lines = [f"{'  ' * depth}{self} {self.extents()} {' '.join(sorted(self.states()))}"]

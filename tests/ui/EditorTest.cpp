@@ -71,7 +71,6 @@ private Q_SLOTS:
     void editsTheLabels();
     void ctrlZTakesBackWhatIsNotTypedText();
     void aRemovalOffersToTakeItBack();
-    void spaceActsOnTheLiveTabOnly();
     void showsAPlaceholderForAShowThatIsGone();
 };
 
@@ -497,17 +496,6 @@ void EditorTest::aRemovalOffersToTakeItBack() {
     screen.click("Supprimer le morceau");
     screen.computer.time.advance(10.0);
     QVERIFY(!screen.shows("Annuler"));
-}
-
-void EditorTest::spaceActsOnTheLiveTabOnly() {
-    Screen screen(fourSongs());
-    screen.press(Qt::Key_Space);
-    screen.click(title1);
-    screen.press(Qt::Key_Space);
-    QCOMPARE(screen.state.activeSongIndex(), 0);
-    screen.click("Vue live");
-    screen.press(Qt::Key_Space);
-    QCOMPARE(screen.state.activeSongIndex(), 1);
 }
 
 void EditorTest::showsAPlaceholderForAShowThatIsGone() {
