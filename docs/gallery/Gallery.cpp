@@ -408,6 +408,7 @@ private:
         computer_.audio.setDevices(
             {{1, "Interface 2×2 USB", {48000.0, 2}}, {2, "Micro interne", {44100.0, 1}}});
         click("Actualiser la liste des entrées audio");
+        computer_.time.drain();
         click("Choisir un périphérique…");
         take(*main_, "live-choosing-input", {1180, 820});
         click("Interface 2×2 USB");

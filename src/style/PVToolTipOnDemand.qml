@@ -14,7 +14,7 @@ Loader {
     property bool above: false
 
     anchors.fill: parent
-    active: wanted
+    active: wanted && Window.window !== null
     sourceComponent: PVToolTip {
         parent: maker
         text: maker.text

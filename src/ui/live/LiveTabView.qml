@@ -72,7 +72,7 @@ Rectangle {
             readonly property bool announces: live.urgent
             onAnnouncesChanged: showCurrent()
 
-            /** Room for the title of the next song below the card of the current one. */
+            /** Room for the title of the announced song below the card of the current one. */
             readonly property int startOfNext: 86
 
             /** From the top, unless the card, or the next song while it is announced, would be cut
@@ -81,7 +81,7 @@ Rectangle {
                 if (!screen.visible) {
                     return;
                 }
-                const below = coming.visible ? startOfNext : 0;
+                const below = announces && coming.visible ? startOfNext : 0;
                 current.fitInto(height - 2 * songs.spacing - below, 0.6);
                 past.forceLayout();
                 coming.forceLayout();
