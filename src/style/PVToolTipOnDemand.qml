@@ -14,7 +14,7 @@ Loader {
     property bool above: false
 
     anchors.fill: parent
-    active: wanted && Window.window !== null
+    active: wanted
     sourceComponent: PVToolTip {
         parent: maker
         text: maker.text
