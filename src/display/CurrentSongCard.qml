@@ -57,6 +57,16 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
+        // Red alone is grey to some eyes.
+        Rectangle {
+            visible: card.urgent
+            anchors.fill: timeLeft
+            anchors.margins: -5
+            radius: 6
+            color: "transparent"
+            border.width: 2
+            border.color: Colors.pvRed
+        }
         PVText {
             id: timeLeft
 

@@ -36,7 +36,7 @@ ComboBox {
 
     contentItem: PVText {
         text: chooser.displayText || chooser.placeholder
-        color: chooser.displayText ? Colors.pvPaper : Colors.pvPaperFaint
+        color: chooser.displayText ? Colors.pvPaper : Colors.pvPaperDim
         size: chooser.size
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
@@ -70,7 +70,11 @@ ComboBox {
         padding: 4
         margins: 8
         focus: true
-        onAboutToShow: chooser.forceActiveFocus()
+        transformOrigin: Popup.TopLeft
+        onAboutToShow: {
+            scale = chooser.mapToItem(null, 1, 0).x - chooser.mapToItem(null, 0, 0).x;  // as it is drawn
+            chooser.forceActiveFocus();
+        }
         onActiveFocusChanged: {
             if (!activeFocus) {
                 close();

@@ -44,7 +44,7 @@ TextField {
 
     implicitHeight: Math.max(boxed ? 30 : 0, contentHeight + topPadding + bottomPadding)
     color: Colors.pvPaper
-    placeholderTextColor: Colors.pvPaperFaint
+    placeholderTextColor: Colors.pvPaperDim
     selectionColor: Colors.pvRedDim
     selectedTextColor: Colors.pvPaper
     selectByMouse: true

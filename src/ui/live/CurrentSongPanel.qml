@@ -55,6 +55,16 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
+        // Red alone is grey to some eyes.
+        Rectangle {
+            visible: panel.urgent
+            anchors.fill: timeLeft
+            anchors.margins: -4
+            radius: 5
+            color: "transparent"
+            border.width: 2
+            border.color: Colors.pvRed
+        }
         PVText {
             id: timeLeft
 

@@ -14,6 +14,8 @@ Rectangle {
     required property string showId
 
     readonly property int margin: 16
+    /** A larger window shows larger letters, not more of them. */
+    readonly property real growth: Math.max(1, Math.min(width / 1180, height / 720))
 
     // It has the keyboard itself: an assistive tool is told so.
     Accessible.role: Accessible.Pane
@@ -51,7 +53,10 @@ Rectangle {
     }
 
     ColumnLayout {
-        anchors.fill: parent
+        width: screen.width / screen.growth
+        height: screen.height / screen.growth
+        scale: screen.growth
+        transformOrigin: Item.TopLeft
         spacing: 0
 
         Flickable {
