@@ -9,9 +9,11 @@
 #include <QQmlComponent>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QTimer>
 
 #include "kit/ScreenContext.h"
+#include "kit/ScreenZooms.h"
 #include "ltc/LtcEncoder.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SystemClock.h"
@@ -84,6 +86,42 @@ public:
         show(*window);
         run(1.0);
         measureShare(what);
+    }
+
+    /// The stage on a full HD screen, fitted to a dozen guests, at rest and from song to song.
+    void measureFitted() {
+        Show crowded = showOfSeconds(60);
+        for (Song& song : crowded.songs) {
+            for (int guest = 2; guest <= 12; ++guest) {
+                const std::string number = std::to_string(guest);
+                song.guests.push_back(
+                    {Uuid::random(), "Guest " + number, "HF " + number, "Mix " + number, "-3"});
+            }
+        }
+        state_.importShow(std::move(crowded));
+        state_.setActiveDisplayShowId(state_.activeShowId());
+        ScreenZooms(state_.choices())
+            .keep("stage", QGuiApplication::primaryScreen()->name(), ScreenZooms::fit);
+        QQmlComponent component(
+            &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
+        const std::unique_ptr<QObject> window(component.create());
+        auto& shown = static_cast<QQuickWindow&>(*window);
+        shown.resize(1920, 1080);
+        show(shown);
+        run(1.0);
+        measureShare("stage display at rest, fitted, full HD (budget 1 %)");
+        std::vector<SteadyClock::duration> laidOut, drawn;
+        for (int song = 0; song < 50; ++song) {
+            QEventLoop untilDrawn;
+            QObject::connect(&shown, &QQuickWindow::frameSwapped, &untilDrawn, &QEventLoop::quit);
+            const auto start = SteadyClock::now();
+            state_.goNext();
+            laidOut.push_back(SteadyClock::now() - start);
+            untilDrawn.exec();
+            drawn.push_back(SteadyClock::now() - start);
+        }
+        report("song change laid out, fitted, 12 guests (budget 16 ms)", laidOut);
+        report("song change drawn, fitted, 12 guests", drawn);
     }
 
     void measureCapture() {
@@ -159,15 +197,22 @@ private:
         latencies_.push_back(SteadyClock::now().time_since_epoch() - delivered);
     }
 
+    static double milliseconds(SteadyClock::duration duration) {
+        return std::chrono::duration<double, std::milli>(duration).count();
+    }
+
+    static void report(const char* what, std::vector<SteadyClock::duration> times) {
+        std::sort(times.begin(), times.end());
+        std::printf("%-50s median %.1f ms, longest %.1f ms\n", what,
+                    milliseconds(times[times.size() / 2]), milliseconds(times.back()));
+    }
+
     void reportLatencies() {
         std::sort(latencies_.begin(), latencies_.end());
         if (latencies_.empty()) {
             std::printf("no song was triggered\n");
             return;
         }
-        const auto milliseconds = [](SteadyClock::duration duration) {
-            return std::chrono::duration<double, std::milli>(duration).count();
-        };
         std::printf(
             "block delivered to cursor moved, %zu moves (budget 2 ms): median %.3f ms, "
             "longest %.3f ms; a block lasts %.1f ms\n",
@@ -206,5 +251,6 @@ int main(int argc, char* argv[]) {
                              "qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml");
     production.measureAtRest("live screen at rest", "qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml");
     production.measureCapture();
+    production.measureFitted();
     return 0;
 }
