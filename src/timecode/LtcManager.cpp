@@ -146,7 +146,7 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
         }
     });
     if (blocks_.get() == origin) {
-        const double elapsed = clock_.now() - decoder_.lastValidFrameTime();
+        const double elapsed = clock_.moment() - decoder_.lastValidFrameTime();
         assign(signalDetected_, elapsed < signalHoldSeconds, Field::signalDetected);
     }
 }
@@ -162,7 +162,7 @@ void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
 }
 
 void LtcManager::noteLoss(const LostAudio& lost, double sampleRate) {
-    const Instant now = clock_.now();
+    const Moment now = clock_.moment();
     if (lost.blocks > 0) {
         Burst& burst = burst_ ? *burst_ : burst_.emplace(Burst{});
         burst.blocks += lost.blocks;

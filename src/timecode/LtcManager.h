@@ -129,7 +129,7 @@ private:
     struct Burst {
         std::uint64_t blocks = 0;
         double seconds = 0.0;
-        Instant latest;
+        Moment latest;
     };
     std::optional<Burst> burst_;
 

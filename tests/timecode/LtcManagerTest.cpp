@@ -201,11 +201,14 @@ TEST_CASE_FIXTURE(Fixture, "frames are shown and reported in turn, those across 
                                                                        {2'160'004, "23:59:59:29"}});
 }
 
-TEST_CASE_FIXTURE(Fixture, "a signal is lost with the first block two seconds after a frame") {
+TEST_CASE_FIXTURE(
+    Fixture,
+    "a signal is lost with the first block two seconds after a frame, by no clock that is set") {
     capture(mono);
     handle({timecode({{1, 2, 3, 4}})});
     for (const bool isPresent : {true, false}) {
         queue.advance(isPresent ? 1.99 : 0.01);
+        queue.setWallClock({isPresent ? 1e9 : 0.0});
         CHECK(manager->signalDetected());
         handle({std::vector<float>(64)});
         CHECK(manager->signalDetected() == isPresent);
