@@ -27,7 +27,7 @@ const std::string noSuchDevice =
 
 /// Timecode input as the program makes it.
 struct Desk {
-    explicit Desk(std::string lister = TESSIVO_DEVICE_LISTER) : audio(std::move(lister)) {
+    explicit Desk(std::string program = TESSIVO_AUDIO) : audio(std::move(program)) {
         manager.onFrameDecoded = [this](std::int64_t frame, std::int64_t) {
             run = frame == last + 1 ? run + 1 : 1;
             last = frame;
@@ -45,11 +45,14 @@ struct Desk {
         const auto found = std::ranges::find(all, name, &AudioInputDevice::name);
         return found != all.end() ? std::optional(found->id) : std::nullopt;
     }
-    /// What stood in the way.
+    /// What stood in the way of sound.
     std::optional<std::string> capture(AudioDeviceId device) {
         manager.stopCapturing();
         manager.setSelectedDeviceId(device);
         manager.startCapturing();
+        const std::int64_t before = manager.buffersReceivedCount();
+        REQUIRE(runUntil(
+            [&] { return manager.lastError() || manager.buffersReceivedCount() > before; }));
         return manager.lastError();
     }
     bool hears() {
@@ -96,9 +99,10 @@ TEST_CASE("both inputs are listed by name, alike each time, and ids of none are 
     CHECK(*stereo != *quad);
     const auto devices = desk.devices();
     CHECK(desk.devices() == devices);
-    CHECK(Desk("/nowhere/lister").devices() == devices);
-    // What makes a lister fail would make this process fail too.
-    CHECK(Desk("/bin/false").devices().empty());
+    for (const char* broken : {"/nowhere/audio", "/bin/false"}) {
+        CHECK(Desk(broken).devices().empty());
+        CHECK(Desk(broken).capture(1) == "Échec de création de l'AUHAL (status -32).");
+    }
     for (const AudioDeviceId id : {AudioDeviceId{0}, AudioDeviceId{4711}, ~AudioDeviceId{0}}) {
         CHECK(desk.capture(id) == noSuchDevice);
     }
@@ -108,7 +112,7 @@ TEST_CASE("timecode is read while the list is refreshed, and while its lister ha
     const test::TemporaryFolder folder;
     playTimecode(folder);
     const std::string lister = folder.path("lister");
-    std::filesystem::create_symlink(TESSIVO_DEVICE_LISTER, lister);
+    std::filesystem::create_symlink(TESSIVO_AUDIO, lister);
     Desk desk(lister);
     REQUIRE(desk.capture(desk.deviceNamed("tessivo_stereo").value()) == std::nullopt);
     REQUIRE(desk.reads());

@@ -11,8 +11,8 @@
 
 using tessivo::bitsOfFrame;
 using tessivo::decodeAll;
-using tessivo::Instant;
 using tessivo::LtcBiphaseDecoder;
+using tessivo::Moment;
 using tessivo::Random;
 using tessivo::signalOfBits;
 using tessivo::SimulatedMainQueue;
