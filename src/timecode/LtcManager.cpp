@@ -24,7 +24,7 @@ constexpr double burstGapSeconds = 1.0;
 /// still, the blocks that wait come before the next look. The first block of a server's idle output
 /// takes two seconds.
 constexpr double lookSeconds = 0.25;
-constexpr int looksUntilDead = 6;
+constexpr int looksUntilDead = 5;
 constexpr int looksBeforeFirstBlock = 12;
 constexpr double reopenSeconds = 1.0;
 constexpr const char* unreadableDevices =
@@ -79,10 +79,7 @@ void LtcManager::startCapturing() {
         return;
     }
     assign(hasLostAudio_, false, Field::hasLostAudio);
-    const auto device =
-        std::ranges::find(availableInputDevices_, *selectedDeviceId_, &AudioInputDevice::id);
-    input_ =
-        device != availableInputDevices_.end() ? *device : AudioInputDevice{*selectedDeviceId_, {}};
+    input_ = {*selectedDeviceId_, selectedName_};
     wasOpen_ = false;
     isLost_ = false;
     capture_.start(input_.id);
@@ -118,7 +115,10 @@ void LtcManager::fetchInputDevices() {
     }));
 }
 
+// The name is looked up now: a dead device may be in no list any more when it is started again.
 void LtcManager::setSelectedDeviceId(std::optional<AudioDeviceId> device) {
+    const auto listed = std::ranges::find(availableInputDevices_, device, &AudioInputDevice::id);
+    selectedName_ = listed != availableInputDevices_.end() ? listed->name : std::string();
     assign(selectedDeviceId_, device, Field::selectedDeviceId);
 }
 

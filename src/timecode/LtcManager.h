@@ -123,6 +123,7 @@ private:
     std::vector<AudioInputDevice> availableInputDevices_;
     bool isFetchingInputDevices_ = false;
     std::optional<AudioDeviceId> selectedDeviceId_;
+    std::string selectedName_;
     std::optional<std::string> lastError_;
     bool hasLostAudio_ = false;
     float rawAudioLevel_ = 0.0F;

@@ -28,6 +28,7 @@ public:
 
     explicit SimulatedAudioInput(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
 
+    const std::vector<Device>& devices() const { return devices_; }
     void setDevices(std::vector<Device> devices) { devices_ = std::move(devices); }
     /// From now on opening fails like this.
     void setFailure(std::optional<AudioFailure> failure) { failure_ = failure; }
