@@ -26,6 +26,7 @@ AppState::AppState(const Platform& platform)
                                                platform.log)),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
+      countdownStart_(platform.clock.moment()),
       updater_(platform.updates),
       choices_(platform.preferences) {
     holdsRecord_ = platform.preferences.takeHold();
@@ -98,7 +99,7 @@ void AppState::jumpTo(std::int64_t index) {
 
 void AppState::moveByHand(std::int64_t index, MovedBy by) {
     if (index < activeSongIndex_) {
-        suspendedUntil_ = platform_.clock.now() + autoAdvanceSuspension;
+        suspendedUntil_ = platform_.clock.moment() + autoAdvanceSuspension;
     }
     moveCursor(index, by);
 }
@@ -107,12 +108,13 @@ void AppState::moveCursor(std::int64_t index, MovedBy by) {
     movedBy_ = by;
     assign(Field::activeSongIndex, activeSongIndex_, index);
     assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now());
-    assign(Field::nowTick, nowTick_, platform_.clock.now());
+    countdownStart_ = platform_.clock.moment();
+    tick();
     save();
 }
 
 void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
-    if (!autoAdvanceEnabled_ || platform_.clock.now() < suspendedUntil_) {
+    if (!autoAdvanceEnabled_ || platform_.clock.moment() < suspendedUntil_) {
         return;
     }
     const Show* show = activeShow();
@@ -127,14 +129,20 @@ void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
 }
 
 std::optional<std::int64_t> AppState::currentSongRemainingSeconds() const {
-    return remainingSeconds(activeShow(), activeSongIndex_, currentSongStartedAt_, nowTick_);
+    return remainingSeconds(activeShow(), activeSongIndex_, countdownElapsed_);
 }
 
 void AppState::startCountdownTimer() {
     countdownTimer_ = platform_.mainQueue.repeatEvery(1.0, [this] {
-        assign(Field::nowTick, nowTick_, platform_.clock.now());
+        tick();
         goOnKeeping();
     });
+}
+
+// The two instants can't tell how long the song has played: a clock may have been set in between.
+void AppState::tick() {
+    countdownElapsed_ = platform_.clock.moment() - countdownStart_;
+    assign(Field::nowTick, nowTick_, platform_.clock.now());
 }
 
 void AppState::load() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Instant.h"
+#include "base/Moment.h"
 #include "base/Signal.h"
 #include "base/Uuid.h"
 #include "model/ShowLibrary.h"
@@ -249,6 +250,7 @@ private:
     /// The same by hand: going back holds the timecode off.
     void moveByHand(std::int64_t index, MovedBy by);
     void startCountdownTimer();
+    void tick();
     void writeShowFile(const FileLocation& location, const Show& show);
 
     Platform platform_;
@@ -259,9 +261,11 @@ private:
     std::optional<Uuid> activeDisplayShowId_;
     std::unique_ptr<LtcManager> ltcManager_;
     bool autoAdvanceEnabled_ = true;
-    Instant suspendedUntil_ = Instant::distantPast();
+    Moment suspendedUntil_ = Moment::distantPast();
     Instant currentSongStartedAt_;
     Instant nowTick_;
+    Moment countdownStart_;          // of the current song
+    double countdownElapsed_ = 0.0;  // seconds, at the last tick
     std::unique_ptr<MainQueue::Repetition> countdownTimer_;
     UpdaterModel updater_;
     bool updateAvailable_ = false;

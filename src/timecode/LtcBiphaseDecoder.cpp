@@ -120,7 +120,7 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::tryDecodeSyncWord() {
     }
     const std::optional<Frame> frame = decodeFrameBits(bitBuffer_.fields);
     if (frame) {
-        lastValidFrameTime_ = clock_.now();
+        lastValidFrameTime_ = clock_.moment();
         bitBuffer_ = {};
     }
     return frame;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Instant.h"
+#include "base/Moment.h"
 
 #include <bit>
 #include <cstddef>
@@ -58,7 +58,7 @@ public:
     }
 
     /// When the last frame was decoded; the distant past before the first one.
-    Instant lastValidFrameTime() const { return lastValidFrameTime_; }
+    Moment lastValidFrameTime() const { return lastValidFrameTime_; }
 
 private:
     /// Up to 32 samples, as one bit each from bit 0 on: set where the sign differs from that of the
@@ -83,7 +83,7 @@ private:
     static std::optional<Frame> decodeFrameBits(std::uint64_t fields);
 
     const Clock& clock_;
-    Instant lastValidFrameTime_ = Instant::distantPast();
+    Moment lastValidFrameTime_ = Moment::distantPast();
     bool lastSampleNegative_ = false;
     std::int64_t samplesSinceLastEdge_ = 0;
     bool lastEdgeWasHalfBit_ = false;        ///< half of a one was seen, its other half is awaited
