@@ -9,6 +9,7 @@ Item {
 
     readonly property alias receiver: receiver
     readonly property bool searching: receiver.status === ReceiverViewModel.Searching
+    readonly property bool following: receiver.status === ReceiverViewModel.Following
 
     signal changeMode
 
@@ -17,19 +18,25 @@ Item {
     }
 
     NetworkStatusView {
+        id: status
+
         anchors.fill: parent
-        visible: receiver.status !== ReceiverViewModel.Following
+        visible: !root.following
         systemImage: root.searching ? Icons.wifi : Icons.check
         text: root.searching ? "Recherche d'un admin sur le réseau…" : "Connecté à l'admin"
         detail: root.searching ? "Assure-toi que ce poste est bien branché sur le même réseau que l'ordinateur Admin." : "En attente des infos du show…"
         showsSpinner: true
-        canChangeMode: root.searching
+        canChangeMode: root.searching || receiver.adminIsMute
         onChangeMode: root.changeMode()
     }
 
+    // Of an admin that is lost the last picture stays, in the room that the status leaves it.
     RemoteDisplayView {
-        anchors.fill: parent
-        visible: receiver.status === ReceiverViewModel.Following
-        content: receiver.content
+        width: parent.width
+        height: root.following ? parent.height : status.linesTop - 16
+        visible: receiver.hasPicture
+        receiver: receiver
+        outdated: !root.following
+        onChangeMode: root.changeMode()
     }
 }

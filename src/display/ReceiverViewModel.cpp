@@ -3,24 +3,31 @@
 #include <QQmlEngine>
 
 #include "kit/ScreenContext.h"
+#include "kit/ShownText.h"
 #include "live/Countdown.h"
+#include "live/Setlist.h"
 #include "platform/Clock.h"
+
+#include <utility>
 
 namespace tessivo {
 
 ReceiverViewModel::ReceiverViewModel(QObject* parent) : QObject(parent) {}
 
 ReceiverViewModel::~ReceiverViewModel() {
-    if (tick_) {
-        setFollowing(false);
-    }
+    setHasPicture(false);
 }
 
 void ReceiverViewModel::componentComplete() {
     context_ = &screenContextOf(*qmlEngine(this));
-    client_.emplace(context_->platform.network);
-    subscription_ = client_->didChange.subscribe([this](ReceiverClient::Field) { update(); });
-    client_->start();
+    const Platform& platform = context_->platform;
+    show_.emplace(platform.network, platform.clock, platform.mainQueue);
+    subscription_ = show_->didChange.subscribe([this](FollowedShow::Field field) {
+        if (field == FollowedShow::Field::state) {
+            update();
+        }
+        updateSilence();
+    });
 }
 
 PassagesContent* ReceiverViewModel::passages() {
@@ -33,48 +40,65 @@ PassagesContent* ReceiverViewModel::passages() {
 
 void ReceiverViewModel::update() {
     Status status = Searching;
-    if (client_->status() == ReceiverStatus::connected) {
-        status = client_->liveState() ? Following : Waiting;
+    if (show_->status() == ReceiverStatus::connected) {
+        status = show_->isFollowing() ? Following : Waiting;
     }
-    if ((status == Following) != (tick_ != nullptr)) {
-        setFollowing(status == Following);
+    const bool isNew = status != status_;
+    if (isNew && status == Following) {
+        startTick();
     }
-    if (status == Following) {
-        const LiveState& state = *client_->liveState();
-        content_.presentShow(&state.show, state.activeSongIndex);
+    if (const LiveState* state = show_->lastState()) {
+        content_.presentShow(&state->show, state->activeSongIndex);
         presentRemaining();
     }
     if (passages_) {
         presentPassages();
     }
-    if (status != status_) {
+    setHasPicture(show_->lastState() != nullptr);
+    if (isNew) {
         status_ = status;
         Q_EMIT statusChanged();
     }
 }
 
+void ReceiverViewModel::updateSilence() {
+    const auto seconds = show_->silence();
+    QString silence = seconds ? toQString(timeInWords(*seconds)) : QString();
+    if (silence != silence_ || show_->isAdminMute() != adminIsMute_) {
+        silence_ = std::move(silence);
+        adminIsMute_ = show_->isAdminMute();
+        Q_EMIT silenceChanged();
+    }
+}
+
 void ReceiverViewModel::presentPassages() {
-    const auto& state = client_->liveState();
+    const LiveState* state = show_->lastState();
     passages_->presentShow(state ? &state->show : nullptr);
     passages_->presentCursor(state ? state->activeSongIndex : 0);
 }
 
-void ReceiverViewModel::setFollowing(bool following) {
-    const Platform& platform = context_->platform;
-    context_->keepAwake(this, following);
-    if (!following) {
-        tick_.reset();
+void ReceiverViewModel::setHasPicture(bool hasPicture) {
+    if (hasPicture == hasPicture_) {
         return;
     }
-    now_ = platform.clock.now();
-    tick_ = platform.mainQueue.repeatEvery(1.0, [this] {
+    hasPicture_ = hasPicture;
+    context_->keepAwake(this, hasPicture);
+    if (!hasPicture) {
+        tick_.reset();
+    }
+    Q_EMIT pictureChanged();
+}
+
+void ReceiverViewModel::startTick() {
+    now_ = context_->platform.clock.now();
+    tick_ = context_->platform.mainQueue.repeatEvery(1.0, [this] {
         now_ = context_->platform.clock.now();
         presentRemaining();
     });
 }
 
 void ReceiverViewModel::presentRemaining() {
-    const LiveState& state = *client_->liveState();
+    const LiveState& state = *show_->lastState();
     content_.presentRemaining(
         remainingSeconds(&state.show, state.activeSongIndex, state.currentSongStartedAt, now_));
 }

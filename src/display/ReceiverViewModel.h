@@ -9,7 +9,7 @@
 #include "display/PassagesContent.h"
 #include "display/StageContent.h"
 #include "platform/MainQueue.h"
-#include "sync/ReceiverClient.h"
+#include "sync/FollowedShow.h"
 
 #include <memory>
 #include <optional>
@@ -18,13 +18,18 @@ namespace tessivo {
 
 struct ScreenContext;
 
-/// A display station as its screens read it. It follows an admin from its creation to its end, and
-/// keeps the computer awake while there is a show to see.
+/// A display station as its screens read it. It follows an admin from its creation to its end. The
+/// last picture stays when the admin is lost; while there is one, the computer is kept awake.
 class ReceiverViewModel : public QObject, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
     Q_PROPERTY(Status status READ status NOTIFY statusChanged)
+    Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY pictureChanged)
+    /// How long the admin has said nothing, in words; empty while that is no reason for doubt.
+    Q_PROPERTY(QString silence READ silence NOTIFY silenceChanged)
+    /// Whether the admin that is connected may be left because it says nothing.
+    Q_PROPERTY(bool adminIsMute READ adminIsMute NOTIFY silenceChanged)
     Q_PROPERTY(tessivo::StageContent* content READ content CONSTANT)
     Q_PROPERTY(tessivo::PassagesContent* passages READ passages CONSTANT)
 
@@ -42,6 +47,9 @@ public:
     void componentComplete() override;
 
     Status status() const { return status_; }
+    bool hasPicture() const { return hasPicture_; }
+    const QString& silence() const { return silence_; }
+    bool adminIsMute() const { return adminIsMute_; }
     /// The received show with the time left by this computer's own clock, which moves once a
     /// second.
     StageContent* content() { return &content_; }
@@ -50,17 +58,24 @@ public:
 
 Q_SIGNALS:
     void statusChanged();
+    void pictureChanged();
+    void silenceChanged();
 
 private:
     void update();
-    void setFollowing(bool following);
+    void updateSilence();
+    void setHasPicture(bool hasPicture);
+    void startTick();
     void presentPassages();
     void presentRemaining();
 
     ScreenContext* context_ = nullptr;  // these two from componentComplete on
-    std::optional<ReceiverClient> client_;
+    std::optional<FollowedShow> show_;
     Subscription subscription_;
     Status status_ = Searching;
+    bool hasPicture_ = false;
+    QString silence_;
+    bool adminIsMute_ = false;
     StageContent content_;
     std::optional<PassagesContent> passages_;
     Instant now_;

@@ -13,11 +13,16 @@ Rectangle {
     /** Whether the view offers to choose another launch mode. */
     property bool canChangeMode: false
 
+    /** Where its lines begin. */
+    readonly property real linesTop: lines.y
+
     signal changeMode
 
     color: Colors.pvBlack
 
     Column {
+        id: lines
+
         anchors.centerIn: parent
         width: parent.width - 80
         spacing: 14

@@ -6,6 +6,7 @@
 #include <cassert>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tessivo {
 
@@ -58,6 +59,7 @@ void ReceiverClient::handleState(StreamConnection::State state) {
         case StreamConnection::State::failed:
         case StreamConnection::State::cancelled:
             connection_.reset();
+            lostState_ = std::exchange(liveState_, std::nullopt);
             setLiveState(std::nullopt);
             setStatus(ReceiverStatus::searching);
             break;

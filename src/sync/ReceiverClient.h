@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace tessivo {
 
@@ -42,6 +42,8 @@ public:
     /// changes nothing. When the stream can't be read any further, the last state stays until the
     /// connection is lost.
     const std::optional<LiveState>& liveState() const { return liveState_; }
+    /// Hands over the state that was the last one when the connection was lost; once.
+    std::optional<LiveState> takeLostState() { return std::exchange(lostState_, std::nullopt); }
 
 private:
     void setStatus(ReceiverStatus status);
@@ -55,6 +57,7 @@ private:
     Network& network_;
     ReceiverStatus status_ = ReceiverStatus::searching;
     std::optional<LiveState> liveState_;
+    std::optional<LiveState> lostState_;
     std::unique_ptr<StreamConnection> connection_;
     std::unique_ptr<ServiceBrowser> browser_;
 };

@@ -65,6 +65,7 @@ class ReceiverTest final : public QObject {
 private Q_SLOTS:
     void followsAnAdminAndLosesIt();
     void countsByItsOwnClockOnceASecond();
+    void tellsSilenceAndItsAge();
 };
 
 void ReceiverTest::followsAnAdminAndLosesIt() {
@@ -74,6 +75,7 @@ void ReceiverTest::followsAnAdminAndLosesIt() {
     for (int round = 0; round < 2; ++round) {
         station.startAdmin();
         QCOMPARE(receiver.status(), ReceiverViewModel::Waiting);
+        QVERIFY(!receiver.hasPicture());
         QVERIFY(!station.computer.stayAwake.isAwake);
         station.tell(show(), 1, station.computer.time.now());
         QCOMPARE(receiver.status(), ReceiverViewModel::Following);
@@ -83,7 +85,14 @@ void ReceiverTest::followsAnAdminAndLosesIt() {
         QVERIFY(station.computer.stayAwake.isAwake);
         station.admin.reset();
         station.computer.time.advance(2.0);
+        // The last picture stays.
         QCOMPARE(receiver.status(), ReceiverViewModel::Searching);
+        QVERIFY(receiver.hasPicture());
+        QCOMPARE(receiver.content()->current().title, QStringLiteral("Morceau 2"));
+        QCOMPARE(receiver.passages()->rows()->rowCount(), 3);
+        QVERIFY(station.computer.stayAwake.isAwake);
+        station.computer.time.advance(FollowedShow::keepingTime);
+        QVERIFY(!receiver.hasPicture());
         QCOMPARE(receiver.passages()->rows()->rowCount(), 0);
         QVERIFY(!station.computer.stayAwake.isAwake);
     }
@@ -111,6 +120,27 @@ void ReceiverTest::countsByItsOwnClockOnceASecond() {
     QVERIFY(content.urgent());
     station.tell(show(), 1, time.now());
     QCOMPARE(content.countdown(), QString());
+}
+
+void ReceiverTest::tellsSilenceAndItsAge() {
+    Station station;
+    const ReceiverViewModel& receiver = *station.receiver;
+    SimulatedMainQueue& time = station.computer.time;
+    station.startAdmin();
+    time.advance(FollowedShow::patience - 2.0);
+    QVERIFY(!receiver.adminIsMute());
+    time.advance(2.0);
+    QVERIFY(receiver.adminIsMute());  // without ever having told anything
+    station.tell(show(), 0, time.now());
+    for (const auto& [wait, words] :
+         {std::pair{2.95, ""}, {0.1, "3 s"}, {1.0, "4 s"}, {61.0, "1 min 5 s"}}) {
+        time.advance(wait);
+        QCOMPARE(receiver.silence(), QString(words));
+    }
+    QVERIFY(receiver.adminIsMute());
+    station.tell(show(), 0, time.now());
+    QCOMPARE(receiver.silence(), QString());
+    QVERIFY(!receiver.adminIsMute());
 }
 
 QTEST_MAIN(ReceiverTest)

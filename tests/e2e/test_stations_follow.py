@@ -70,6 +70,11 @@ class StationsFollow(EndToEndTest):
         before.program.signal(signal.SIGCONT)
         self.expect_song(4, before)
 
+        self.chapter("the admin hangs")
+        admin.program.signal(signal.SIGSTOP)
+        before.see("Sans nouvelles de la régie depuis 3 s")
+        admin.program.signal(signal.SIGCONT)
+
         self.chapter("the responder of the admin is restarted")
         self.desk.stop_responder()
         self.desk.start_responder()
@@ -80,7 +85,8 @@ class StationsFollow(EndToEndTest):
         admin.program.kill()
         before.see(SEARCHING)
         after.see(SEARCHING)
-        screen_saver.wait_for(0)
+        after.see(TITLES[5], "heading")  # the last picture stays, and so does the screen
+        screen_saver.wait_for(2)
         # The responder still tells of a service for a second after it has gone.
         processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
         admin = self.start_admin()

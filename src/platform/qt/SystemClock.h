@@ -4,10 +4,11 @@
 
 namespace tessivo {
 
-/// The computer's own wall clock.
+/// The computer's own clock.
 class SystemClock final : public Clock {
 public:
     Instant now() const override;
+    double uptime() const override;
 };
 
 }  // namespace tessivo

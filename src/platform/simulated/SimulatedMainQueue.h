@@ -17,6 +17,7 @@ public:
     explicit SimulatedMainQueue(Instant start = {800'000'000.0}) : now_(start) {}
 
     Instant now() const override { return now_; }
+    double uptime() const override { return elapsed_; }
     /// What happens when somebody sets the computer's clock: due times are unaffected.
     void setWallClock(Instant instant) { now_ = instant; }
 
