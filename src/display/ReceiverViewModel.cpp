@@ -8,9 +8,16 @@
 #include "live/Setlist.h"
 #include "platform/Clock.h"
 
+#include <cmath>
 #include <utility>
 
 namespace tessivo {
+namespace {
+
+/// From so many seconds on, whoever compares two screens would see it.
+constexpr double tellableClockFault = 2.0;
+
+}  // namespace
 
 ReceiverViewModel::ReceiverViewModel(QObject* parent) : QObject(parent) {}
 
@@ -71,6 +78,19 @@ void ReceiverViewModel::updateSilence() {
     }
 }
 
+void ReceiverViewModel::updateClockFault() {
+    const double lead = show_->clockLead().value_or(0.0);
+    QString fault;
+    if (std::abs(lead) >= tellableClockFault) {
+        fault = toQString(timeInWords(std::round(std::abs(lead)))) +
+                (lead > 0.0 ? QStringLiteral(" d'avance") : QStringLiteral(" de retard"));
+    }
+    if (fault != clockFault_) {
+        clockFault_ = std::move(fault);
+        Q_EMIT clockFaultChanged();
+    }
+}
+
 void ReceiverViewModel::presentPassages() {
     const LiveState* state = show_->lastState();
     passages_->presentShow(state ? &state->show : nullptr);
@@ -90,17 +110,24 @@ void ReceiverViewModel::setHasPicture(bool hasPicture) {
 }
 
 void ReceiverViewModel::startTick() {
-    now_ = context_->platform.clock.now();
+    tick();
     tick_ = context_->platform.mainQueue.repeatEvery(1.0, [this] {
-        now_ = context_->platform.clock.now();
+        tick();
         presentRemaining();
     });
 }
 
+void ReceiverViewModel::tick() {
+    now_ = context_->platform.clock.now();
+    uptime_ = context_->platform.clock.uptime();
+    updateClockFault();
+}
+
 void ReceiverViewModel::presentRemaining() {
     const LiveState& state = *show_->lastState();
+    const Instant now = show_->adminTime(uptime_).value_or(now_);
     content_.presentRemaining(
-        remainingSeconds(&state.show, state.activeSongIndex, state.currentSongStartedAt, now_));
+        remainingSeconds(&state.show, state.activeSongIndex, state.currentSongStartedAt, now));
 }
 
 }  // namespace tessivo

@@ -30,6 +30,8 @@ class ReceiverViewModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString silence READ silence NOTIFY silenceChanged)
     /// Whether the admin that is connected may be left because it says nothing.
     Q_PROPERTY(bool adminIsMute READ adminIsMute NOTIFY silenceChanged)
+    /// How wrong this computer's clock is, in words; empty unless the admin's is known and another.
+    Q_PROPERTY(QString clockFault READ clockFault NOTIFY clockFaultChanged)
     Q_PROPERTY(tessivo::StageContent* content READ content CONSTANT)
     Q_PROPERTY(tessivo::PassagesContent* passages READ passages CONSTANT)
 
@@ -50,8 +52,9 @@ public:
     bool hasPicture() const { return hasPicture_; }
     const QString& silence() const { return silence_; }
     bool adminIsMute() const { return adminIsMute_; }
-    /// The received show with the time left by this computer's own clock, which moves once a
-    /// second.
+    const QString& clockFault() const { return clockFault_; }
+    /// The received show with the time left, which moves once a second: by the admin's clock where
+    /// that is known, else by this computer's own.
     StageContent* content() { return &content_; }
     /// The passages of the received show. Worked out only once somebody has asked for them.
     PassagesContent* passages();
@@ -60,12 +63,15 @@ Q_SIGNALS:
     void statusChanged();
     void pictureChanged();
     void silenceChanged();
+    void clockFaultChanged();
 
 private:
     void update();
     void updateSilence();
     void setHasPicture(bool hasPicture);
+    void updateClockFault();
     void startTick();
+    void tick();
     void presentPassages();
     void presentRemaining();
 
@@ -76,9 +82,11 @@ private:
     bool hasPicture_ = false;
     QString silence_;
     bool adminIsMute_ = false;
+    QString clockFault_;
     StageContent content_;
     std::optional<PassagesContent> passages_;
-    Instant now_;
+    Instant now_;          // at the last tick, by this computer's clock
+    double uptime_ = 0.0;  // likewise
     std::unique_ptr<MainQueue::Repetition> tick_;
 };
 

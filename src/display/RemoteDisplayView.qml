@@ -1,5 +1,6 @@
 import QtQuick
 import Tessivo.Display
+import Tessivo.Style
 
 /** The stage display of a state that came over the network. What may no longer be the present says
     so, in a band over its lower edge. */
@@ -20,6 +21,16 @@ Item {
         source: "Affichage réseau"
         outdated: view.outdated
         covered: band.visible ? band.height : 0
+    }
+
+    PVText {
+        anchors.left: parent.left
+        anchors.bottom: parent.bottom
+        anchors.margins: 14
+        visible: text !== "" && !band.visible
+        text: view.receiver.clockFault ? "Horloge de ce poste\u00A0: " + view.receiver.clockFault : ""
+        size: 11
+        color: Colors.pvAmber
     }
 
     SilenceBand {

@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessivo {
 
@@ -30,11 +31,21 @@ bool FollowedShow::isAdminMute() const {
            clock_.uptime() - std::max(heardAt_, connectedAt_) >= patience;
 }
 
+std::optional<double> FollowedShow::clockLead() const {
+    const auto theirs = adminTime(clock_.uptime());
+    return theirs ? std::optional(clock_.now() - *theirs) : std::nullopt;
+}
+
 void FollowedShow::update(ReceiverClient::Field field) {
     if (field == ReceiverClient::Field::status) {
         connectedAt_ = clock_.uptime();
+        adminClock_.reconnect();
+        if (std::exchange(adminName_, client_.adminName()) != client_.adminName()) {
+            adminClock_ = {};
+        }
     } else if (isFollowing()) {
         heardAt_ = clock_.uptime();
+        adminClock_.hear(lastState()->currentSongStartedAt, heardAt_);
         lostState_.reset();
     } else if (auto lost = client_.takeLostState()) {
         lostState_ = std::move(lost);

@@ -2,17 +2,19 @@
 
 #include "base/Signal.h"
 #include "platform/Turns.h"
+#include "sync/AdminClock.h"
 #include "sync/ReceiverClient.h"
 
 #include <optional>
+#include <string>
 
 namespace tessivo {
 
 class Clock;
 
 /// What a display station knows of the show: the last live state that it heard, also when the
-/// admin has gone since, and how old that is. It follows an admin from its creation to its end.
-/// Main thread only.
+/// admin has gone since, how old that is, and what time it is at the admin's. It follows an admin
+/// from its creation to its end. Main thread only.
 class FollowedShow {
 public:
     enum class Field { state, silence };
@@ -44,6 +46,11 @@ public:
     /// Whether the admin that is connected has let `patience` pass without a state.
     bool isAdminMute() const;
 
+    /// What the admin's clock shows at an uptime of the station's; none while that isn't known.
+    std::optional<Instant> adminTime(double uptime) const { return adminClock_.at(uptime); }
+    /// By how many seconds this computer's clock is ahead of the admin's, or behind when negative.
+    std::optional<double> clockLead() const;
+
 private:
     void update(ReceiverClient::Field field);
     void listenFor(double seconds);
@@ -54,6 +61,8 @@ private:
     std::optional<LiveState> lostState_;
     double heardAt_ = 0.0;      // the last state, by the uptime
     double connectedAt_ = 0.0;  // likewise
+    std::string adminName_;
+    AdminClock adminClock_;  // of that one
     ReceiverClient client_;
     Subscription subscription_;
 };

@@ -44,6 +44,7 @@ void ReceiverClient::setLiveState(std::optional<LiveState> state) {
 
 void ReceiverClient::connect(const ServiceEndpoint& endpoint) {
     assert(!connection_);
+    adminName_ = endpoint.name;
     connection_ = network_.connect(endpoint);
     connection_->onStateChange = [this](StreamConnection::State state) { handleState(state); };
     connection_->start();

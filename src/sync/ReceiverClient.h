@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -38,6 +39,8 @@ public:
     void stop();
 
     ReceiverStatus status() const { return status_; }
+    /// The name of the computer to which the last connection was made; empty before.
+    const std::string& adminName() const { return adminName_; }
     /// The last state that could be read from the present connection. A message that is none
     /// changes nothing. When the stream can't be read any further, the last state stays until the
     /// connection is lost.
@@ -58,6 +61,7 @@ private:
     ReceiverStatus status_ = ReceiverStatus::searching;
     std::optional<LiveState> liveState_;
     std::optional<LiveState> lostState_;
+    std::string adminName_;
     std::unique_ptr<StreamConnection> connection_;
     std::unique_ptr<ServiceBrowser> browser_;
 };

@@ -27,8 +27,9 @@ public:
         QVERIFY2(receiver, qPrintable(component.errorString()));
     }
 
-    void startAdmin() {
-        admin.emplace(admin_, computer.time);
+    void startAdmin() { startAdmin(elsewhere); }
+    void startAdmin(SimulatedComputer& at) {
+        admin.emplace(at, computer.time);
         admin->startChecking();
         computer.time.advance(AdminBroadcaster::checkDuration + 1.0);
     }
@@ -39,10 +40,11 @@ public:
     }
 
     SimulatedPlatform computer;
+    SimulatedComputer& elsewhere = computer.network.addComputer("Ailleurs");
+    SimulatedComputer& backup = computer.network.addComputer("Secours");
     std::optional<AdminBroadcaster> admin;
 
 private:
-    SimulatedComputer& admin_ = computer.network.addComputer("Ailleurs");
     AppState state_{computer};
     ScreenContext context_{state_, computer};
     QQmlEngine engine_;
@@ -65,6 +67,7 @@ class ReceiverTest final : public QObject {
 private Q_SLOTS:
     void followsAnAdminAndLosesIt();
     void countsByItsOwnClockOnceASecond();
+    void countsByTheClockOfTheAdminOnceThatIsKnown();
     void tellsSilenceAndItsAge();
 };
 
@@ -115,11 +118,39 @@ void ReceiverTest::countsByItsOwnClockOnceASecond() {
     time.advance(0.1);
     QCOMPARE(content.countdown(), QStringLiteral("2:19"));
     QVERIFY(!content.urgent());
-    station.tell(show(), 0, time.now() + -250.0);
+    time.advance(150.0);
     QCOMPARE(content.countdown(), QStringLiteral("0:00"));
     QVERIFY(content.urgent());
     station.tell(show(), 1, time.now());
     QCOMPARE(content.countdown(), QString());
+}
+
+void ReceiverTest::countsByTheClockOfTheAdminOnceThatIsKnown() {
+    Station station;
+    station.startAdmin();
+    SimulatedMainQueue& time = station.computer.time;
+    const ReceiverViewModel& receiver = *station.receiver;
+    const StageContent& content = *station.receiver->content();
+    station.tell(show(), 0, time.now() + 499.3);
+    QCOMPARE(content.countdown(), QStringLiteral("12:19"));
+    time.advance(1.0);
+    station.tell(show(), 0, time.now() + 600.0);
+    QCOMPARE(content.countdown(), QStringLiteral("4:00"));
+    time.advance(11.5);
+    QCOMPARE(content.countdown(), QStringLiteral("3:50"));
+    QCOMPARE(receiver.clockFault(), QStringLiteral("10 min de retard"));
+    time.setWallClock(time.now() + 3600.5);
+    time.advance(1.0);
+    QCOMPARE(content.countdown(), QStringLiteral("3:49"));
+    QCOMPARE(receiver.clockFault(), QStringLiteral("50 min 1 s d'avance"));
+    // The same computer again, then another one, whose clock nobody knows.
+    for (const auto& [computer, countdown] :
+         {std::pair{&station.elsewhere, "3:40"}, {&station.backup, "0:00"}}) {
+        station.admin.reset();
+        station.startAdmin(*computer);
+        station.tell(show(), 0, time.now() + -3020.9);
+        QCOMPARE(content.countdown(), QString(countdown));
+    }
 }
 
 void ReceiverTest::tellsSilenceAndItsAge() {

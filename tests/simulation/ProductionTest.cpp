@@ -4,6 +4,7 @@
 #include "sync/FollowedShow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <iterator>
 #include <map>
@@ -25,12 +26,13 @@ constexpr int stepsBetweenCalms = 40;
 struct Station {
     SimulatedComputer& computer;
     SimulatedMainQueue& time;
+    SetClock clock{time};
     std::unique_ptr<FollowedShow> show = nullptr;
     double joinedAt = 0.0;
     Subscription joining = {};
 
     void start() {
-        show = std::make_unique<FollowedShow>(computer, time, time);
+        show = std::make_unique<FollowedShow>(computer, clock, time);
         joining = show->didChange.subscribe([this, wasFollowing = false](auto) mutable {
             if (std::exchange(wasFollowing, show->isFollowing()) != show->isFollowing()) {
                 joinedAt = time.uptime();
@@ -50,7 +52,7 @@ class Production {
 public:
     explicit Production(std::uint64_t seed) : random_(seed) {
         for (std::size_t count = 1 + random_.below(2); count > 0; --count) {
-            admins_.push_back(std::make_unique<AdminComputer>(addComputer("Régie ")));
+            admins_.push_back(std::make_unique<AdminComputer>(addComputer("Régie "), time_));
             start(*admins_.back());
         }
         for (std::size_t count = 1 + random_.below(5); count > 0; --count) {
@@ -99,7 +101,8 @@ private:
             {146, "disturb a cable", &Production::disturbCable},
             {149, "end an admin", &Production::endAdmin},
             {155, "start or end a station", &Production::toggleStation},
-            {157, "start or end nonsense", &Production::toggleNonsense}};
+            {157, "start or end nonsense", &Production::toggleNonsense},
+            {160, "set a clock", &Production::setClock}};
         const std::size_t choice = random_.below(std::rbegin(actions)->upTo);
         const Action& action = *std::ranges::upper_bound(actions, choice, {}, &Action::upTo);
         (this->*action.act)();
@@ -190,6 +193,15 @@ private:
         }
     }
 
+    void setClock() {
+        const double fault = static_cast<double>(random_.below(2'000'000)) / 1000.0 - 1000.0;
+        if (random_.below(2) == 0) {
+            anyOf(admins_)->clock.fault = fault;
+        } else {
+            anyOf(stations_)->clock.fault = fault;
+        }
+    }
+
     void endAdmin() { anyOf(admins_)->stop(); }
 
     void toggleStation() {
@@ -218,7 +230,7 @@ private:
     }
 
     void start(AdminComputer& admin) {
-        admin.start(time_);
+        admin.start();
         // Which show was active isn't kept: the operator opens one.
         AppState& state = admin.program->state;
         if (state.shows().empty()) {
@@ -269,6 +281,13 @@ private:
             }
         }
         time_.advance(10.0);
+        for (const auto& admin : admins_) {
+            if (admin->program) {
+                AppState& state = admin->program->state;
+                state.jumpTo(state.activeSongIndex());  // the song begins anew
+            }
+        }
+        time_.advance(1.0);
         note("calm");
     }
 
@@ -299,6 +318,21 @@ private:
                      latest.contains(station->show->isFollowing() ? station->shown() : "")));
         }
         REQUIRE(served == following);
+        checkClocks();
+    }
+
+    /// Whoever saw the present song begin counts by the clock of an admin.
+    void checkClocks() {
+        for (const auto& station : stations_) {
+            if (!station->show || !station->show->isFollowing() || station->show->silence()) {
+                continue;
+            }
+            const auto time = station->show->adminTime(time_.uptime());
+            REQUIRE(time);
+            REQUIRE(std::ranges::any_of(admins_, [&](const auto& admin) {
+                return std::abs(admin->clock.now() - *time) < 0.1;
+            }));
+        }
     }
 
     RandomRecords random_;
