@@ -25,6 +25,7 @@ Item {
         systemImage: root.searching ? Icons.wifi : Icons.check
         text: root.searching ? "Recherche d'un admin sur le réseau…" : "Connecté à l'admin"
         detail: root.searching ? "Assure-toi que ce poste est bien branché sur le même réseau que l'ordinateur Admin." : "En attente des infos du show…"
+        trouble: receiver.responderIsSilent ? "Le réseau de découverte ne répond pas" : ""
         showsSpinner: true
         canChangeMode: root.searching || receiver.adminIsMute
         onChangeMode: root.changeMode()

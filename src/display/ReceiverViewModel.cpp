@@ -35,6 +35,7 @@ void ReceiverViewModel::componentComplete() {
         }
         updateSilence();
     });
+    troubles_ = platform.network.troubleDidChange.subscribe([this] { Q_EMIT troubleChanged(); });
 }
 
 PassagesContent* ReceiverViewModel::passages() {
@@ -43,6 +44,10 @@ PassagesContent* ReceiverViewModel::passages() {
         presentPassages();
     }
     return &*passages_;
+}
+
+bool ReceiverViewModel::responderIsSilent() const {
+    return context_ && context_->platform.network.trouble() == Network::Trouble::responderSilent;
 }
 
 void ReceiverViewModel::update() {

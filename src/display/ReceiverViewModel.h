@@ -30,6 +30,8 @@ class ReceiverViewModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString silence READ silence NOTIFY silenceChanged)
     /// Whether the admin that is connected may be left because it says nothing.
     Q_PROPERTY(bool adminIsMute READ adminIsMute NOTIFY silenceChanged)
+    /// Whether nothing can be found because the responder of this computer doesn't answer.
+    Q_PROPERTY(bool responderIsSilent READ responderIsSilent NOTIFY troubleChanged)
     /// How wrong this computer's clock is, in words; empty unless the admin's is known and another.
     Q_PROPERTY(QString clockFault READ clockFault NOTIFY clockFaultChanged)
     Q_PROPERTY(tessivo::StageContent* content READ content CONSTANT)
@@ -52,6 +54,7 @@ public:
     bool hasPicture() const { return hasPicture_; }
     const QString& silence() const { return silence_; }
     bool adminIsMute() const { return adminIsMute_; }
+    bool responderIsSilent() const;
     const QString& clockFault() const { return clockFault_; }
     /// The received show with the time left, which moves once a second: by the admin's clock where
     /// that is known, else by this computer's own.
@@ -64,6 +67,7 @@ Q_SIGNALS:
     void pictureChanged();
     void silenceChanged();
     void clockFaultChanged();
+    void troubleChanged();
 
 private:
     void update();
@@ -78,6 +82,7 @@ private:
     ScreenContext* context_ = nullptr;  // these two from componentComplete on
     std::optional<FollowedShow> show_;
     Subscription subscription_;
+    Subscription troubles_;
     Status status_ = Searching;
     bool hasPicture_ = false;
     QString silence_;

@@ -8,6 +8,8 @@ Rectangle {
     property string systemImage: ""
     property string text: ""
     property string detail: ""
+    /** What keeps this from getting on, in amber; empty for nothing. */
+    property string trouble: ""
     property bool showsSpinner: false
     property color accentColor: Colors.pvPaperDim
     /** Whether the view offers to choose another launch mode. */
@@ -51,6 +53,16 @@ Rectangle {
             text: view.detail
             size: Fonts.caption
             color: Colors.pvPaperFaint
+            width: parent.width
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+        }
+        PVText {
+            visible: text !== ""
+            text: view.trouble
+            size: 14
+            weight: Font.DemiBold
+            color: Colors.pvAmber
             width: parent.width
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter

@@ -19,14 +19,19 @@ void AdminBroadcaster::startChecking() {
     }
     conflictBrowser_ = network_.makeBrowser(serviceType);
     conflictBrowser_->onResultsChanged = [this](const std::vector<ServiceEndpoint>& services) {
-        if (!services.empty()) {
-            refuse(services.front());
-        }
+        std::ranges::for_each(services, [this](const auto& service) { call(service); });
     };
     conflictBrowser_->start();
     endOfCheck_.postAfter(checkDuration, [this] {
-        conflictBrowser_.reset();
-        beginBroadcasting();
+        if (calls_.empty()) {
+            endCheck();
+            beginBroadcasting();
+        } else {
+            endOfCheck_.postAfter(answerDuration, [this] {
+                endCheck();
+                beginBroadcasting();
+            });
+        }
     });
     setStatus({Kind::checking, {}});
 }
@@ -44,11 +49,30 @@ void AdminBroadcaster::setStatus(AdminNetworkStatus status) {
     didChange.emit(Field::status);
 }
 
-void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
-    // Copied before the browser goes, which owns the endpoint.
-    const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+void AdminBroadcaster::call(const ServiceEndpoint& other) {
+    if (std::ranges::find(calls_, other, &Call::other) != calls_.end()) {
+        return;
+    }
+    calls_.push_back({other, network_.connect(other)});
+    StreamConnection& connection = *calls_.back().connection;
+    connection.onStateChange = [this, other, &connection](StreamConnection::State state) {
+        if (state == StreamConnection::State::ready || connection.wasRefused()) {
+            refuse(other);
+        }
+    };
+    connection.start();
+}
+
+void AdminBroadcaster::endCheck() {
     endOfCheck_.callOff();
     conflictBrowser_.reset();
+    calls_.clear();
+}
+
+void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
+    // Copied before the call goes, which owns the endpoint.
+    const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+    endCheck();
     setStatus({Kind::conflict, name});
 }
 

@@ -33,6 +33,8 @@ public:
     static constexpr const char* serviceType = "_tessivo._tcp";
     /// How long another admin has to show up, in seconds.
     static constexpr double checkDuration = 1.5;
+    /// How much longer one has to answer that did, in seconds.
+    static constexpr double answerDuration = 1.0;
 
     /// What is given here outlives the broadcaster.
     AdminBroadcaster(Network& network, MainQueue& mainQueue);
@@ -42,9 +44,10 @@ public:
     /// Emitted after each assignment to a field, also when its value stays the same.
     Signal<Field> didChange;
 
-    /// Looks for another admin; its name becomes a conflict at once, silence for `checkDuration`
-    /// opens the broadcast. Does nothing while a check or the broadcast runs. A check isn't
-    /// repeated: an admin that comes later is not noticed.
+    /// Looks for another admin; the name of one that answers becomes a conflict at once, silence
+    /// for `checkDuration` opens the broadcast. The network goes on advertising a computer that has
+    /// lost its power for over an hour: that one doesn't answer. Does nothing while a check or the
+    /// broadcast runs. A check isn't repeated: an admin that comes later is not noticed.
     void startChecking();
 
     /// Sends `state` to every station, those whose connection isn't ready yet included, and keeps
@@ -58,6 +61,14 @@ public:
 
 private:
     void setStatus(AdminNetworkStatus status);
+    /// Another admin that was seen.
+    struct Call {
+        ServiceEndpoint other;
+        std::unique_ptr<StreamConnection> connection;
+    };
+
+    void call(const ServiceEndpoint& other);
+    void endCheck();
     void refuse(const ServiceEndpoint& other);
     void beginBroadcasting();
     void accept(std::unique_ptr<StreamConnection> connection);
@@ -71,6 +82,7 @@ private:
     std::unique_ptr<ServiceListener> listener_;
     /// Present while a check is undecided.
     std::unique_ptr<ServiceBrowser> conflictBrowser_;
+    std::vector<Call> calls_;  // by the check
     std::optional<LiveState> latestState_;
 };
 

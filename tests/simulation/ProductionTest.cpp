@@ -202,7 +202,13 @@ private:
         }
     }
 
-    void endAdmin() { anyOf(admins_)->stop(); }
+    void endAdmin() {
+        AdminComputer& admin = *anyOf(admins_);
+        if (admin.program && random_.below(2) == 0) {
+            admin.computer.losePower();
+        }
+        admin.stop();
+    }
 
     void toggleStation() {
         Station& station = *anyOf(stations_);

@@ -56,13 +56,15 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         const char* description;
         double arrives;  // seconds after the check started
         double leaves;
+        bool losesPower;  // by that
         AdminNetworkStatus expected;
     };
     const Case cases[] = {
-        {"it was there before", 0.0, 10.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up during the check", 1.0, 10.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up and leaves again", 0.5, 1.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up too late", 1.4, 10.0, {Kind::broadcasting, {}}},
+        {"it was there before", 0.0, 10.0, false, {Kind::conflict, "Autre régie"}},
+        {"it shows up during the check", 1.0, 10.0, false, {Kind::conflict, "Autre régie"}},
+        {"it shows up and leaves again", 0.5, 1.0, false, {Kind::conflict, "Autre régie"}},
+        {"only its record is left", 0.0, 0.01, true, {Kind::broadcasting, {}}},
+        {"it shows up too late", 1.4, 10.0, false, {Kind::broadcasting, {}}},
     };
     for (const Case& row : cases) {
         CAPTURE(row.description);
@@ -72,7 +74,12 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         const auto printer = room.other.makeListener("_printer._tcp");
         printer->start();
         room.queue.postAfter(row.arrives, [&] { listener->start(); });
-        room.queue.postAfter(row.leaves, [&] { listener.reset(); });
+        room.queue.postAfter(row.leaves, [&] {
+            if (row.losesPower) {
+                computer.losePower();
+            }
+            listener.reset();
+        });
         room.broadcaster.startChecking();
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);

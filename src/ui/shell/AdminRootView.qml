@@ -8,6 +8,7 @@ import Tessivo.Ui
 FocusScope {
     id: root
 
+    readonly property alias network: network
     readonly property bool refused: network.status === AdminNetworkViewModel.Conflict
 
     signal changeMode
@@ -22,6 +23,7 @@ FocusScope {
         systemImage: root.refused ? Icons.alert : Icons.wifi
         text: root.refused ? "Un admin est déjà actif sur ce réseau" : "Vérification du réseau…"
         detail: network.conflict
+        trouble: network.trouble
         showsSpinner: !root.refused
         accentColor: root.refused ? Colors.pvAmber : Colors.pvPaperDim
         canChangeMode: root.refused

@@ -112,11 +112,23 @@ ApplicationWindow {
     }
 
     // Beside the menus: there it covers nothing and moves nothing.
-    UndoOffer {
+    Row {
         parent: bar
         anchors.right: parent.right
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
+        spacing: 16
+
+        UndoOffer {
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        Loader {
+            anchors.verticalCenter: parent.verticalCenter
+            active: root.network !== null && root.network.status === AdminNetworkViewModel.Broadcasting
+            sourceComponent: StationsLine {
+                network: root.network
+            }
+        }
     }
 
     DoubleClickGuard {}

@@ -14,6 +14,8 @@ FocusScope {
     }
 
     property int mode: RootView.None
+    /** Of the admin mode; null in any other. */
+    property AdminNetworkViewModel network: null
     /** The passages of the show that this computer drives, or follows as a station. */
     function passages(): PassagesContent {
         const station = stationLoader.item as ReceiverRootView;
@@ -41,7 +43,11 @@ FocusScope {
         sourceComponent: AdminRootView {
             focus: true
         }
-        onLoaded: (item as AdminRootView).changeMode.connect(root.leaveMode)
+        onLoaded: {
+            const admin = item as AdminRootView;
+            admin.changeMode.connect(root.leaveMode);
+            root.network = admin.network;
+        }
     }
 
     Loader {
