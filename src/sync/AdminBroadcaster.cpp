@@ -38,9 +38,9 @@ void AdminBroadcaster::startChecking() {
 
 void AdminBroadcaster::update(LiveState state) {
     latestState_ = std::move(state);
-    const auto frame = NetworkFraming::frame(encodeJson(*latestState_));
+    latestFrame_ = NetworkFraming::frame(encodeJson(*latestState_));
     for (const auto& connection : connections_) {
-        connection->send(frame);
+        connection->send(latestFrame_);
     }
 }
 
@@ -92,6 +92,9 @@ void AdminBroadcaster::beginBroadcasting() {
 
 void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
     assert(connection);
+    if (connections_.size() >= maximumStations) {
+        return;
+    }
     StreamConnection& accepted = *connections_.emplace_back(std::move(connection));
     accepted.onStateChange = [this, &accepted](StreamConnection::State state) {
         handleState(accepted, state);
@@ -105,8 +108,8 @@ void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnectio
                                [&](const auto& known) { return known.get() == &connection; }));
     switch (state) {
         case StreamConnection::State::ready:
-            if (latestState_) {
-                NetworkFraming::send(encodeJson(*latestState_), connection);
+            if (latestFrame_) {
+                connection.send(latestFrame_);
             }
             break;
         case StreamConnection::State::failed:

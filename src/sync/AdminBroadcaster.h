@@ -35,6 +35,9 @@ public:
     static constexpr double checkDuration = 1.5;
     /// How much longer one has to answer that did, in seconds.
     static constexpr double answerDuration = 1.0;
+    /// How many stations are served; whoever comes beyond is closed at once. Far more than any
+    /// stage has, and few enough to leave the program descriptors for its files.
+    static constexpr std::size_t maximumStations = 512;
 
     /// What is given here outlives the broadcaster.
     AdminBroadcaster(Network& network, MainQueue& mainQueue);
@@ -84,6 +87,7 @@ private:
     std::unique_ptr<ServiceBrowser> conflictBrowser_;
     std::vector<Call> calls_;  // by the check
     std::optional<LiveState> latestState_;
+    StreamConnection::Message latestFrame_;  // of that
 };
 
 }  // namespace tessivo

@@ -77,6 +77,18 @@ void ReceiverClient::receiveNext() {
     NetworkFraming::receiveOne(*connection_, [this](const std::optional<std::string>& payload) {
         if (payload) {
             handleMessage(*payload);
+        } else {
+            dropTheRest();
+        }
+    });
+}
+
+/// Bytes that nobody takes would hide the end of the connection behind them for minutes.
+void ReceiverClient::dropTheRest() {
+    constexpr std::size_t most = 64U << 10U;
+    connection_->receive(1, most, [this](const std::optional<std::string>& bytes) {
+        if (bytes) {
+            dropTheRest();
         }
     });
 }

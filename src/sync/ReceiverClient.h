@@ -56,6 +56,7 @@ private:
     void handleState(StreamConnection::State state);
     void receiveNext();
     void handleMessage(std::string_view payload);
+    void dropTheRest();
 
     Network& network_;
     ReceiverStatus status_ = ReceiverStatus::searching;

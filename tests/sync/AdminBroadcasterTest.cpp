@@ -152,3 +152,22 @@ TEST_CASE("a station has the latest state as soon as it is connected, then every
     CHECK(journal.lines ==
           std::vector<std::string>{"Station arrivée, 1 connectée", "Station partie, 0 connectée"});
 }
+
+TEST_CASE("stations beyond the most that are served are closed, and those before stay") {
+    Room room;
+    room.broadcast();
+    room.broadcaster.update(stateAt(1));
+    const ServiceEndpoint service{"Régie", AdminBroadcaster::serviceType, "local"};
+    std::vector<std::unique_ptr<StreamConnection>> crowd;
+    std::size_t closed = 0;
+    for (std::size_t i = 0; i < AdminBroadcaster::maximumStations + 3; ++i) {
+        crowd.push_back(room.other.connect(service));
+        crowd.back()->onStateChange = [&closed](StreamConnection::State state) {
+            closed += state == StreamConnection::State::failed ? 1 : 0;
+        };
+        crowd.back()->start();
+    }
+    room.queue.advance(1.0);
+    CHECK(closed == 3);
+    CHECK(room.broadcaster.connectionCount() == AdminBroadcaster::maximumStations);
+}
