@@ -12,6 +12,12 @@ Item {
     readonly property bool following: receiver.status === ReceiverViewModel.Following
 
     signal changeMode
+    signal takenOver
+
+    function takeOver(): void {
+        receiver.prepareTakeOver();
+        takenOver();
+    }
 
     ReceiverViewModel {
         id: receiver
@@ -39,5 +45,43 @@ Item {
         receiver: receiver
         outdated: !root.following
         onChangeMode: root.changeMode()
+    }
+
+    Column {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: status.linesBottom + 24
+        visible: root.searching && receiver.hasPicture
+        spacing: 6
+
+        PVHoldButton {
+            text: "Reprendre la conduite ici"
+            anchors.horizontalCenter: parent.horizontalCenter
+            onHeld: {
+                if (receiver.hasOtherVersion()) {
+                    replacing.open();
+                } else {
+                    root.takeOver();
+                }
+            }
+        }
+        PVText {
+            text: "Maintenir une seconde\u00A0: ce poste devient l'admin, au même morceau."
+            size: Fonts.caption
+            color: Colors.pvPaperFaint
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+    }
+
+    PVDialog {
+        id: replacing
+
+        title: "Reprendre la conduite ?"
+        message: "Ce poste a une autre version de ce show. Celle de la régie prend sa place\u00A0; le menu Édition la rend."
+        action: "Reprendre"
+        onAccepted: {
+            if (receiver.hasPicture) {
+                root.takeOver();
+            }
+        }
     }
 }

@@ -7,6 +7,7 @@
 #include "live/Countdown.h"
 #include "live/Setlist.h"
 #include "platform/Clock.h"
+#include "state/AppState.h"
 
 #include <cmath>
 #include <utility>
@@ -22,7 +23,9 @@ constexpr double tellableClockFault = 2.0;
 ReceiverViewModel::ReceiverViewModel(QObject* parent) : QObject(parent) {}
 
 ReceiverViewModel::~ReceiverViewModel() {
-    setHasPicture(false);
+    if (hasPicture_) {
+        context_->keepAwake(this, false);
+    }
 }
 
 void ReceiverViewModel::componentComplete() {
@@ -48,6 +51,22 @@ PassagesContent* ReceiverViewModel::passages() {
 
 bool ReceiverViewModel::responderIsSilent() const {
     return context_ && context_->platform.network.trouble() == Network::Trouble::responderSilent;
+}
+
+bool ReceiverViewModel::hasOtherVersion() const {
+    const Show& show = show_->lastState()->show;
+    const Show* own = context_->state.showWithId(show.id);
+    return own && *own != show;
+}
+
+void ReceiverViewModel::prepareTakeOver() {
+    // The start as this computer's clock would have shown it.
+    const LiveState& last = *show_->lastState();
+    context_->takeOver = [&state = context_->state, last,
+                          startedAt =
+                              last.currentSongStartedAt + show_->clockLead().value_or(0.0)] {
+        state.takeOver(last.show, last.activeSongIndex, startedAt);
+    };
 }
 
 void ReceiverViewModel::update() {

@@ -59,6 +59,10 @@ public:
     /// The received show with the time left, which moves once a second: by the admin's clock where
     /// that is known, else by this computer's own.
     StageContent* content() { return &content_; }
+    /// Whether taking over would replace another version of the show that this computer has.
+    Q_INVOKABLE bool hasOtherVersion() const;
+    /// Leaves the last state, with its countdown, to the admin mode that is chosen next.
+    Q_INVOKABLE void prepareTakeOver();
     /// The passages of the received show. Worked out only once somebody has asked for them.
     PassagesContent* passages();
 

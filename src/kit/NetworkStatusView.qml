@@ -15,8 +15,9 @@ Rectangle {
     /** Whether the view offers to choose another launch mode. */
     property bool canChangeMode: false
 
-    /** Where its lines begin. */
+    /** Where its lines begin and end. */
     readonly property real linesTop: lines.y
+    readonly property real linesBottom: lines.y + lines.height
 
     signal changeMode
 

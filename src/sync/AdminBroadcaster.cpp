@@ -87,6 +87,7 @@ void AdminBroadcaster::beginBroadcasting() {
         accept(std::move(connection));
     };
     listener_->start();
+    rivals_.emplace(network_, serviceType, *listener_, [this] { didChange.emit(Field::rival); });
     setStatus({Kind::broadcasting, {}});
 }
 

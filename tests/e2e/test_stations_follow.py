@@ -81,17 +81,23 @@ class StationsFollow(EndToEndTest):
         self.step(admin, 5, before, after)
         processes.wait_until(stages[1].services, "the service to be back")
 
-        self.chapter("the admin is killed and started again")
+        self.chapter("the admin is killed, and a station leads on")
         admin.program.kill()
         before.see(SEARCHING)
         after.see(SEARCHING)
         after.see(TITLES[5], "heading")  # the last picture stays, and so does the screen
         screen_saver.wait_for(2)
-        # The responder still tells of a service for a second after it has gone.
-        processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
-        admin = self.start_admin()
-        admin.open_show(self.path, TITLES[0])
-        self.expect_song(0, before, after)
+        self.picture_of(after, "station-lost")
+        begin = time.monotonic()
+        before.press("Reprendre la conduite ici")
+        processes.wait_until(lambda: not after.screen().look(None, SEARCHING),
+                             "the other to follow")
+        self.note("from the decision to the station that follows",
+                  f"{time.monotonic() - begin:.1f} s")
+        self.step(before, 6, after)
+        admin = self.start(self.desk)
+        admin.press("Admin")
+        admin.see("Un admin est déjà actif sur ce réseau")
 
     @explained
     def test_a_second_admin_is_refused(self):

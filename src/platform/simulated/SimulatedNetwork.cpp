@@ -87,6 +87,8 @@ public:
         computer_.network_.servicesChanged();
     }
 
+    std::string name() const override { return service_.name; }
+
     const ServiceEndpoint& service() const { return service_; }
 
     void accept(const std::shared_ptr<SimulatedLink>& link) {

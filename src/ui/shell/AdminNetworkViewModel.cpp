@@ -29,7 +29,13 @@ void AdminNetworkViewModel::componentComplete() {
     broadcaster_.emplace(platform.network, platform.mainQueue);
     bridge_.emplace(platform.mainQueue);
     subscription_ = broadcaster_->didChange.subscribe([this](auto) {
+        const auto takeOver =
+            status() == Checking ? nullptr : std::exchange(context_->takeOver, nullptr);
         if (status() == Broadcasting) {
+            if (takeOver) {
+                takeOver();
+                tookOver_ = true;
+            }
             bridge_->attach(context_->state, *broadcaster_);
         }
         settling_->callOff();
@@ -65,7 +71,13 @@ QString AdminNetworkViewModel::stations() const {
 }
 
 QString AdminNetworkViewModel::trouble() const {
-    const auto trouble = context_ ? context_->platform.network.trouble() : Network::Trouble::none;
+    if (!context_) {
+        return {};
+    }
+    if (const std::string rival = broadcaster_->rival(); !rival.empty()) {
+        return QStringLiteral("Un autre admin conduit aussi\u00A0: ") + toShownText(rival);
+    }
+    const auto trouble = context_->platform.network.trouble();
     if (trouble == Network::Trouble::offline) {
         return QStringLiteral("Cet ordinateur n'est plus sur le réseau");
     }

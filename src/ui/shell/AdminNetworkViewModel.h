@@ -33,6 +33,8 @@ class AdminNetworkViewModel : public QObject, public QQmlParserStatus {
     /// What the stations may suffer from: a network that is gone or silent, or how many of them
     /// were lost and when, until they are back or ten minutes have passed; empty for nothing.
     Q_PROPERTY(QString trouble READ trouble NOTIFY statusChanged)
+    /// Whether what a station followed is led from here since.
+    Q_PROPERTY(bool tookOver READ tookOver NOTIFY statusChanged)
 
 public:
     enum Status { Checking, Conflict, Broadcasting };
@@ -46,6 +48,7 @@ public:
     QString conflict() const;
     QString stations() const;
     QString trouble() const;
+    bool tookOver() const { return tookOver_; }
 
 Q_SIGNALS:
     void statusChanged();
@@ -58,6 +61,7 @@ private:
     std::optional<AdminBroadcaster> broadcaster_;
     std::optional<AdminSyncBridge> bridge_;
     std::optional<StationJournal> stations_;
+    bool tookOver_ = false;
     std::size_t stationCount_ = 0;
     std::size_t lostCount_ = 0;  // and not back
     Instant lostAt_;             // the last of them

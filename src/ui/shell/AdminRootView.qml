@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tessivo.Display
 import Tessivo.Kit
@@ -36,6 +38,8 @@ FocusScope {
         focus: true
         sourceComponent: ContentView {
             focus: true
+            // Whoever took over goes on at once.
+            firstTab: root.network.tookOver ? EditorView.Live : EditorView.Setlist
         }
     }
 }

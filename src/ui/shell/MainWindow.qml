@@ -122,12 +122,9 @@ ApplicationWindow {
         UndoOffer {
             anchors.verticalCenter: parent.verticalCenter
         }
-        Loader {
+        StationsLine {
             anchors.verticalCenter: parent.verticalCenter
-            active: root.network !== null && root.network.status === AdminNetworkViewModel.Broadcasting
-            sourceComponent: StationsLine {
-                network: root.network
-            }
+            network: root.network
         }
     }
 
@@ -145,7 +142,10 @@ ApplicationWindow {
 
         active: false
         sourceComponent: PassagesWindow {}
-        onLoaded: (item as PassagesWindow).content = Qt.binding(() => root.passages())
+        onLoaded: {
+            (item as PassagesWindow).content = Qt.binding(() => root.passages());
+            (item as PassagesWindow).silence = Qt.binding(() => root.silence());
+        }
     }
 
     Connections {

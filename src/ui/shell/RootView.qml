@@ -25,6 +25,15 @@ FocusScope {
         return LocalPassagesViewModel.content;
     }
 
+    /** How long nothing was heard of the admin that this station follows, in words. */
+    function silence(): string {
+        const station = stationLoader.item as ReceiverRootView;
+        return station ? station.receiver.silence : "";
+    }
+
+    function lead() {
+        mode = RootView.Admin;
+    }
     function leaveMode() {
         mode = RootView.None;
     }
@@ -57,6 +66,10 @@ FocusScope {
         active: root.mode === RootView.Affichage
         focus: active
         sourceComponent: ReceiverRootView {}
-        onLoaded: (item as ReceiverRootView).changeMode.connect(root.leaveMode)
+        onLoaded: {
+            const station = item as ReceiverRootView;
+            station.changeMode.connect(root.leaveMode);
+            station.takenOver.connect(root.lead);
+        }
     }
 }

@@ -6,8 +6,10 @@ import Tessivo.Ui
 Row {
     id: line
 
+    /** Null when this computer is no admin. */
     required property AdminNetworkViewModel network
 
+    visible: network !== null && network.status === AdminNetworkViewModel.Broadcasting
     spacing: 10
 
     PVText {
