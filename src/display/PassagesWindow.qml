@@ -7,6 +7,8 @@ CrewWindow {
     id: window
 
     property PassagesContent content: LocalPassagesViewModel.content
+    /** How long nothing was heard of the admin whose passages these are, in words. */
+    property string silence: ""
 
     title: "Tessivo — Passages"
     minimumWidth: 480
@@ -16,7 +18,7 @@ CrewWindow {
 
     Item {
         width: window.width / zoom.factor
-        height: window.height / zoom.factor
+        height: (window.height - (band.visible ? band.height : 0)) / zoom.factor
         scale: zoom.factor
         transformOrigin: Item.TopLeft
 
@@ -25,6 +27,14 @@ CrewWindow {
             focus: true
             content: window.content
         }
+    }
+    SilenceBand {
+        id: band
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        visible: silence !== ""
+        silence: window.silence
     }
     Zoom {
         id: zoom

@@ -13,15 +13,21 @@ Rectangle {
     required property StageContent content
     /** Where the content comes from, told in the footer; empty for this computer's own. */
     property string source: ""
+    /** A picture that may not be the present any more is dimmed, and fitted into whatever room it has. */
+    property bool outdated: false
+    /** How much of its lower edge something else lies over. */
+    property real covered: 0
 
     readonly property int minimumWidth: 900
     readonly property int minimumHeight: 560
     readonly property real magnification: Math.max(1, Math.min(width / minimumWidth, height / minimumHeight))
     /** Drawn larger than what matters has room for, the setlist gives way to the current song. */
-    readonly property bool fits: content.panel === StageContent.Songs && (zoom.fits || (zoom.factor > 1 && setlist.isCrowded))
+    readonly property bool fits: content.panel === StageContent.Songs && (outdated || zoom.fits || (zoom.factor > 1 && setlist.isCrowded))
     readonly property real drawnScale: fits ? 1 : magnification * zoom.factor
 
     readonly property bool hasSetlist: content.panel === StageContent.Songs || content.panel === StageContent.Finished
+
+    readonly property real contentOpacity: outdated ? 0.55 : 1
 
     color: Colors.pvBlack
 
@@ -36,6 +42,7 @@ Rectangle {
         height: stage.height / stage.drawnScale
         scale: stage.drawnScale
         transformOrigin: Item.TopLeft
+        opacity: stage.contentOpacity
 
         SetlistView {
             id: setlist
@@ -101,7 +108,8 @@ Rectangle {
 
     FittedStage {
         anchors.fill: parent
-        anchors.bottomMargin: 36
+        anchors.bottomMargin: Math.max(36, stage.covered + 8)
+        opacity: stage.contentOpacity
         visible: stage.fits
         content: stage.content
     }

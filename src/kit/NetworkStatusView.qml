@@ -8,16 +8,24 @@ Rectangle {
     property string systemImage: ""
     property string text: ""
     property string detail: ""
+    /** What keeps this from getting on, in amber; empty for nothing. */
+    property string trouble: ""
     property bool showsSpinner: false
     property color accentColor: Colors.pvPaperDim
     /** Whether the view offers to choose another launch mode. */
     property bool canChangeMode: false
+
+    /** Where its lines begin and end. */
+    readonly property real linesTop: lines.y
+    readonly property real linesBottom: lines.y + lines.height
 
     signal changeMode
 
     color: Colors.pvBlack
 
     Column {
+        id: lines
+
         anchors.centerIn: parent
         width: parent.width - 80
         spacing: 14
@@ -46,6 +54,16 @@ Rectangle {
             text: view.detail
             size: Fonts.caption
             color: Colors.pvPaperFaint
+            width: parent.width
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+        }
+        PVText {
+            visible: text !== ""
+            text: view.trouble
+            size: 14
+            weight: Font.DemiBold
+            color: Colors.pvAmber
             width: parent.width
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter

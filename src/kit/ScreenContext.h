@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 
+#include <functional>
 #include <set>
 
 class QObject;
@@ -16,6 +17,8 @@ struct ScreenContext {
     AppState& state;
     Platform platform;
     std::set<const QObject*> reasonsToStayAwake = {};
+    /// What a station hands over to the admin mode, to be led from here on.
+    std::function<void()> takeOver = nullptr;
 
     /// The computer stays awake as long as there is a reason to.
     void keepAwake(const QObject* reason, bool active);

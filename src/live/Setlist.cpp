@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cinttypes>
 #include <cstdio>
+#include <iterator>
 
 namespace tessivo {
 namespace {
@@ -68,6 +69,26 @@ std::string minutesAndSeconds(std::int64_t seconds) {
         std::snprintf(text, sizeof text, "%" PRId64 ":%02" PRId64, seconds / 60, seconds % 60);
     assert(length > 0 && static_cast<std::size_t>(length) < sizeof text);
     return {text, static_cast<std::size_t>(length)};
+}
+
+std::string timeInWords(double seconds) {
+    struct Unit {
+        std::int64_t seconds;
+        const char* name;
+    };
+    static constexpr Unit units[] = {{86'400, " j"}, {3600, " h"}, {60, " min"}, {1, " s"}};
+    assert(seconds >= 0.0);
+    const auto whole = static_cast<std::int64_t>(std::min(seconds, 9e15));
+    const Unit* unit =
+        std::ranges::find_if(units, [&](const Unit& each) { return whole >= each.seconds; });
+    unit -= unit == std::end(units) ? 1 : 0;
+    std::string words = std::to_string(whole / unit->seconds) + unit->name;
+    const Unit* smaller = std::next(unit);
+    const std::int64_t rest = whole % unit->seconds;
+    if (smaller != std::end(units) && rest >= smaller->seconds) {
+        words.append(" ").append(std::to_string(rest / smaller->seconds)).append(smaller->name);
+    }
+    return words;
 }
 
 std::string countdownText(std::optional<std::int64_t> remaining) {

@@ -47,6 +47,10 @@ std::string_view shownVolume(const Guest& guest);
 /// has the sign on both parts: -1:-15.
 std::string minutesAndSeconds(std::int64_t seconds);
 
+/// A length of time as one says it, in French, by its two largest units: 45 s, 2 min 5 s, 1 h 10
+/// min, 3 j. Cut to whole seconds; not negative.
+std::string timeInWords(double seconds);
+
 /// The time left as both screens show it: empty when there is none to show.
 std::string countdownText(std::optional<std::int64_t> remaining);
 

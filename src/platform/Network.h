@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Signal.h"
 #include "platform/ServiceBrowser.h"
 #include "platform/ServiceListener.h"
 #include "platform/StreamConnection.h"
@@ -12,7 +13,19 @@ namespace tessivo {
 /// The local network as one computer sees it. It outlives what it makes. Main thread only.
 class Network {
 public:
+    /// What keeps this computer from finding others and being found.
+    enum class Trouble {
+        none,
+        offline,          ///< it was on a network, and no longer is
+        responderSilent,  ///< the system's responder doesn't answer, or isn't there
+    };
+
     virtual ~Network() = default;
+
+    /// Told within a few seconds. What was made here goes on by itself once the trouble is over.
+    virtual Trouble trouble() const = 0;
+    /// Emitted after each change of the trouble.
+    Signal<> troubleDidChange;
 
     /// A browser for services of `type` in the default domain. One that can't work reports nothing.
     /// Like all that is made here, neither its making nor its end waits for anybody.

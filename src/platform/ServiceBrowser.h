@@ -28,7 +28,8 @@ public:
     ///
     /// After a connection made to one of these endpoints has ended, the network is asked again, at
     /// most once a second, and what is there then is reported even if it is the same. So whoever
-    /// lost a service that is still advertised hears of it again.
+    /// lost a service that is still advertised hears of it again. One that couldn't be reached is
+    /// put behind those that weren't tried yet, and they are reported at once.
     ///
     /// Runs in main-thread turns of its own, and may destroy the browser, after which it doesn't
     /// run any more.

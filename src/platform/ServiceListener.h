@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace tessivo {
 
@@ -22,6 +23,9 @@ public:
 
     /// Called once, when `onNewConnection` is in place.
     virtual void start() = 0;
+
+    /// The name under which it is advertised; empty until there is one.
+    virtual std::string name() const = 0;
 };
 
 }  // namespace tessivo

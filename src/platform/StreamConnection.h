@@ -43,6 +43,10 @@ public:
     /// Opens the connection; called once, when `onStateChange` is in place.
     virtual void start() = 0;
 
+    /// Of one that failed before it was ready: whether the other computer was there, but nobody
+    /// took the call, rather than nothing at all.
+    virtual bool wasRefused() const = 0;
+
     /// Queues a message, which is not empty; before the connection is ready it waits for that.
     /// Never blocks, and no failure is told but by the state. Each message must be a snapshot,
     /// complete in itself: when more than `maximumUnsentBytes` would wait, a new one takes the

@@ -135,6 +135,11 @@ public:
     /// was opened.
     bool openShow();
 
+    /// Goes on leading a show that another computer led: makes it active like one that is opened,
+    /// with this cursor and the countdown of a song that began at `startedAt`. Locked, too: the
+    /// lock is on what was led here before.
+    void takeOver(Show show, std::int64_t songIndex, Instant startedAt);
+
     /// Appends a show with the usual labels and makes it active; an empty name becomes "Nouveau
     /// show".
     void createShow(std::string name);
@@ -230,6 +235,8 @@ private:
     Edit oneOfMany(std::string name, std::string field) const;
     Edit removal(std::string name, std::string whatHappened) const;
     void append(Show show, std::string_view words);
+    /// Puts a show in the place of the one with the same id, or at the end.
+    void replaceOrAppend(Show show, Edit edit);
     /// Edits the active show and stores the record.
     void editActiveShow(Edit edit, const std::function<void(Show&)>& apply);
     /// The same for an edit that gives the cursor's place after it: observers never see the new
@@ -243,8 +250,8 @@ private:
     void updateLabel(const LabelList& list, std::int64_t position, std::string label);
     /// Takes an edit back or makes it again, and stores the record.
     void step(const std::function<void()>& apply);
-    /// Makes a show that has just come active, under a cursor at its start, and stores the record.
-    void activate(Uuid id);
+    /// Makes a show that has just come active, under this cursor, and stores the record.
+    void activate(Uuid id, std::int64_t songIndex = 0);
     /// Moves the cursor, starts the countdown of its song and stores the record.
     void moveCursor(std::int64_t index, MovedBy by);
     /// The same by hand: going back holds the timecode off.

@@ -44,10 +44,10 @@ void AppState::append(Show show, std::string_view words) {
     activate(id);
 }
 
-void AppState::activate(Uuid id) {
+void AppState::activate(Uuid id, std::int64_t songIndex) {
     assert(showWithId(id));
     assign(Field::activeShowId, activeShowId_, id);
-    assign(Field::activeSongIndex, activeSongIndex_, 0);
+    assign(Field::activeSongIndex, activeSongIndex_, songIndex);
     save();
 }
 

@@ -1,4 +1,5 @@
 #include "model/ShowJson.h"
+#include "platform/Clock.h"
 #include "platform/FilePanels.h"
 #include "state/AppState.h"
 #include "state/EditNames.h"
@@ -66,17 +67,30 @@ bool AppState::openShow() {
     }
     const Uuid id = show->id;
     Edit edit = named(withName("ouvrir le show", show->name, "ouvrir un show"));
-    change(Field::shows, [&] {
-        if (const Show* same = showWithId(id)) {
-            library_.edit(positionOf(*same), std::move(edit),
-                          [&](Show& known) { known = std::move(*show); });
-        } else {
-            library_.append(std::move(*show), std::move(edit));
-        }
-    });
+    replaceOrAppend(std::move(*show), std::move(edit));
     lastSavedLocations_[id] = *location;
     activate(id);
     return true;
+}
+
+void AppState::takeOver(Show show, std::int64_t songIndex, Instant startedAt) {
+    const Uuid id = show.id;
+    Edit edit = named(withName("reprendre le show", show.name, "reprendre un show"));
+    replaceOrAppend(std::move(show), std::move(edit));
+    activate(id, songIndex);
+    assign(Field::currentSongStartedAt, currentSongStartedAt_, startedAt);
+    assign(Field::nowTick, nowTick_, platform_.clock.now());
+}
+
+void AppState::replaceOrAppend(Show show, Edit edit) {
+    change(Field::shows, [&] {
+        if (const Show* same = showWithId(show.id)) {
+            library_.edit(positionOf(*same), std::move(edit),
+                          [&](Show& known) { known = std::move(show); });
+        } else {
+            library_.append(std::move(show), std::move(edit));
+        }
+    });
 }
 
 void AppState::writeShowFile(const FileLocation& location, const Show& show) {

@@ -19,23 +19,28 @@ void AdminBroadcaster::startChecking() {
     }
     conflictBrowser_ = network_.makeBrowser(serviceType);
     conflictBrowser_->onResultsChanged = [this](const std::vector<ServiceEndpoint>& services) {
-        if (!services.empty()) {
-            refuse(services.front());
-        }
+        std::ranges::for_each(services, [this](const auto& service) { call(service); });
     };
     conflictBrowser_->start();
     endOfCheck_.postAfter(checkDuration, [this] {
-        conflictBrowser_.reset();
-        beginBroadcasting();
+        if (calls_.empty()) {
+            endCheck();
+            beginBroadcasting();
+        } else {
+            endOfCheck_.postAfter(answerDuration, [this] {
+                endCheck();
+                beginBroadcasting();
+            });
+        }
     });
     setStatus({Kind::checking, {}});
 }
 
 void AdminBroadcaster::update(LiveState state) {
     latestState_ = std::move(state);
-    const auto frame = NetworkFraming::frame(encodeJson(*latestState_));
+    latestFrame_ = NetworkFraming::frame(encodeJson(*latestState_));
     for (const auto& connection : connections_) {
-        connection->send(frame);
+        connection->send(latestFrame_);
     }
 }
 
@@ -44,11 +49,30 @@ void AdminBroadcaster::setStatus(AdminNetworkStatus status) {
     didChange.emit(Field::status);
 }
 
-void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
-    // Copied before the browser goes, which owns the endpoint.
-    const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+void AdminBroadcaster::call(const ServiceEndpoint& other) {
+    if (std::ranges::find(calls_, other, &Call::other) != calls_.end()) {
+        return;
+    }
+    calls_.push_back({other, network_.connect(other)});
+    StreamConnection& connection = *calls_.back().connection;
+    connection.onStateChange = [this, other, &connection](StreamConnection::State state) {
+        if (state == StreamConnection::State::ready || connection.wasRefused()) {
+            refuse(other);
+        }
+    };
+    connection.start();
+}
+
+void AdminBroadcaster::endCheck() {
     endOfCheck_.callOff();
     conflictBrowser_.reset();
+    calls_.clear();
+}
+
+void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
+    // Copied before the call goes, which owns the endpoint.
+    const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
+    endCheck();
     setStatus({Kind::conflict, name});
 }
 
@@ -63,11 +87,15 @@ void AdminBroadcaster::beginBroadcasting() {
         accept(std::move(connection));
     };
     listener_->start();
+    rivals_.emplace(network_, serviceType, *listener_, [this] { didChange.emit(Field::rival); });
     setStatus({Kind::broadcasting, {}});
 }
 
 void AdminBroadcaster::accept(std::unique_ptr<StreamConnection> connection) {
     assert(connection);
+    if (connections_.size() >= maximumStations) {
+        return;
+    }
     StreamConnection& accepted = *connections_.emplace_back(std::move(connection));
     accepted.onStateChange = [this, &accepted](StreamConnection::State state) {
         handleState(accepted, state);
@@ -81,8 +109,8 @@ void AdminBroadcaster::handleState(StreamConnection& connection, StreamConnectio
                                [&](const auto& known) { return known.get() == &connection; }));
     switch (state) {
         case StreamConnection::State::ready:
-            if (latestState_) {
-                NetworkFraming::send(encodeJson(*latestState_), connection);
+            if (latestFrame_) {
+                connection.send(latestFrame_);
             }
             break;
         case StreamConnection::State::failed:

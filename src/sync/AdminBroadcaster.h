@@ -4,6 +4,7 @@
 #include "platform/Network.h"
 #include "platform/Turns.h"
 #include "sync/LiveState.h"
+#include "sync/RivalWatch.h"
 
 #include <memory>
 #include <optional>
@@ -28,11 +29,16 @@ struct AdminNetworkStatus {
 /// destroyed, which withdraws the service and closes the connections. Main thread only.
 class AdminBroadcaster {
 public:
-    enum class Field { status, connections };
+    enum class Field { status, connections, rival };
 
     static constexpr const char* serviceType = "_tessivo._tcp";
     /// How long another admin has to show up, in seconds.
     static constexpr double checkDuration = 1.5;
+    /// How much longer one has to answer that did, in seconds.
+    static constexpr double answerDuration = 1.0;
+    /// How many stations are served; whoever comes beyond is closed at once. Far more than any
+    /// stage has, and few enough to leave the program descriptors for its files.
+    static constexpr std::size_t maximumStations = 512;
 
     /// What is given here outlives the broadcaster.
     AdminBroadcaster(Network& network, MainQueue& mainQueue);
@@ -42,15 +48,19 @@ public:
     /// Emitted after each assignment to a field, also when its value stays the same.
     Signal<Field> didChange;
 
-    /// Looks for another admin; its name becomes a conflict at once, silence for `checkDuration`
-    /// opens the broadcast. Does nothing while a check or the broadcast runs. A check isn't
-    /// repeated: an admin that comes later is not noticed.
+    /// Looks for another admin; the name of one that answers becomes a conflict at once, silence
+    /// for `checkDuration` opens the broadcast. The network goes on advertising a computer that has
+    /// lost its power for over an hour: that one doesn't answer. Does nothing while a check or the
+    /// broadcast runs. A check isn't repeated: an admin that comes later is only told as a rival.
     void startChecking();
 
     /// Sends `state` to every station, those whose connection isn't ready yet included, and keeps
     /// it for those to come.
     void update(LiveState state);
 
+    /// The name of another admin that leads, too, as when a network was in two parts; empty without
+    /// any.
+    std::string rival() const { return rivals_ ? rivals_->rival() : std::string(); }
     const AdminNetworkStatus& status() const { return status_; }
     const std::optional<LiveState>& latestState() const { return latestState_; }
     /// Stations whose connection hasn't failed yet.
@@ -58,6 +68,14 @@ public:
 
 private:
     void setStatus(AdminNetworkStatus status);
+    /// Another admin that was seen.
+    struct Call {
+        ServiceEndpoint other;
+        std::unique_ptr<StreamConnection> connection;
+    };
+
+    void call(const ServiceEndpoint& other);
+    void endCheck();
     void refuse(const ServiceEndpoint& other);
     void beginBroadcasting();
     void accept(std::unique_ptr<StreamConnection> connection);
@@ -71,7 +89,10 @@ private:
     std::unique_ptr<ServiceListener> listener_;
     /// Present while a check is undecided.
     std::unique_ptr<ServiceBrowser> conflictBrowser_;
+    std::vector<Call> calls_;           // by the check
+    std::optional<RivalWatch> rivals_;  // while the broadcast runs
     std::optional<LiveState> latestState_;
+    StreamConnection::Message latestFrame_;  // of that
 };
 
 }  // namespace tessivo

@@ -6,6 +6,7 @@
 #include <cassert>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tessivo {
 
@@ -43,6 +44,7 @@ void ReceiverClient::setLiveState(std::optional<LiveState> state) {
 
 void ReceiverClient::connect(const ServiceEndpoint& endpoint) {
     assert(!connection_);
+    adminName_ = endpoint.name;
     connection_ = network_.connect(endpoint);
     connection_->onStateChange = [this](StreamConnection::State state) { handleState(state); };
     connection_->start();
@@ -58,6 +60,7 @@ void ReceiverClient::handleState(StreamConnection::State state) {
         case StreamConnection::State::failed:
         case StreamConnection::State::cancelled:
             connection_.reset();
+            lostState_ = std::exchange(liveState_, std::nullopt);
             setLiveState(std::nullopt);
             setStatus(ReceiverStatus::searching);
             break;
@@ -74,6 +77,18 @@ void ReceiverClient::receiveNext() {
     NetworkFraming::receiveOne(*connection_, [this](const std::optional<std::string>& payload) {
         if (payload) {
             handleMessage(*payload);
+        } else {
+            dropTheRest();
+        }
+    });
+}
+
+/// Bytes that nobody takes would hide the end of the connection behind them for minutes.
+void ReceiverClient::dropTheRest() {
+    constexpr std::size_t most = 64U << 10U;
+    connection_->receive(1, most, [this](const std::optional<std::string>& bytes) {
+        if (bytes) {
+            dropTheRest();
         }
     });
 }

@@ -6,8 +6,9 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace tessivo {
 
@@ -38,10 +39,14 @@ public:
     void stop();
 
     ReceiverStatus status() const { return status_; }
+    /// The name of the computer to which the last connection was made; empty before.
+    const std::string& adminName() const { return adminName_; }
     /// The last state that could be read from the present connection. A message that is none
     /// changes nothing. When the stream can't be read any further, the last state stays until the
     /// connection is lost.
     const std::optional<LiveState>& liveState() const { return liveState_; }
+    /// Hands over the state that was the last one when the connection was lost; once.
+    std::optional<LiveState> takeLostState() { return std::exchange(lostState_, std::nullopt); }
 
 private:
     void setStatus(ReceiverStatus status);
@@ -51,10 +56,13 @@ private:
     void handleState(StreamConnection::State state);
     void receiveNext();
     void handleMessage(std::string_view payload);
+    void dropTheRest();
 
     Network& network_;
     ReceiverStatus status_ = ReceiverStatus::searching;
     std::optional<LiveState> liveState_;
+    std::optional<LiveState> lostState_;
+    std::string adminName_;
     std::unique_ptr<StreamConnection> connection_;
     std::unique_ptr<ServiceBrowser> browser_;
 };

@@ -27,8 +27,9 @@ public:
         QVERIFY2(receiver, qPrintable(component.errorString()));
     }
 
-    void startAdmin() {
-        admin.emplace(admin_, computer.time);
+    void startAdmin() { startAdmin(elsewhere); }
+    void startAdmin(SimulatedComputer& at) {
+        admin.emplace(at, computer.time);
         admin->startChecking();
         computer.time.advance(AdminBroadcaster::checkDuration + 1.0);
     }
@@ -39,10 +40,11 @@ public:
     }
 
     SimulatedPlatform computer;
+    SimulatedComputer& elsewhere = computer.network.addComputer("Ailleurs");
+    SimulatedComputer& backup = computer.network.addComputer("Secours");
     std::optional<AdminBroadcaster> admin;
 
 private:
-    SimulatedComputer& admin_ = computer.network.addComputer("Ailleurs");
     AppState state_{computer};
     ScreenContext context_{state_, computer};
     QQmlEngine engine_;
@@ -65,6 +67,8 @@ class ReceiverTest final : public QObject {
 private Q_SLOTS:
     void followsAnAdminAndLosesIt();
     void countsByItsOwnClockOnceASecond();
+    void countsByTheClockOfTheAdminOnceThatIsKnown();
+    void tellsSilenceAndItsAge();
 };
 
 void ReceiverTest::followsAnAdminAndLosesIt() {
@@ -74,6 +78,7 @@ void ReceiverTest::followsAnAdminAndLosesIt() {
     for (int round = 0; round < 2; ++round) {
         station.startAdmin();
         QCOMPARE(receiver.status(), ReceiverViewModel::Waiting);
+        QVERIFY(!receiver.hasPicture());
         QVERIFY(!station.computer.stayAwake.isAwake);
         station.tell(show(), 1, station.computer.time.now());
         QCOMPARE(receiver.status(), ReceiverViewModel::Following);
@@ -83,7 +88,14 @@ void ReceiverTest::followsAnAdminAndLosesIt() {
         QVERIFY(station.computer.stayAwake.isAwake);
         station.admin.reset();
         station.computer.time.advance(2.0);
+        // The last picture stays.
         QCOMPARE(receiver.status(), ReceiverViewModel::Searching);
+        QVERIFY(receiver.hasPicture());
+        QCOMPARE(receiver.content()->current().title, QStringLiteral("Morceau 2"));
+        QCOMPARE(receiver.passages()->rows()->rowCount(), 3);
+        QVERIFY(station.computer.stayAwake.isAwake);
+        station.computer.time.advance(FollowedShow::keepingTime);
+        QVERIFY(!receiver.hasPicture());
         QCOMPARE(receiver.passages()->rows()->rowCount(), 0);
         QVERIFY(!station.computer.stayAwake.isAwake);
     }
@@ -106,11 +118,60 @@ void ReceiverTest::countsByItsOwnClockOnceASecond() {
     time.advance(0.1);
     QCOMPARE(content.countdown(), QStringLiteral("2:19"));
     QVERIFY(!content.urgent());
-    station.tell(show(), 0, time.now() + -250.0);
+    time.advance(150.0);
     QCOMPARE(content.countdown(), QStringLiteral("0:00"));
     QVERIFY(content.urgent());
     station.tell(show(), 1, time.now());
     QCOMPARE(content.countdown(), QString());
+}
+
+void ReceiverTest::countsByTheClockOfTheAdminOnceThatIsKnown() {
+    Station station;
+    station.startAdmin();
+    SimulatedMainQueue& time = station.computer.time;
+    const ReceiverViewModel& receiver = *station.receiver;
+    const StageContent& content = *station.receiver->content();
+    station.tell(show(), 0, time.now() + 499.3);
+    QCOMPARE(content.countdown(), QStringLiteral("12:19"));
+    time.advance(1.0);
+    station.tell(show(), 0, time.now() + 600.0);
+    QCOMPARE(content.countdown(), QStringLiteral("4:00"));
+    time.advance(11.5);
+    QCOMPARE(content.countdown(), QStringLiteral("3:50"));
+    QCOMPARE(receiver.clockFault(), QStringLiteral("10 min de retard"));
+    time.setWallClock(time.now() + 3600.5);
+    time.advance(1.0);
+    QCOMPARE(content.countdown(), QStringLiteral("3:49"));
+    QCOMPARE(receiver.clockFault(), QStringLiteral("50 min 1 s d'avance"));
+    // The same computer again, then another one, whose clock nobody knows.
+    for (const auto& [computer, countdown] :
+         {std::pair{&station.elsewhere, "3:40"}, {&station.backup, "0:00"}}) {
+        station.admin.reset();
+        station.startAdmin(*computer);
+        station.tell(show(), 0, time.now() + -3020.9);
+        QCOMPARE(content.countdown(), QString(countdown));
+    }
+}
+
+void ReceiverTest::tellsSilenceAndItsAge() {
+    Station station;
+    const ReceiverViewModel& receiver = *station.receiver;
+    SimulatedMainQueue& time = station.computer.time;
+    station.startAdmin();
+    time.advance(FollowedShow::patience - 2.0);
+    QVERIFY(!receiver.adminIsMute());
+    time.advance(2.0);
+    QVERIFY(receiver.adminIsMute());  // without ever having told anything
+    station.tell(show(), 0, time.now());
+    for (const auto& [wait, words] :
+         {std::pair{2.95, ""}, {0.1, "3 s"}, {1.0, "4 s"}, {61.0, "1 min 5 s"}}) {
+        time.advance(wait);
+        QCOMPARE(receiver.silence(), QString(words));
+    }
+    QVERIFY(receiver.adminIsMute());
+    station.tell(show(), 0, time.now());
+    QCOMPARE(receiver.silence(), QString());
+    QVERIFY(!receiver.adminIsMute());
 }
 
 QTEST_MAIN(ReceiverTest)

@@ -70,22 +70,34 @@ class StationsFollow(EndToEndTest):
         before.program.signal(signal.SIGCONT)
         self.expect_song(4, before)
 
+        self.chapter("the admin hangs")
+        admin.program.signal(signal.SIGSTOP)
+        before.see("Sans nouvelles de la régie depuis 3 s")
+        admin.program.signal(signal.SIGCONT)
+
         self.chapter("the responder of the admin is restarted")
         self.desk.stop_responder()
         self.desk.start_responder()
         self.step(admin, 5, before, after)
         processes.wait_until(stages[1].services, "the service to be back")
 
-        self.chapter("the admin is killed and started again")
+        self.chapter("the admin is killed, and a station leads on")
         admin.program.kill()
         before.see(SEARCHING)
         after.see(SEARCHING)
-        screen_saver.wait_for(0)
-        # The responder still tells of a service for a second after it has gone.
-        processes.wait_until(lambda: not self.desk.services(), "the dead admin to be forgotten")
-        admin = self.start_admin()
-        admin.open_show(self.path, TITLES[0])
-        self.expect_song(0, before, after)
+        after.see(TITLES[5], "heading")  # the last picture stays, and so does the screen
+        screen_saver.wait_for(2)
+        self.picture_of(after, "station-lost")
+        begin = time.monotonic()
+        before.press("Reprendre la conduite ici")
+        processes.wait_until(lambda: not after.screen().look(None, SEARCHING),
+                             "the other to follow")
+        self.note("from the decision to the station that follows",
+                  f"{time.monotonic() - begin:.1f} s")
+        self.step(before, 6, after)
+        admin = self.start(self.desk)
+        admin.press("Admin")
+        admin.see("Un admin est déjà actif sur ce réseau")
 
     @explained
     def test_a_second_admin_is_refused(self):

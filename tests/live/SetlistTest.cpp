@@ -66,3 +66,16 @@ TEST_CASE("a guest's line leaves out an empty volume and names the nameless") {
     CHECK(guestLine(guest, "(sans nom)") == "(sans nom) — HF 1 · ");
     CHECK(guestLine(guest, "—") == "— — HF 1 · ");
 }
+
+TEST_CASE("a time in words has its two largest units") {
+    const std::pair<double, const char*> rows[] = {{0.9, "0 s"},
+                                                   {59.9, "59 s"},
+                                                   {125.0, "2 min 5 s"},
+                                                   {600.0, "10 min"},
+                                                   {3605.0, "1 h"},
+                                                   {86'400.0 + 7200.0, "1 j 2 h"},
+                                                   {1e300, "104166666666 j 16 h"}};
+    for (const auto& [seconds, words] : rows) {
+        CHECK(timeInWords(seconds) == words);
+    }
+}

@@ -147,11 +147,16 @@ TEST_CASE("what was asked of the responder holds through all that happens to it 
         const auto late = lateWorld.there().makeListener(stream.type);
         late->start();
         const Reports lateReports(lateWorld.here(), stream.type);
+        const auto tells = [&](Network::Trouble trouble) {
+            return lateWorld.runUntil([&] { return lateWorld.here().trouble() == trouble; });
+        };
+        CHECK(tells(Network::Trouble::responderSilent));
         const auto reportCount = stream.reports.all.size();
         End undialled;
         undialled.open(stream.world->here().connect(stream.reports.all.back().front()));
         CHECK(stream.runUntil([&] { return undialled.is(State::failed); }));
         std::ranges::for_each(change.back, servers);
+        CHECK(tells(Network::Trouble::none));
         CHECK(stream.runUntil([&] {
             return stream.reports.count() == 2U && stream.reports.all.size() > reportCount &&
                    lateReports.count() == 2U;
@@ -178,7 +183,7 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
         ServiceDialer dialer(responder, events, queue, stream.reports.all.back().front(),
-                             {sighting});
+                             {sighting}, ServiceDialer::timeLimit);
         FileDescriptor socket;
         dialer.start([&](FileDescriptor opened) { socket = std::move(opened); });
         REQUIRE(stream.runUntil([&] { return socket.isOpen(); }));

@@ -47,16 +47,27 @@ private:
     Subscription attaching_;
 };
 
+/// A computer's clock, which somebody sets.
+struct SetClock final : Clock {
+    explicit SetClock(SimulatedMainQueue& queue) : time(queue) {}
+    Instant now() const override { return time.now() + fault; }
+    Moment moment() const override { return time.moment(); }
+
+    SimulatedMainQueue& time;
+    double fault = 0.0;
+};
+
 /// An admin's computer and the program on it, whose preferences outlive it.
 class AdminComputer {
 public:
-    explicit AdminComputer(SimulatedComputer& at) : computer(at) {}
+    AdminComputer(SimulatedComputer& at, SimulatedMainQueue& time) : computer(at), clock(time) {}
 
-    void start(SimulatedMainQueue& time) {
+    void start() {
         stop();
+        SimulatedMainQueue& time = clock.time;
         program = std::make_unique<AdminProgram>(Platform{
-            time, time, disk_.background, disk_.preferences, disk_.files, disk_.panels, disk_.audio,
-            disk_.updates, computer, disk_.stayAwake, disk_.log, disk_.journal});
+            clock, time, disk_.background, disk_.preferences, disk_.files, disk_.panels,
+            disk_.audio, disk_.updates, computer, disk_.stayAwake, disk_.log, disk_.journal});
     }
 
     /// Ends the program as a crash would, at any moment. What it had must all be kept, but for the
@@ -75,6 +86,7 @@ public:
     }
 
     SimulatedComputer& computer;
+    SetClock clock;
     std::unique_ptr<AdminProgram> program;
 
 private:

@@ -1,14 +1,17 @@
 #include "simulation/AdminComputer.h"
 #include "support/RandomRecords.h"
 #include "support/RawAdmin.h"
-#include "sync/ReceiverClient.h"
+#include "sync/FollowedShow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace tessivo;
@@ -22,14 +25,23 @@ constexpr int stepsBetweenCalms = 40;
 
 struct Station {
     SimulatedComputer& computer;
-    std::unique_ptr<ReceiverClient> client = nullptr;
+    SimulatedMainQueue& time;
+    SetClock clock{time};
+    std::unique_ptr<FollowedShow> show = nullptr;
+    Moment joinedAt = {};
+    Subscription joining = {};
 
     void start() {
-        client = std::make_unique<ReceiverClient>(computer);
-        client->start();
+        show = std::make_unique<FollowedShow>(computer, clock, time);
+        joining = show->didChange.subscribe([this, wasFollowing = false](auto) mutable {
+            if (std::exchange(wasFollowing, show->isFollowing()) != show->isFollowing()) {
+                joinedAt = time.moment();
+            }
+        });
     }
+    /// The picture, be it the last one of an admin that is lost; empty without any.
     std::string shown() const {
-        return client && client->liveState() ? encodeJson(*client->liveState()) : std::string();
+        return show && show->lastState() ? encodeJson(*show->lastState()) : std::string();
     }
 };
 
@@ -40,11 +52,11 @@ class Production {
 public:
     explicit Production(std::uint64_t seed) : random_(seed) {
         for (std::size_t count = 1 + random_.below(2); count > 0; --count) {
-            admins_.push_back(std::make_unique<AdminComputer>(addComputer("Régie ")));
+            admins_.push_back(std::make_unique<AdminComputer>(addComputer("Régie "), time_));
             start(*admins_.back());
         }
         for (std::size_t count = 1 + random_.below(5); count > 0; --count) {
-            stations_.push_back(std::make_unique<Station>(Station{addComputer("Poste ")}));
+            stations_.push_back(std::make_unique<Station>(Station{addComputer("Poste "), time_}));
             stations_.back()->start();
         }
     }
@@ -89,7 +101,8 @@ private:
             {146, "disturb a cable", &Production::disturbCable},
             {149, "end an admin", &Production::endAdmin},
             {155, "start or end a station", &Production::toggleStation},
-            {157, "start or end nonsense", &Production::toggleNonsense}};
+            {157, "start or end nonsense", &Production::toggleNonsense},
+            {160, "set a clock", &Production::setClock}};
         const std::size_t choice = random_.below(std::rbegin(actions)->upTo);
         const Action& action = *std::ranges::upper_bound(actions, choice, {}, &Action::upTo);
         (this->*action.act)();
@@ -170,6 +183,7 @@ private:
             computer.setSegmentSize(1 + random_.below(1448));
         } else if (choice < 4) {
             computer.setStalled(choice == 2);
+            releasedAt_ = time_.moment();
         } else if (choice < 6) {
             computer.setDeaf(choice == 4);
         } else if (choice == 6) {
@@ -179,12 +193,27 @@ private:
         }
     }
 
-    void endAdmin() { anyOf(admins_)->stop(); }
+    void setClock() {
+        const double fault = static_cast<double>(random_.below(2'000'000)) / 1000.0 - 1000.0;
+        if (random_.below(2) == 0) {
+            anyOf(admins_)->clock.fault = fault;
+        } else {
+            anyOf(stations_)->clock.fault = fault;
+        }
+    }
+
+    void endAdmin() {
+        AdminComputer& admin = *anyOf(admins_);
+        if (admin.program && random_.below(2) == 0) {
+            admin.computer.losePower();
+        }
+        admin.stop();
+    }
 
     void toggleStation() {
         Station& station = *anyOf(stations_);
-        if (station.client) {
-            station.client.reset();
+        if (station.show) {
+            station.show.reset();
         } else {
             station.start();
         }
@@ -207,7 +236,7 @@ private:
     }
 
     void start(AdminComputer& admin) {
-        admin.start(time_);
+        admin.start();
         // Which show was active isn't kept: the operator opens one.
         AppState& state = admin.program->state;
         if (state.shows().empty()) {
@@ -219,12 +248,12 @@ private:
     void note(const std::string& line) {
         for (const auto& admin : admins_) {
             if (const auto told = admin->program ? admin->program->told() : std::nullopt) {
-                told_.insert(*told);
+                told_[*told] = time_.moment();
             }
         }
         history_ += line;
         for (const auto& station : stations_) {
-            const auto state = station->client ? station->client->liveState() : std::nullopt;
+            const LiveState* state = station->show ? station->show->lastState() : nullptr;
             history_ += " | " + (state ? std::to_string(state->activeSongIndex) : "-");
         }
         history_ += '\n';
@@ -234,8 +263,13 @@ private:
     void checkAlways() {
         for (const auto& station : stations_) {
             if (const std::string shown = station->shown(); !shown.empty()) {
-                REQUIRE(station->client->status() == ReceiverStatus::connected);
                 REQUIRE(told_.contains(shown));
+                // Between an admin and a station lie two cables, of half a second at most. Whoever
+                // joins an admin that has closed its show is told of it as it was, and what a
+                // cable held back arrives as if it were new.
+                const double age =
+                    time_.moment() - std::max({told_[shown], station->joinedAt, releasedAt_});
+                REQUIRE((age < FollowedShow::silenceLimit + 1.0 || station->show->silence()));
             }
         }
     }
@@ -253,6 +287,13 @@ private:
             }
         }
         time_.advance(10.0);
+        for (const auto& admin : admins_) {
+            if (admin->program) {
+                AppState& state = admin->program->state;
+                state.jumpTo(state.activeSongIndex());  // the song begins anew
+            }
+        }
+        time_.advance(1.0);
         note("calm");
     }
 
@@ -260,12 +301,14 @@ private:
     void checkCalm() {
         std::set<std::string> latest;
         std::size_t served = 0;
+        std::vector<std::string> rivals;  // of each that leads
         for (const auto& admin : admins_) {
             if (!admin->program || !admin->program->is(Kind::broadcasting)) {
                 continue;
             }
             const AdminBroadcaster& broadcaster = admin->program->broadcaster;
             served += broadcaster.connectionCount();
+            rivals.push_back(broadcaster.rival());
             latest.insert(broadcaster.latestState() ? encodeJson(*broadcaster.latestState()) : "");
             if (const auto told = admin->program->told()) {
                 REQUIRE(latest.contains(*told));
@@ -273,15 +316,35 @@ private:
         }
         std::size_t following = 0;
         for (const auto& station : stations_) {
-            if (!station->client) {
+            if (!station->show) {
                 continue;
             }
-            const bool isConnected = station->client->status() == ReceiverStatus::connected;
+            const bool isConnected = station->show->status() == ReceiverStatus::connected;
             following += isConnected ? 1 : 0;
             REQUIRE(isConnected == !latest.empty());
-            REQUIRE((!isConnected || latest.contains(station->shown())));
+            REQUIRE((!isConnected ||
+                     latest.contains(station->show->isFollowing() ? station->shown() : "")));
         }
-        REQUIRE(served == following);
+        // Two that lead say so, and watch each other.
+        REQUIRE(std::ranges::none_of(rivals, [&](const std::string& rival) {
+            return rival.empty() == (rivals.size() > 1);
+        }));
+        REQUIRE(served == following + (rivals.size() > 1 ? rivals.size() : 0));
+        checkClocks();
+    }
+
+    /// Whoever saw the present song begin counts by the clock of an admin.
+    void checkClocks() {
+        for (const auto& station : stations_) {
+            if (!station->show || !station->show->isFollowing() || station->show->silence()) {
+                continue;
+            }
+            const auto time = station->show->adminTime(time_.moment());
+            REQUIRE(time);
+            REQUIRE(std::ranges::any_of(admins_, [&](const auto& admin) {
+                return std::abs(admin->clock.now() - *time) < 0.1;
+            }));
+        }
     }
 
     RandomRecords random_;
@@ -292,7 +355,8 @@ private:
     std::vector<std::unique_ptr<Station>> stations_;
     SimulatedComputer& stranger_ = network_.addComputer("Inconnu");
     std::unique_ptr<RawAdmin> nonsense_;
-    std::set<std::string> told_;  // what stations may show
+    Moment releasedAt_;                   // a cable that held bytes back
+    std::map<std::string, Moment> told_;  // what stations may show, and when it was told last
     std::string history_;
 };
 

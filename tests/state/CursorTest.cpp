@@ -130,3 +130,16 @@ TEST_CASE_FIXTURE(Fixture,
     state.goNext();
     CHECK_FALSE(state.currentSongRemainingSeconds().has_value());
 }
+
+TEST_CASE_FIXTURE(Fixture, "what another computer led goes on at its song and its countdown") {
+    Show theirs = state.shows().front();
+    theirs.name = "Version de la régie";
+    const std::string ours = state.shows().front().name;
+    state.takeOver(theirs, 1, computer.time.now() + -100.5);
+    CHECK(state.shows() == std::vector{theirs});
+    CHECK(state.activeShow() == &state.shows().front());
+    CHECK(storedCursor() == 1);
+    CHECK(state.currentSongRemainingSeconds() == 140);
+    state.undo();
+    CHECK(state.shows().front().name == ours);
+}

@@ -56,13 +56,15 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         const char* description;
         double arrives;  // seconds after the check started
         double leaves;
+        bool losesPower;  // by that
         AdminNetworkStatus expected;
     };
     const Case cases[] = {
-        {"it was there before", 0.0, 10.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up during the check", 1.0, 10.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up and leaves again", 0.5, 1.0, {Kind::conflict, "Autre régie"}},
-        {"it shows up too late", 1.4, 10.0, {Kind::broadcasting, {}}},
+        {"it was there before", 0.0, 10.0, false, {Kind::conflict, "Autre régie"}},
+        {"it shows up during the check", 1.0, 10.0, false, {Kind::conflict, "Autre régie"}},
+        {"it shows up and leaves again", 0.5, 1.0, false, {Kind::conflict, "Autre régie"}},
+        {"only its record is left", 0.0, 0.01, true, {Kind::broadcasting, {}}},
+        {"it shows up too late", 1.4, 10.0, false, {Kind::broadcasting, {}}},
     };
     for (const Case& row : cases) {
         CAPTURE(row.description);
@@ -72,7 +74,12 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         const auto printer = room.other.makeListener("_printer._tcp");
         printer->start();
         room.queue.postAfter(row.arrives, [&] { listener->start(); });
-        room.queue.postAfter(row.leaves, [&] { listener.reset(); });
+        room.queue.postAfter(row.leaves, [&] {
+            if (row.losesPower) {
+                computer.losePower();
+            }
+            listener.reset();
+        });
         room.broadcaster.startChecking();
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);
@@ -144,4 +151,23 @@ TEST_CASE("a station has the latest state as soon as it is connected, then every
     CHECK(room.broadcaster.connectionCount() == 0);
     CHECK(journal.lines ==
           std::vector<std::string>{"Station arrivée, 1 connectée", "Station partie, 0 connectée"});
+}
+
+TEST_CASE("stations beyond the most that are served are closed, and those before stay") {
+    Room room;
+    room.broadcast();
+    room.broadcaster.update(stateAt(1));
+    const ServiceEndpoint service{"Régie", AdminBroadcaster::serviceType, "local"};
+    std::vector<std::unique_ptr<StreamConnection>> crowd;
+    std::size_t closed = 0;
+    for (std::size_t i = 0; i < AdminBroadcaster::maximumStations + 3; ++i) {
+        crowd.push_back(room.other.connect(service));
+        crowd.back()->onStateChange = [&closed](StreamConnection::State state) {
+            closed += state == StreamConnection::State::failed ? 1 : 0;
+        };
+        crowd.back()->start();
+    }
+    room.queue.advance(1.0);
+    CHECK(closed == 3);
+    CHECK(room.broadcaster.connectionCount() == AdminBroadcaster::maximumStations);
 }

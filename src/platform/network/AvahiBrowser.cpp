@@ -9,7 +9,7 @@ namespace tessivo {
 namespace {
 
 // From the end of a connection to the question what there is now, in seconds: the long one when
-// none of the services could be reached. A search for an address ends after 5 s without an answer,
+// no service could be reached. A search for an address ends after 5 s without an answer,
 // and Avahi repeats its question at 7 s if there is another search by then, each time later. With
 // the long delay there is none: Avahi forgets the question, and asks the network anew at once.
 constexpr double shortDelay = 1.0;
@@ -62,9 +62,15 @@ std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endp
 void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
     std::erase(ended_, endpoint);
     ended_.push_back(endpoint);
-    if (!std::exchange(isAskingAgain_, true)) {
-        const bool isShort = wasOpen || ended_.size() < services_.size();
-        turns_.postAfter(isShort ? shortDelay : longDelay, [this] {
+    if (!wasOpen && hasUntriedBeside(endpoint)) {
+        turns_.post([this] {
+            isAnswerDue_ = true;
+            if (hasSeenCache_) {  // else a whole report is to come
+                report();
+            }
+        });
+    } else if (!std::exchange(isAskingAgain_, true)) {
+        turns_.postAfter(wasOpen ? shortDelay : longDelay, [this] {
             isAskingAgain_ = false;
             isAnswerDue_ = true;
             if (object_.isMade()) {  // else it is about to begin
@@ -73,6 +79,12 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
             }
         });
     }
+}
+
+bool AvahiBrowser::hasUntriedBeside(const ServiceEndpoint& endpoint) const {
+    return std::ranges::any_of(endpoints(), [&](const ServiceEndpoint& known) {
+        return known != endpoint && std::ranges::find(ended_, known) == ended_.end();
+    });
 }
 
 void AvahiBrowser::askAfresh() {

@@ -27,6 +27,8 @@ public:
 
     /// Where a service was seen; nowhere when it isn't there.
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
+    /// Whether there is another service, to which no connection has ended.
+    bool hasUntriedBeside(const ServiceEndpoint& endpoint) const;
     /// A connection to a service has ended, which may never have opened.
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 

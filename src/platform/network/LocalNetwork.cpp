@@ -5,6 +5,7 @@
 #include "platform/network/TcpConnection.h"
 #include "platform/network/TcpListener.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tessivo {
@@ -23,8 +24,12 @@ std::unique_ptr<ServiceListener> LocalNetwork::makeListener(const std::string& t
 }
 
 std::unique_ptr<StreamConnection> LocalNetwork::connect(const ServiceEndpoint& endpoint) {
-    auto dialer =
-        std::make_unique<ServiceDialer>(responder_, events_, queue_, endpoint, sightings(endpoint));
+    const bool isHasty = std::ranges::any_of(browsers_, [&](const AvahiBrowser* browser) {
+        return browser->hasUntriedBeside(endpoint);
+    });
+    auto dialer = std::make_unique<ServiceDialer>(
+        responder_, events_, queue_, endpoint, sightings(endpoint),
+        isHasty ? ServiceDialer::hastyLimit : ServiceDialer::timeLimit);
     return std::make_unique<TcpConnection>(
         events_, queue_, std::move(dialer),
         [this, endpoint](bool wasOpen) { connectionEnded(endpoint, wasOpen); });

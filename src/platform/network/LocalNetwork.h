@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Network.h"
+#include "platform/network/NetworkWatch.h"
 #include "platform/network/Responder.h"
 #include "platform/network/ServiceSighting.h"
 #include "platform/network/SocketEvents.h"
@@ -22,8 +23,12 @@ class MainQueue;
 class LocalNetwork final : public Network {
 public:
     /// Throws std::system_error when the system lets no sockets be watched.
-    explicit LocalNetwork(MainQueue& queue) : queue_(queue), responder_(queue) {}
+    explicit LocalNetwork(MainQueue& queue)
+        : queue_(queue),
+          responder_(queue),
+          watch_(responder_, queue, [this] { troubleDidChange.emit(); }) {}
 
+    Trouble trouble() const override { return watch_.trouble(); }
     std::unique_ptr<ServiceBrowser> makeBrowser(const std::string& type) override;
     std::unique_ptr<ServiceListener> makeListener(const std::string& type) override;
     std::unique_ptr<StreamConnection> connect(const ServiceEndpoint& endpoint) override;
@@ -39,6 +44,7 @@ private:
     std::vector<AvahiBrowser*> browsers_;  // those there are
     Withdrawals withdrawals_;
     Responder responder_;
+    NetworkWatch watch_;
 };
 
 }  // namespace tessivo

@@ -18,6 +18,9 @@ public:
     ServiceAdvertisement(const ServiceAdvertisement&) = delete;
     ServiceAdvertisement& operator=(const ServiceAdvertisement&) = delete;
 
+    /// That it has, or is about to have; empty before the responder was there.
+    std::string name() const { return name_.toStdString(); }
+
 private:
     void addService();
     void rename();

@@ -13,8 +13,6 @@ namespace {
 
 /// How long an address may take before the next one is tried too (RFC 8305, 5).
 constexpr double patience = 0.25;
-/// How long all of it may take, in seconds. The system alone would wait for minutes.
-constexpr double timeLimit = 7.0;
 
 constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
 
@@ -63,6 +61,7 @@ public:
         socklen_t size = sizeof(error);
         const bool isOpen =
             ::getsockopt(socket_.value(), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
+        dialer_.wasRefused_ = dialer_.wasRefused_ || error == ECONNREFUSED;
         return isOpen ? std::move(socket_) : FileDescriptor();
     }
 
@@ -83,13 +82,15 @@ private:
 };
 
 ServiceDialer::ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
-                             ServiceEndpoint service, std::vector<ServiceSighting> sightings)
+                             ServiceEndpoint service, std::vector<ServiceSighting> sightings,
+                             double limit)
     : responder_(responder),
       events_(events),
       queue_(queue),
       turns_(queue),
       service_(std::move(service)),
-      sightings_(std::move(sightings)) {}
+      sightings_(std::move(sightings)),
+      limit_(limit) {}
 
 ServiceDialer::~ServiceDialer() = default;
 
@@ -106,7 +107,7 @@ void ServiceDialer::start(Done done) {
             handleResolution(answer);
         }));
     }
-    turns_.postAfter(timeLimit, [this] { finish(FileDescriptor()); });
+    turns_.postAfter(limit_, [this] { finish(FileDescriptor()); });
 }
 
 /// An error, too, is an answer.
@@ -140,6 +141,7 @@ void ServiceDialer::tryNext() {
             turns_.postAfter(patience, [this] { tryNext(); });
             return;
         }
+        wasRefused_ = wasRefused_ || errno == ECONNREFUSED;
     }
     failIfNothingIsLeft();
 }

@@ -21,8 +21,13 @@ class ServiceDialer {
 public:
     using Done = std::function<void(FileDescriptor)>;
 
+    /// How long all of it may take, in seconds. The system alone would wait for minutes.
+    static constexpr double timeLimit = 7.0;
+    /// The same while others might be there instead, who would be waited for.
+    static constexpr double hastyLimit = 0.5;
+
     ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
-                  ServiceEndpoint service, std::vector<ServiceSighting> sightings);
+                  ServiceEndpoint service, std::vector<ServiceSighting> sightings, double limit);
     /// Gives up without a word.
     ~ServiceDialer();
     ServiceDialer(const ServiceDialer&) = delete;
@@ -31,6 +36,8 @@ public:
     /// Calls `done` once, in a turn of its own, with an open socket that doesn't block, or with
     /// none. It may destroy the dialer. To be called once.
     void start(Done done);
+    /// Whether a computer was there that refused.
+    bool wasRefused() const { return wasRefused_; }
 
 private:
     class Attempt;
@@ -48,7 +55,9 @@ private:
     Turns turns_;
     ServiceEndpoint service_;
     std::vector<ServiceSighting> sightings_;
+    const double limit_;
     Done done_;
+    bool wasRefused_ = false;
     std::size_t resolutionCount_ = 0;  // those without an answer yet
     Lifetime resolutions_;
     std::deque<sockaddr_storage> addresses_;  // not tried yet

@@ -61,6 +61,7 @@ void TcpConnection::start() {
         return;
     }
     dialer_->start([this](FileDescriptor socket) {
+        wasRefused_ = dialer_->wasRefused();
         dialer_.reset();
         socket_ = std::move(socket);
         if (socket_.isOpen()) {

@@ -29,6 +29,7 @@ public:
     ~TcpConnection() override;
 
     void start() override;
+    bool wasRefused() const override { return wasRefused_; }
     void send(Message message) override;
     void receive(std::size_t minimum, std::size_t maximum, Completion completion) override;
     void cancel() override;
@@ -55,6 +56,7 @@ private:
     SocketEvents& events_;
     Turns turns_;
     std::unique_ptr<ServiceDialer> dialer_;
+    bool wasRefused_ = false;
     std::function<void(bool wasOpen)> onEnded_;
     FileDescriptor socket_;
     State state_ = State::preparing;

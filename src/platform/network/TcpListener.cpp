@@ -14,6 +14,10 @@ namespace {
 /// How long the listener waits when the system gives it no caller, or doesn't watch, in seconds.
 constexpr double pauseSeconds = 1.0;
 
+/// How many callers are taken before those that nobody wants are closed again: a crowd must not
+/// have all the descriptors that the program needs for its files, not even for a moment.
+constexpr int callersAtOnce = 64;
+
 FileDescriptor listenOn(const sockaddr* address, socklen_t size) {
     FileDescriptor socket(
         ::socket(address->sa_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
@@ -70,7 +74,7 @@ void TcpListener::start() {
 }
 
 void TcpListener::handleSocket(std::uint32_t) {
-    for (;;) {
+    for (int count = 0; count < callersAtOnce; ++count) {
         const int caller =
             ::accept4(socket_.value(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
         if (caller >= 0) {

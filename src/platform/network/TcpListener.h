@@ -24,6 +24,9 @@ public:
     TcpListener& operator=(const TcpListener&) = delete;
 
     void start() override;
+    std::string name() const override {
+        return advertisement_ ? advertisement_->name() : std::string();
+    }
 
 private:
     void handleSocket(std::uint32_t events) override;

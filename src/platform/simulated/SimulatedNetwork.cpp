@@ -4,6 +4,7 @@
 #include "platform/MainQueue.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -70,15 +71,23 @@ public:
     Listener(SimulatedComputer& computer, std::string type)
         : computer_(computer), service_{{}, std::move(type), "local"} {}
     ~Listener() override {
+        if (computer_.isPowerless_) {
+            computer_.network_.records_.push_back(service_);
+        }
         std::erase(computer_.network_.listeners_, this);
         computer_.network_.servicesChanged();
     }
 
     void start() override {
+        computer_.isPowerless_ = false;
+        std::erase_if(computer_.network_.records_,
+                      [&](const auto& record) { return record.name == computer_.name_; });
         service_.name = computer_.network_.freeName(computer_.name_, service_.type);
         computer_.network_.listeners_.push_back(this);
         computer_.network_.servicesChanged();
     }
+
+    std::string name() const override { return service_.name; }
 
     const ServiceEndpoint& service() const { return service_; }
 
@@ -146,6 +155,7 @@ void SimulatedComputer::setDeaf(bool isDeaf) {
             browser->askAgain(newsDelay());
         }
     }
+    troubleDidChange.emit();
 }
 
 double SimulatedComputer::newsDelay() const {
@@ -178,6 +188,8 @@ std::vector<ServiceEndpoint> SimulatedNetwork::servicesOfType(const std::string&
             services.push_back(listener->service());
         }
     }
+    std::ranges::copy_if(records_, std::back_inserter(services),
+                         [&](const auto& record) { return record.type == type; });
     return services;
 }
 
@@ -204,10 +216,12 @@ void SimulatedNetwork::open(const ServiceEndpoint& endpoint,
                             const std::shared_ptr<SimulatedLink>& link) {
     const auto listener =
         std::ranges::find(listeners_, endpoint, &SimulatedComputer::Listener::service);
-    if (listener == listeners_.end()) {
-        link->cut();
-    } else {
+    if (listener != listeners_.end()) {
         (*listener)->accept(link);
+    } else if (std::ranges::find(records_, endpoint) == records_.end()) {
+        link->refuse();
+    } else {
+        queue_.postAfter(callTimeLimit, [link] { link->cut(); });
     }
 }
 

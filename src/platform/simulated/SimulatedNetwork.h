@@ -21,6 +21,7 @@ public:
     SimulatedComputer(SimulatedNetwork& network, std::string name)
         : network_(network), name_(std::move(name)) {}
 
+    Trouble trouble() const override { return isDeaf_ ? Trouble::responderSilent : Trouble::none; }
     std::unique_ptr<ServiceBrowser> makeBrowser(const std::string& type) override;
     std::unique_ptr<ServiceListener> makeListener(const std::string& type) override;
     std::unique_ptr<StreamConnection> connect(const ServiceEndpoint& endpoint) override;
@@ -36,6 +37,9 @@ public:
     void setSegmentSize(std::size_t bytes) { cable_.segmentSize = bytes; }
     /// While stalled, connections stay open but no byte sets out on them, either way.
     void setStalled(bool isStalled);
+    /// The services here end without a word: others go on seeing them, but nobody answers there,
+    /// until this computer advertises again.
+    void losePower() { isPowerless_ = true; }
     /// Every connection breaks on both sides; the cable is in again at once.
     void cutConnections();
     /// Whoever accepted a connection closes it once `bytes` more bytes have set out from there.
@@ -62,6 +66,7 @@ private:
     SimulatedCable cable_;
     bool isOutOfPorts_ = false;
     bool isDeaf_ = false;
+    bool isPowerless_ = false;
     int questionCount_ = 0;
     std::vector<Browser*> browsers_;                   // those that were started
     std::vector<std::weak_ptr<SimulatedLink>> links_;  // with an end here
@@ -75,6 +80,8 @@ public:
     static constexpr double discoveryDelay = 0.15;
     /// A browser asks the network again this long after a connection ended, in seconds.
     static constexpr double askAgainDelay = 1.0;
+    /// A call to a computer that isn't there fails after this, in seconds.
+    static constexpr double callTimeLimit = 0.5;
 
     explicit SimulatedNetwork(MainQueue& queue) : queue_(queue) {}
     SimulatedNetwork(const SimulatedNetwork&) = delete;
@@ -92,6 +99,7 @@ private:
 
     MainQueue& queue_;
     std::vector<SimulatedComputer::Listener*> listeners_;  // those that advertise
+    std::vector<ServiceEndpoint> records_;  // of services that have gone without a word
     std::vector<std::unique_ptr<SimulatedComputer>> computers_;
 };
 

@@ -22,6 +22,7 @@ public:
     }
 
     void start() override { link_->start(side_); }
+    bool wasRefused() const override { return link_->wasRefused_; }
     void cancel() override { link_->close(side_, State::cancelled); }
 
     void send(Message message) override {
@@ -200,6 +201,11 @@ void SimulatedLink::close(Side side, State state) {
     end(side, state);
     at(opposite(side)).incoming.emplace_back();
     post(latency(), &SimulatedLink::deliver, opposite(side));
+}
+
+void SimulatedLink::refuse() {
+    wasRefused_ = true;
+    cut();
 }
 
 void SimulatedLink::cut() {

@@ -34,13 +34,16 @@ public:
     /// The handle on one end, once per side.
     std::unique_ptr<StreamConnection> makeEnd(Side side);
 
-    /// What the client's call leads to: somebody takes it with `answer`, or it is `cut`.
+    /// What the client's call leads to: somebody takes it with `answer`, or refuses it, or the
+    /// computer isn't there.
     std::function<void(const std::shared_ptr<SimulatedLink>&)> onOpening;
     /// Called in a turn of its own when the client's end is over, however that came.
     std::function<void()> onClientEnded;
 
     /// The other computer took the call.
     void answer(const SimulatedCable& server);
+    /// It is there, but takes no call.
+    void refuse();
     /// Moves what may move; to be called after a cable has changed.
     void pump();
     /// Both ends break, and what is on its way is lost.
@@ -89,6 +92,7 @@ private:
     MainQueue& queue_;
     std::array<Half, 2> halves_;
     std::optional<std::size_t> bytesUntilTruncated_;
+    bool wasRefused_ = false;
 };
 
 }  // namespace tessivo

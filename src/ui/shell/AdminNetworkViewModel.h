@@ -5,14 +5,19 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include "base/Instant.h"
 #include "base/Signal.h"
+#include "platform/Turns.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/AdminSyncBridge.h"
 #include "sync/StationJournal.h"
 
+#include <cstddef>
 #include <optional>
 
 namespace tessivo {
+
+struct ScreenContext;
 
 /// The admin computer's place on the network as its screens read it: looks for another admin from
 /// its creation on, then tells the live state until its end.
@@ -23,6 +28,13 @@ class AdminNetworkViewModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(Status status READ status NOTIFY statusChanged)
     /// Of a conflict: the other admin's name, or why there is no broadcast.
     Q_PROPERTY(QString conflict READ conflict NOTIFY statusChanged)
+    /// How many stations follow, in words.
+    Q_PROPERTY(QString stations READ stations NOTIFY statusChanged)
+    /// What the stations may suffer from: a network that is gone or silent, or how many of them
+    /// were lost and when, until they are back or ten minutes have passed; empty for nothing.
+    Q_PROPERTY(QString trouble READ trouble NOTIFY statusChanged)
+    /// Whether what a station followed is led from here since.
+    Q_PROPERTY(bool tookOver READ tookOver NOTIFY statusChanged)
 
 public:
     enum Status { Checking, Conflict, Broadcasting };
@@ -34,16 +46,29 @@ public:
 
     Status status() const;
     QString conflict() const;
+    QString stations() const;
+    QString trouble() const;
+    bool tookOver() const { return tookOver_; }
 
 Q_SIGNALS:
     void statusChanged();
 
 private:
+    void countStations();
+
     // All from componentComplete on.
+    ScreenContext* context_ = nullptr;
     std::optional<AdminBroadcaster> broadcaster_;
     std::optional<AdminSyncBridge> bridge_;
     std::optional<StationJournal> stations_;
+    bool tookOver_ = false;
+    std::size_t stationCount_ = 0;
+    std::size_t lostCount_ = 0;  // and not back
+    Instant lostAt_;             // the last of them
+    std::optional<Turns> settling_;
+    std::optional<Turns> forgetting_;
     Subscription subscription_;
+    Subscription troubles_;
 };
 
 }  // namespace tessivo

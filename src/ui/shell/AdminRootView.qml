@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tessivo.Display
 import Tessivo.Kit
@@ -8,6 +10,7 @@ import Tessivo.Ui
 FocusScope {
     id: root
 
+    readonly property alias network: network
     readonly property bool refused: network.status === AdminNetworkViewModel.Conflict
 
     signal changeMode
@@ -22,6 +25,7 @@ FocusScope {
         systemImage: root.refused ? Icons.alert : Icons.wifi
         text: root.refused ? "Un admin est déjà actif sur ce réseau" : "Vérification du réseau…"
         detail: network.conflict
+        trouble: network.trouble
         showsSpinner: !root.refused
         accentColor: root.refused ? Colors.pvAmber : Colors.pvPaperDim
         canChangeMode: root.refused
@@ -34,6 +38,8 @@ FocusScope {
         focus: true
         sourceComponent: ContentView {
             focus: true
+            // Whoever took over goes on at once.
+            firstTab: root.network.tookOver ? EditorView.Live : EditorView.Setlist
         }
     }
 }

@@ -6,6 +6,7 @@ import Tessivo.Ui
 FocusScope {
     id: content
 
+    property int firstTab: EditorView.Setlist
     readonly property string showId: ShellViewModel.activeShowId
     readonly property var drafts: ({})
 
@@ -21,7 +22,7 @@ FocusScope {
             focus: true,
             showId: showId,
             drafts: drafts[showId],
-            selectedTab: (page.item as EditorView)?.selectedTab ?? EditorView.Setlist
+            selectedTab: (page.item as EditorView)?.selectedTab ?? firstTab
         });
     }
 

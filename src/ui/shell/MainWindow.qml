@@ -112,11 +112,20 @@ ApplicationWindow {
     }
 
     // Beside the menus: there it covers nothing and moves nothing.
-    UndoOffer {
+    Row {
         parent: bar
         anchors.right: parent.right
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
+        spacing: 16
+
+        UndoOffer {
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        StationsLine {
+            anchors.verticalCenter: parent.verticalCenter
+            network: root.network
+        }
     }
 
     DoubleClickGuard {}
@@ -133,7 +142,10 @@ ApplicationWindow {
 
         active: false
         sourceComponent: PassagesWindow {}
-        onLoaded: (item as PassagesWindow).content = Qt.binding(() => root.passages())
+        onLoaded: {
+            (item as PassagesWindow).content = Qt.binding(() => root.passages());
+            (item as PassagesWindow).silence = Qt.binding(() => root.silence());
+        }
     }
 
     Connections {

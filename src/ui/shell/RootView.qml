@@ -14,6 +14,8 @@ FocusScope {
     }
 
     property int mode: RootView.None
+    /** Of the admin mode; null in any other. */
+    property AdminNetworkViewModel network: null
     /** The passages of the show that this computer drives, or follows as a station. */
     function passages(): PassagesContent {
         const station = stationLoader.item as ReceiverRootView;
@@ -23,6 +25,15 @@ FocusScope {
         return LocalPassagesViewModel.content;
     }
 
+    /** How long nothing was heard of the admin that this station follows, in words. */
+    function silence(): string {
+        const station = stationLoader.item as ReceiverRootView;
+        return station ? station.receiver.silence : "";
+    }
+
+    function lead() {
+        mode = RootView.Admin;
+    }
     function leaveMode() {
         mode = RootView.None;
     }
@@ -41,7 +52,11 @@ FocusScope {
         sourceComponent: AdminRootView {
             focus: true
         }
-        onLoaded: (item as AdminRootView).changeMode.connect(root.leaveMode)
+        onLoaded: {
+            const admin = item as AdminRootView;
+            admin.changeMode.connect(root.leaveMode);
+            root.network = admin.network;
+        }
     }
 
     Loader {
@@ -51,6 +66,10 @@ FocusScope {
         active: root.mode === RootView.Affichage
         focus: active
         sourceComponent: ReceiverRootView {}
-        onLoaded: (item as ReceiverRootView).changeMode.connect(root.leaveMode)
+        onLoaded: {
+            const station = item as ReceiverRootView;
+            station.changeMode.connect(root.leaveMode);
+            station.takenOver.connect(root.lead);
+        }
     }
 }
