@@ -27,7 +27,8 @@ AppState::AppState(const Platform& platform)
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
       updater_(platform.updates),
-      choices_(platform.preferences) {
+      choices_(platform.preferences),
+      timecodeChoices_(choices_, *ltcManager_) {
     holdsRecord_ = platform.preferences.takeHold();
     keepsShows_ = holdsRecord_;
     load();

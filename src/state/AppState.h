@@ -8,6 +8,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "state/Choices.h"
+#include "state/TimecodeChoices.h"
 #include "state/UpdaterModel.h"
 
 #include <cstdint>
@@ -268,6 +269,7 @@ private:
     std::optional<std::string> latestUpdateVersion_;
     std::optional<std::string> lastFileError_;
     Choices choices_;
+    TimecodeChoices timecodeChoices_;
     bool isLocked_ = false;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool holdsRecord_ = false;

@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 
 #include <array>
+#include <bit>
 #include <cassert>
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace tessivo {
 namespace {
 
 constexpr std::uint32_t frameBitCount = 80;
+constexpr unsigned dropFrameBit = 10;
 
 // 0011 1111 1111 1101 in order of arrival (SMPTE ST 12-1, synchronisation word), oldest in bit 0.
 constexpr std::uint16_t syncWordPattern = 0xBFFC;
@@ -68,7 +70,28 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::feedSample(float samp
     return takeEdge();
 }
 
-LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float> samples) {
+std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::takeUntilFrame(
+    std::span<const float>& samples) {
+    while (!samples.empty()) {
+        const SignChunk chunk = readSigns(samples);
+        std::size_t taken = 0;
+        for (std::uint32_t edges = chunk.edges; edges != 0; edges &= edges - 1) {
+            const auto edge = static_cast<std::size_t>(std::countr_zero(edges)) + 1;
+            samplesSinceLastEdge_ += static_cast<std::int64_t>(edge - taken);
+            taken = edge;
+            lastSampleNegative_ = !lastSampleNegative_;
+            if (const std::optional<Frame> frame = takeEdge()) {
+                samples = samples.subspan(edge);
+                return frame;
+            }
+        }
+        samplesSinceLastEdge_ += static_cast<std::int64_t>(chunk.count - taken);
+        samples = samples.subspan(chunk.count);
+    }
+    return std::nullopt;
+}
+
+LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float> samples) const {
     assert(!samples.empty());
     const bool whole = samples.size() >= signChunkSize;
     const std::size_t count = whole ? signChunkSize : samples.size();
@@ -76,7 +99,6 @@ LtcBiphaseDecoder::SignChunk LtcBiphaseDecoder::readSigns(std::span<const float>
         whole ? negativeMask(samples.first<signChunkSize>()) : negativeMask(samples);
     const std::uint32_t before = (negative << 1) | (lastSampleNegative_ ? 1U : 0U);
     const std::uint32_t known = ~std::uint32_t{0} >> (signChunkSize - count);
-    lastSampleNegative_ = (negative >> (count - 1) & 1U) != 0;
     return {(negative ^ before) & known, count};
 }
 
@@ -104,12 +126,12 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::takeEdge() {
 }
 
 void LtcBiphaseDecoder::appendBit(std::uint8_t bit) {
-    assert(bit <= 1 && bitBuffer_.validCount <= frameBitCount);
+    assert(bit <= 1 && bitBuffer_.validCount <= frameBitCount + 1);
     const std::uint64_t oldestOfSyncWord = bitBuffer_.syncWord & 1U;
     bitBuffer_.fields = (bitBuffer_.fields >> 1) | (oldestOfSyncWord << 63);
     bitBuffer_.syncWord =
         static_cast<std::uint16_t>((bitBuffer_.syncWord >> 1) | (unsigned{bit} << 15));
-    if (bitBuffer_.validCount < frameBitCount) {
+    if (bitBuffer_.validCount <= frameBitCount) {
         ++bitBuffer_.validCount;
     }
 }
@@ -121,12 +143,14 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::tryDecodeSyncWord() {
     const std::optional<Frame> frame = decodeFrameBits(bitBuffer_.fields);
     if (frame) {
         lastValidFrameTime_ = clock_.now();
+        lastFrame_ = {.followsClosely = bitBuffer_.validCount == frameBitCount,
+                      .dropFrame = (bitBuffer_.fields >> dropFrameBit & 1U) != 0};
         bitBuffer_ = {};
     }
     return frame;
 }
 
-// Positions from the bit assignment table of SMPTE ST 12-1. User bits and flags are not looked at.
+// Positions from the bit assignment table of SMPTE ST 12-1. User bits and flags have no part in it.
 std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::decodeFrameBits(std::uint64_t fields) {
     const Frame frame{
         .hours = bcdValue(fields, {48, 4}, {56, 2}),

@@ -28,6 +28,10 @@ std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
     return text.data();
 }
 
+std::int64_t totalFrames(const LtcBiphaseDecoder::Frame& frame) {
+    return (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
+}
+
 }  // namespace
 
 LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
@@ -37,6 +41,7 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
+      carefulDecoder_(clock),
       blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
       capture_(audio) {
     capture_.onFormat = [this](const AudioStreamFormat& format) {
@@ -109,6 +114,10 @@ void LtcManager::setSelectedChannelIndex(std::int64_t index) {
     assign(selectedChannelIndex_, index, Field::selectedChannelIndex);
 }
 
+void LtcManager::setCareful(bool careful) {
+    assign(isCareful_, careful, Field::isCareful);
+}
+
 void LtcManager::handleNextBlock() {
     const std::shared_ptr<AudioBlockQueue> queue = blocks_;
     if (!queue) {
@@ -140,24 +149,38 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
     const auto decoded = static_cast<std::size_t>(decodedIndex);
     const float level = levelsPerChannel_[decoded];
     assign(rawAudioLevel_, level, Field::rawAudioLevel);
-    decoder_.feed(block.channel(decoded), [&](const LtcBiphaseDecoder::Frame& frame) {
-        if (blocks_.get() == origin) {
+    decode(block.channel(decoded), block.sampleRate, origin);
+    if (blocks_.get() == origin) {
+        const Instant last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
+        assign(signalDetected_, clock_.now() - last < signalHoldSeconds, Field::signalDetected);
+    }
+}
+
+// Both decoders hear all: the careful one tells whether the other can be trusted, and either can
+// take over at any time.
+void LtcManager::decode(std::span<const float> samples, double sampleRate,
+                        const AudioBlockQueue* origin) {
+    decoder_.feed(samples, [&](const LtcBiphaseDecoder::Frame& frame) {
+        if (!isCareful_ && blocks_.get() == origin) {
             applyDecodedFrame(frame);
         }
     });
-    if (blocks_.get() == origin) {
-        const double elapsed = clock_.now() - decoder_.lastValidFrameTime();
-        assign(signalDetected_, elapsed < signalHoldSeconds, Field::signalDetected);
-    }
+    carefulDecoder_.feed(samples, sampleRate, [&](const HeardFrame& heard) {
+        lastConfirmedTime_ = clock_.now();
+        if (isCareful_ && blocks_.get() == origin) {
+            applyDecodedFrame(heard.frame);
+        }
+        if (onFrameConfirmed && blocks_.get() == origin) {
+            onFrameConfirmed(totalFrames(heard.frame), heard.frame.fps);
+        }
+    });
 }
 
 void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
     assign(detectedFps_, frame.fps, Field::detectedFps);
     assign(currentTimecodeDisplay_, timecodeText(frame), Field::currentTimecodeDisplay);
-    const std::int64_t totalFrames =
-        (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
     if (onFrameDecoded) {
-        onFrameDecoded(totalFrames, frame.fps);
+        onFrameDecoded(totalFrames(frame), frame.fps);
     }
 }
 

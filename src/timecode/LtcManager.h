@@ -6,6 +6,7 @@
 #include "platform/MainQueue.h"
 #include "timecode/AudioBlockQueue.h"
 #include "timecode/AuhalCapture.h"
+#include "timecode/CarefulDecoder.h"
 #include "timecode/LtcBiphaseDecoder.h"
 
 #include <cstdint>
@@ -13,6 +14,7 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
@@ -39,6 +41,7 @@ public:
         levelsPerChannel,
         selectedChannelIndex,
         buffersReceivedCount,
+        isCareful,
     };
 
     /// What is given here outlives the manager.
@@ -54,6 +57,9 @@ public:
     /// Called with each decoded frame, in order: its time of day in frames, and the frame rate that
     /// this counts in. May stop or restart the capture.
     std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameDecoded;
+    /// Called likewise with each frame that its neighbours confirm, careful or not, after
+    /// `onFrameDecoded`.
+    std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameConfirmed;
 
     /// Captures from the selected device; a failure is told in `lastError`. Does nothing while
     /// capturing. Blocks for as long as the audio system does, as `stopCapturing` does.
@@ -95,12 +101,18 @@ public:
     void setSelectedDeviceId(std::optional<AudioDeviceId> device);
     void setSelectedChannelIndex(std::int64_t index);
 
+    /// Whether only confirmed frames count as decoded, read behind a high-pass: for a line that
+    /// can't be trusted. It costs one frame after each start and each jump. See `CarefulDecoder`.
+    bool isCareful() const { return isCareful_; }
+    void setCareful(bool careful);
+
 private:
     template <typename T>
     void assign(T& member, T value, Field field);
 
     void handleNextBlock();
     void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
+    void decode(std::span<const float> samples, double sampleRate, const AudioBlockQueue* origin);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
     void noteLoss(const LostAudio& lost, double sampleRate);
     void tellLoss();
@@ -124,6 +136,7 @@ private:
     std::vector<float> levelsPerChannel_;
     std::int64_t selectedChannelIndex_ = 0;
     std::int64_t buffersReceivedCount_ = 0;
+    bool isCareful_ = false;
 
     /// A burst of losses that the log doesn't tell of yet.
     struct Burst {
@@ -134,6 +147,8 @@ private:
     std::optional<Burst> burst_;
 
     LtcBiphaseDecoder decoder_;
+    CarefulDecoder carefulDecoder_;
+    Instant lastConfirmedTime_ = Instant::distantPast();
     /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
     /// over from an earlier capture find the queue empty, or handle a block of the present one a
     /// turn early, which keeps the order.

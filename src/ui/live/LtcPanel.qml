@@ -60,6 +60,11 @@ Rectangle {
                 checked: ShellViewModel.autoAdvanceEnabled
                 onToggled: ShellViewModel.autoAdvanceEnabled = checked
             }
+            PVSwitch {
+                text: "Suivi prudent"
+                checked: TimecodeViewModel.isCareful
+                onToggled: TimecodeViewModel.isCareful = checked
+            }
             PVButton {
                 text: TimecodeViewModel.isCapturing ? "Arrêter la capture" : "Démarrer la capture"
                 // As wide as the longer of both, so that nothing moves under the pointer.

@@ -86,6 +86,9 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::isFetchingInputDevices:
             Q_EMIT isFetchingDevicesChanged();
             break;
+        case Field::isCareful:
+            Q_EMIT isCarefulChanged();
+            break;
         case Field::hasLostAudio:
             Q_EMIT hasLostAudioChanged();
             break;
