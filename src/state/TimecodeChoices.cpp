@@ -7,6 +7,7 @@ namespace tessivo {
 namespace {
 
 constexpr char carefulKey[] = "ltc_careful_v1";
+constexpr char countsThirtyKey[] = "ltc_counts_30_v1";
 constexpr char on[] = "on";
 constexpr char off[] = "off";
 
@@ -15,9 +16,12 @@ constexpr char off[] = "off";
 TimecodeChoices::TimecodeChoices(Choices& choices, LtcManager& manager)
     : choices_(choices), manager_(manager) {
     manager_.setCareful(choices_.get(carefulKey) == on);
+    manager_.setCountsThirty(choices_.get(countsThirtyKey) == on);
     subscription_ = manager_.didChange.subscribe([this](LtcManager::Field field) {
         if (field == LtcManager::Field::isCareful) {
             choices_.set(carefulKey, manager_.isCareful() ? on : off);
+        } else if (field == LtcManager::Field::countsThirty) {
+            choices_.set(countsThirtyKey, manager_.countsThirty() ? on : off);
         }
     });
 }

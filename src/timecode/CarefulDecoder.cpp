@@ -18,16 +18,16 @@ constexpr float negligible = 1e-20F;
 std::span<const float> CarefulDecoder::highPass(std::span<const float> samples, double sampleRate) {
     const auto persistence =
         static_cast<float>(1.0 / (1.0 + 2.0 * std::numbers::pi * cutOffHertz / sampleRate));
-    filtered_.resize(samples.size());
+    buffer_.resize(samples.size());
     for (std::size_t i = 0; i < samples.size(); ++i) {
         // What a faulty driver gives besides numbers would stay in the filter for ever.
         const float input = std::isfinite(samples[i]) ? samples[i] : lastInput_;
         const float output = persistence * (lastOutput_ + (input - lastInput_));
         lastOutput_ = std::fabs(output) < negligible ? 0.0F : output;
         lastInput_ = input;
-        filtered_[i] = lastOutput_;
+        buffer_[i] = lastOutput_;
     }
-    return filtered_;
+    return buffer_;
 }
 
 }  // namespace tessivo

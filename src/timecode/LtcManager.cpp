@@ -28,10 +28,6 @@ std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
     return text.data();
 }
 
-std::int64_t totalFrames(const LtcBiphaseDecoder::Frame& frame) {
-    return (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
-}
-
 }  // namespace
 
 LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
@@ -79,6 +75,7 @@ void LtcManager::startCapturing() {
         assign(isCapturing_, false, Field::isCapturing);
         return;
     }
+    assign(health_, {}, Field::health);
     assign(isCapturing_, true, Field::isCapturing);
 }
 
@@ -118,6 +115,10 @@ void LtcManager::setCareful(bool careful) {
     assign(isCareful_, careful, Field::isCareful);
 }
 
+void LtcManager::setCountsThirty(bool countsThirty) {
+    assign(countsThirty_, countsThirty, Field::countsThirty);
+}
+
 void LtcManager::handleNextBlock() {
     const std::shared_ptr<AudioBlockQueue> queue = blocks_;
     if (!queue) {
@@ -150,6 +151,8 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
     const float level = levelsPerChannel_[decoded];
     assign(rawAudioLevel_, level, Field::rawAudioLevel);
     decode(block.channel(decoded), block.sampleRate, origin);
+    health_.hear(level, carefulDecoder_.heardSeconds());
+    didChange.emit(Field::health);
     if (blocks_.get() == origin) {
         const Instant last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
         assign(signalDetected_, clock_.now() - last < signalHoldSeconds, Field::signalDetected);
@@ -167,11 +170,12 @@ void LtcManager::decode(std::span<const float> samples, double sampleRate,
     });
     carefulDecoder_.feed(samples, sampleRate, [&](const HeardFrame& heard) {
         lastConfirmedTime_ = clock_.now();
+        health_.take(heard);
         if (isCareful_ && blocks_.get() == origin) {
             applyDecodedFrame(heard.frame);
         }
-        if (onFrameConfirmed && blocks_.get() == origin) {
-            onFrameConfirmed(totalFrames(heard.frame), heard.frame.fps);
+        if (blocks_.get() == origin) {
+            report(heard.frame, onFrameConfirmed);
         }
     });
 }
@@ -179,8 +183,16 @@ void LtcManager::decode(std::span<const float> samples, double sampleRate,
 void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
     assign(detectedFps_, frame.fps, Field::detectedFps);
     assign(currentTimecodeDisplay_, timecodeText(frame), Field::currentTimecodeDisplay);
-    if (onFrameDecoded) {
-        onFrameDecoded(totalFrames(frame), frame.fps);
+    report(frame, onFrameDecoded);
+}
+
+void LtcManager::report(
+    const LtcBiphaseDecoder::Frame& frame,
+    const std::function<void(std::int64_t totalFrames, std::int64_t fps)>& receiver) {
+    const std::int64_t fps = countsThirty_ ? 30 : frame.fps;
+    if (receiver) {
+        receiver((frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * fps + frame.frames,
+                 fps);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "timecode/AuhalCapture.h"
 #include "timecode/CarefulDecoder.h"
 #include "timecode/LtcBiphaseDecoder.h"
+#include "timecode/TimecodeHealth.h"
 
 #include <cstdint>
 #include <functional>
@@ -42,6 +43,8 @@ public:
         selectedChannelIndex,
         buffersReceivedCount,
         isCareful,
+        countsThirty,
+        health,
     };
 
     /// What is given here outlives the manager.
@@ -105,6 +108,15 @@ public:
     /// can't be trusted. It costs one frame after each start and each jump. See `CarefulDecoder`.
     bool isCareful() const { return isCareful_; }
     void setCareful(bool careful);
+    /// Whether `onFrameDecoded` and `onFrameConfirmed` count 30 frames a second instead of 25. Then
+    /// every start is exact, whatever the source counts in: frame numbers from 25 on have a place
+    /// of their own, and those that a source doesn't have are never asked for.
+    bool countsThirty() const { return countsThirty_; }
+    void setCountsThirty(bool countsThirty);
+    /// How the decoded channel has been doing in this capture, or the last one while idle.
+    TimecodeHealth::Reading health() const {
+        return health_.reading(carefulDecoder_.heardSeconds());
+    }
 
 private:
     template <typename T>
@@ -114,6 +126,9 @@ private:
     void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
     void decode(std::span<const float> samples, double sampleRate, const AudioBlockQueue* origin);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
+    /// Reports a frame as a time of day in frames.
+    void report(const LtcBiphaseDecoder::Frame& frame,
+                const std::function<void(std::int64_t totalFrames, std::int64_t fps)>& receiver);
     void noteLoss(const LostAudio& lost, double sampleRate);
     void tellLoss();
 
@@ -137,6 +152,7 @@ private:
     std::int64_t selectedChannelIndex_ = 0;
     std::int64_t buffersReceivedCount_ = 0;
     bool isCareful_ = false;
+    bool countsThirty_ = false;
 
     /// A burst of losses that the log doesn't tell of yet.
     struct Burst {
@@ -148,6 +164,7 @@ private:
 
     LtcBiphaseDecoder decoder_;
     CarefulDecoder carefulDecoder_;
+    TimecodeHealth health_;
     Instant lastConfirmedTime_ = Instant::distantPast();
     /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
     /// over from an earlier capture find the queue empty, or handle a block of the present one a

@@ -9,8 +9,8 @@ namespace {
 using Frame = LtcBiphaseDecoder::Frame;
 
 constexpr double memorySeconds = 1.0;
-/// What a second of playback that speeds up or slows down may be off by.
-constexpr double toleratedFrames = 1.0;
+/// Only the frame that is due, whatever the playback's speed has done meanwhile.
+constexpr double toleratedFrames = 0.5;
 
 std::int64_t numberOf(const Frame& frame, const TimecodeCounting& counting) {
     const std::int64_t minutes = frame.hours * 60 + frame.minutes;

@@ -26,7 +26,8 @@ std::optional<std::int64_t> framesBetween(const LtcBiphaseDecoder::Frame& earlie
 struct HeardFrame {
     LtcBiphaseDecoder::Frame frame;
     LtcBiphaseDecoder::Circumstances circumstances;
-    double end = 0.0;  ///< in seconds of audio
+    double end = 0.0;         ///< in seconds of audio
+    bool isFiltered = false;  ///< read behind a high-pass, and not without it
 };
 
 /// Tells frames that can be trusted from those that noise, music or a bad line make. Nothing in a
