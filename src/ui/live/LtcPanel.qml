@@ -60,6 +60,17 @@ Rectangle {
                 checked: ShellViewModel.autoAdvanceEnabled
                 onToggled: ShellViewModel.autoAdvanceEnabled = checked
             }
+            PVButton {
+                glyph: Icons.chevronDown
+                look: PVButton.Plain
+                foreground: Colors.pvPaperFaint
+                tip: "Comment suivre le timecode"
+                onClicked: followMenu.popup(this, 0, height)
+
+                FollowMenu {
+                    id: followMenu
+                }
+            }
             PVSwitch {
                 text: "Suivi prudent"
                 checked: TimecodeViewModel.isCareful
@@ -122,6 +133,9 @@ Rectangle {
             }
         }
 
+        LineHealth {
+            Layout.fillWidth: true
+        }
         PVText {
             visible: TimecodeViewModel.hasLostAudio
             text: "Son perdu : l'ordinateur n'a pas suivi"

@@ -107,7 +107,9 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::levelsPerChannel:
         case Field::selectedChannelIndex:
         case Field::buffersReceivedCount:
-            break;  // on no screen
+        case Field::countsThirty:
+        case Field::health:
+            break;  // not here
     }
 }
 
