@@ -2,6 +2,8 @@
 
 #include "base/Signal.h"
 
+#include <string>
+
 namespace tessivo {
 
 class Choices;
@@ -15,6 +17,11 @@ public:
     TimecodeChoices(Choices& choices, LtcManager& manager);
 
 private:
+    void keepChannel();
+    void restoreChannel();
+    /// The name of the selected device; empty without one.
+    std::string deviceName() const;
+
     Choices& choices_;
     LtcManager& manager_;
     Subscription subscription_;

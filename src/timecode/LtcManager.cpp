@@ -38,6 +38,7 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       carefulDecoder_(clock),
+      channelSearch_(clock),
       blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
       capture_(audio) {
     capture_.onFormat = [this](const AudioStreamFormat& format) {
@@ -156,6 +157,17 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
     if (blocks_.get() == origin) {
         const Instant last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
         assign(signalDetected_, clock_.now() - last < signalHoldSeconds, Field::signalDetected);
+        searchChannels(block);
+    }
+}
+
+void LtcManager::searchChannels(const AudioBlock& block) {
+    std::optional<std::int64_t> found;
+    if (clock_.now() - lastConfirmedTime_ >= signalHoldSeconds) {
+        found = channelSearch_.search(block, levelsPerChannel_);
+    }
+    if (found != channelWithTimecode_) {
+        assign(channelWithTimecode_, found, Field::channelWithTimecode);
     }
 }
 

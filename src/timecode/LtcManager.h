@@ -7,6 +7,7 @@
 #include "timecode/AudioBlockQueue.h"
 #include "timecode/AuhalCapture.h"
 #include "timecode/CarefulDecoder.h"
+#include "timecode/ChannelSearch.h"
 #include "timecode/LtcBiphaseDecoder.h"
 #include "timecode/TimecodeHealth.h"
 
@@ -45,6 +46,7 @@ public:
         isCareful,
         countsThirty,
         health,
+        channelWithTimecode,
     };
 
     /// What is given here outlives the manager.
@@ -113,6 +115,8 @@ public:
     /// of their own, and those that a source doesn't have are never asked for.
     bool countsThirty() const { return countsThirty_; }
     void setCountsThirty(bool countsThirty);
+    /// Another channel that carries timecode, from 0, while the decoded one has none.
+    std::optional<std::int64_t> channelWithTimecode() const { return channelWithTimecode_; }
     /// How the decoded channel has been doing in this capture, or the last one while idle.
     TimecodeHealth::Reading health() const {
         return health_.reading(carefulDecoder_.heardSeconds());
@@ -125,6 +129,7 @@ private:
     void handleNextBlock();
     void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
     void decode(std::span<const float> samples, double sampleRate, const AudioBlockQueue* origin);
+    void searchChannels(const AudioBlock& block);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
     /// Reports a frame as a time of day in frames.
     void report(const LtcBiphaseDecoder::Frame& frame,
@@ -153,6 +158,7 @@ private:
     std::int64_t buffersReceivedCount_ = 0;
     bool isCareful_ = false;
     bool countsThirty_ = false;
+    std::optional<std::int64_t> channelWithTimecode_;
 
     /// A burst of losses that the log doesn't tell of yet.
     struct Burst {
@@ -165,6 +171,7 @@ private:
     LtcBiphaseDecoder decoder_;
     CarefulDecoder carefulDecoder_;
     TimecodeHealth health_;
+    ChannelSearch channelSearch_;
     Instant lastConfirmedTime_ = Instant::distantPast();
     /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
     /// over from an earlier capture find the queue empty, or handle a block of the present one a

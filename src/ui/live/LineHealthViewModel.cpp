@@ -64,13 +64,15 @@ void LineHealthViewModel::show() {
         alarming_ = alarming;
         Q_EMIT lineChanged();
     }
-    const bool isMoot = (offer_ == Offer::careful && manager_.isCareful()) ||
+    const bool isMoot = (offer_ == Offer::channel && !manager_.channelWithTimecode()) ||
+                        (offer_ == Offer::careful && manager_.isCareful()) ||
                         (offer_ == Offer::counting && manager_.countsThirty());
     if (isMoot) {
-        dismiss();
+        setOffer(Offer::none);
     }
     if (isCapturing && offer_ == Offer::none) {
         const Offer offer = wanted(reading);
+        channel_ = manager_.channelWithTimecode().value_or(0) + 1;
         rate_ = reading.rate ? rateText(*reading.rate) : QString();
         setOffer(answered_.contains(offer) ? Offer::none : offer);
     }
@@ -78,6 +80,9 @@ void LineHealthViewModel::show() {
 
 LineHealthViewModel::Offer LineHealthViewModel::wanted(
     const TimecodeHealth::Reading& reading) const {
+    if (manager_.channelWithTimecode()) {
+        return Offer::channel;
+    }
     const bool isBad = reading.advice == LineAdvice::unsteady ||
                        reading.advice == LineAdvice::clipped || reading.advice == LineAdvice::hum ||
                        state_.hasMovedUnconfirmed();
@@ -99,6 +104,8 @@ QString LineHealthViewModel::offer() const {
     switch (offer_) {
         case Offer::none:
             return {};
+        case Offer::channel:
+            return QStringLiteral("LTC sur le canal %1.").arg(channel_);
         case Offer::careful:
             return state_.hasMovedUnconfirmed()
                        ? QStringLiteral("Un timecode douteux a déplacé le morceau en cours.")
@@ -111,12 +118,23 @@ QString LineHealthViewModel::offer() const {
 }
 
 QString LineHealthViewModel::remedy() const {
-    return offer_ == Offer::counting ? QStringLiteral("Compter à ") + rate_
-                                     : QStringLiteral("Activer le suivi prudent");
+    switch (offer_) {
+        case Offer::none:
+            return {};
+        case Offer::channel:
+            return QStringLiteral("Décoder le canal %1").arg(channel_);
+        case Offer::careful:
+            return QStringLiteral("Activer le suivi prudent");
+        case Offer::counting:
+            return QStringLiteral("Compter à ") + rate_;
+    }
+    return {};
 }
 
 void LineHealthViewModel::accept() {
-    if (offer_ == Offer::careful) {
+    if (offer_ == Offer::channel) {
+        manager_.setSelectedChannelIndex(channel_ - 1);
+    } else if (offer_ == Offer::careful) {
         manager_.setCareful(true);
     } else if (offer_ == Offer::counting) {
         manager_.setCountsThirty(true);

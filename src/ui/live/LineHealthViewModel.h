@@ -62,7 +62,7 @@ Q_SIGNALS:
     void followsPositionChanged();
 
 private:
-    enum class Offer { none, careful, counting };
+    enum class Offer { none, channel, careful, counting };
 
     void follow(LtcManager::Field field);
     void follow(AppState::Field field);
@@ -77,6 +77,7 @@ private:
     bool alarming_ = false;
     Offer offer_ = Offer::none;
     QString rate_;              ///< the one that is offered to be counted
+    std::int64_t channel_ = 0;  ///< the one that is offered to be decoded, from 1
     std::set<Offer> answered_;  ///< in this capture
     QTimer nextLook_;
     Subscription managerSubscription_;

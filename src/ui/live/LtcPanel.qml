@@ -133,6 +133,9 @@ Rectangle {
             }
         }
 
+        ChannelRow {
+            Layout.fillWidth: true
+        }
         LineHealth {
             Layout.fillWidth: true
         }

@@ -109,6 +109,7 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::buffersReceivedCount:
         case Field::countsThirty:
         case Field::health:
+        case Field::channelWithTimecode:
             break;  // not here
     }
 }
