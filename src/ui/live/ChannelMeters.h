@@ -15,7 +15,7 @@ namespace tessivo {
 /// The levels of all channels of the captured input, each as a slim bar from -60 dBFS to full
 /// scale, the decoded one marked. A click chooses another, as do the keys up and down. One item
 /// draws all: 64 items that change with each frame would cost more than the rest of the screen.
-class ChannelMeters final : public QQuickPaintedItem {
+class ChannelMeters : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(int channelCount READ channelCount NOTIFY channelCountChanged)
