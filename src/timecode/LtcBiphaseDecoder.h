@@ -60,13 +60,6 @@ public:
     Instant lastValidFrameTime() const { return lastValidFrameTime_; }
 
 private:
-    /// Up to 32 samples, as one bit each from bit 0 on: set where the sign differs from that of the
-    /// sample before.
-    struct SignChunk {
-        std::uint32_t edges;
-        std::size_t count;
-    };
-
     /// The most recent bits of the signal, as many as one frame has. Bit 0 of `fields` is the
     /// oldest; in a whole frame every bit then has its number in the standard's table.
     struct BitBuffer {
@@ -75,20 +68,25 @@ private:
         std::uint32_t validCount = 0;  ///< how many arrived since the last frame, 81 for more
     };
 
-    SignChunk readSigns(std::span<const float> samples) const;
-    std::optional<Frame> takeEdge();
-    void appendBit(std::uint8_t bit);
-    std::optional<Frame> tryDecodeSyncWord();
+    /// What is known of the signal so far. Small enough to be kept in registers over a block.
+    struct Signal {
+        bool lastSampleNegative = false;
+        bool lastEdgeWasHalfBit = false;  ///< half of a one was seen, its other half is awaited
+        std::int64_t samplesSinceLastEdge = 0;
+        float nominalCellWidth = 0.0F;  ///< one bit cell, in samples; 0 before any edge
+        BitBuffer bits;
+
+        bool takeEdge();
+        void appendBit(unsigned bit);
+    };
+
+    std::optional<Frame> takeFrame();
     static std::optional<Frame> decodeFrameBits(std::uint64_t fields);
 
     const Clock& clock_;
     Instant lastValidFrameTime_ = Instant::distantPast();
     Circumstances lastFrame_;
-    bool lastSampleNegative_ = false;
-    std::int64_t samplesSinceLastEdge_ = 0;
-    bool lastEdgeWasHalfBit_ = false;        ///< half of a one was seen, its other half is awaited
-    std::optional<float> nominalCellWidth_;  ///< one bit cell, in samples; absent before any edge
-    BitBuffer bitBuffer_;
+    Signal signal_;
 };
 
 }  // namespace tessivo

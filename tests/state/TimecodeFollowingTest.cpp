@@ -125,9 +125,9 @@ TEST_CASE_FIXTURE(Fixture, "by position, the song that is played is found wherev
         {{0, 10, 40, 0}, nothing, 1, 19},                          // located within the song
         {{0, 11, 30, 0}, nothing, 2, 29},                          // its start fell into a gap
         {{0, 11, 40, 0}, [](AppState& s) { s.goNext(); }, 3, 59},  // hands win…
-        {{0, 12, 30, 0}, nothing, 3, 57},                          // …between songs, too
+        {{0, 12, 30, 0}, nothing, 3, 58},                          // …between songs, too
         {{0, 13, 5, 0}, [](AppState& s) { s.goNext(); }, 3, 54},   // …until the next start
-        {{0, 10, 20, 0}, [](AppState& s) { s.goPrev(); }, 2, 58},  // held off for 15 seconds
+        {{0, 10, 20, 0}, [](AppState& s) { s.goPrev(); }, 2, 59},  // held off for 15 seconds
     };
     for (const Row& row : rows) {
         CAPTURE(&row - rows);
@@ -180,7 +180,7 @@ TEST_CASE_FIXTURE(Fixture, "timecode is found on another channel, and what was c
     CHECK(manager->countsThirty());
     CHECK(state->following() == AppState::Following::byPosition);
     CHECK(manager->selectedChannelIndex() == 0);
-    for (const AudioDeviceId device : {1, 2, 1}) {
+    for (const AudioDeviceId device : {1U, 2U, 1U}) {
         manager->setSelectedDeviceId(device);
         CHECK(manager->selectedChannelIndex() == (device == 1 ? 1 : 0));
     }
