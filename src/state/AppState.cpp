@@ -1,5 +1,6 @@
 #include "state/AppState.h"
 
+#include "live/AutoAdvance.h"
 #include "live/Countdown.h"
 #include "model/ShowEditing.h"
 #include "model/ShowJson.h"
@@ -25,6 +26,10 @@ constexpr char atStartsValue[] = "starts";
 constexpr double confirmationSeconds = 1.0;
 /// How far the countdown may be from the timecode before it is set by it, in seconds.
 constexpr double toleratedCountdown = 1.0;
+
+StartReader startReader(const LtcManager& manager) {
+    return manager.countsThirty() ? anyTimecodeToFrames : timecodeToFrames;
+}
 
 }  // namespace
 
@@ -152,10 +157,6 @@ bool AppState::mayAutoAdvance() const {
     return autoAdvanceEnabled_ && platform_.clock.now() >= suspendedUntil_ && activeShow();
 }
 
-StartReader AppState::startReader() const {
-    return ltcManager_->countsThirty() ? anyTimecodeToFrames : timecodeToFrames;
-}
-
 void AppState::tellAdvance(std::size_t song) {
     platform_.log << "LTC: ✅ avance vers morceau " << song << " '"
                   << activeShow()->songs[song].title << "'" << std::endl;
@@ -165,8 +166,8 @@ void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
     if (!mayAutoAdvance()) {
         return;
     }
-    if (const auto song =
-            songTriggeredBy(*activeShow(), activeSongIndex_, totalFrames, fps, startReader())) {
+    if (const auto song = songTriggeredBy(*activeShow(), activeSongIndex_, totalFrames, fps,
+                                          startReader(*ltcManager_))) {
         tellAdvance(*song);
         unconfirmedMove_ = totalFrames;
         moveCursor(static_cast<std::int64_t>(*song), MovedBy::timecode);
@@ -177,7 +178,7 @@ void AppState::followPosition(std::int64_t totalFrames, std::int64_t fps) {
     if (!mayAutoAdvance()) {
         return;
     }
-    const auto playing = songPlayingAt(*activeShow(), totalFrames, fps, startReader());
+    const auto playing = songPlayingAt(*activeShow(), totalFrames, fps, startReader(*ltcManager_));
     const auto song = playing ? std::optional(activeShow()->songs[playing->song].id) : std::nullopt;
     const bool hasChanged = std::exchange(songPlaying_, song) != song;
     if (!playing) {

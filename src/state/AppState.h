@@ -3,7 +3,6 @@
 #include "base/Instant.h"
 #include "base/Signal.h"
 #include "base/Uuid.h"
-#include "live/AutoAdvance.h"
 #include "model/ShowLibrary.h"
 #include "platform/FileStore.h"
 #include "platform/MainQueue.h"
@@ -266,7 +265,6 @@ private:
     void followTimecode();
     /// Whether timecode may move the cursor now.
     bool mayAutoAdvance() const;
-    StartReader startReader() const;
     void tellAdvance(std::size_t song);
     /// Moves to the song that confirmed timecode is in, when that has changed: until then, what was
     /// done by hand stays.

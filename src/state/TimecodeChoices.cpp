@@ -33,8 +33,8 @@ ChannelLine lineOf(std::string_view text, std::string_view device) {
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size() - 1) + 1;
         const std::string_view line = text.substr(start, end - start - 1);
-        const std::size_t blank = std::min(line.find(' '), line.size() - 1);
-        if (line.substr(blank + 1) == device) {
+        const std::size_t blank = line.find(' ');
+        if (blank != line.npos && line.substr(blank + 1) == device) {
             return {start, end, readInteger(line.substr(0, blank))};
         }
         start = end;

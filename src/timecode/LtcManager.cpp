@@ -38,7 +38,6 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       carefulDecoder_(clock),
-      channelSearch_(clock),
       blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
       capture_(audio) {
     capture_.onFormat = [this](const AudioStreamFormat& format) {
@@ -77,6 +76,8 @@ void LtcManager::startCapturing() {
         return;
     }
     assign(health_, {}, Field::health);
+    channelSearch_.reset();
+    assign(channelWithTimecode_, {}, Field::channelWithTimecode);
     assign(isCapturing_, true, Field::isCapturing);
 }
 
@@ -163,8 +164,13 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
 
 void LtcManager::searchChannels(const AudioBlock& block) {
     std::optional<std::int64_t> found;
-    if (clock_.now() - lastConfirmedTime_ >= signalHoldSeconds) {
-        found = channelSearch_.search(block, levelsPerChannel_);
+    if (clock_.now() - lastConfirmedTime_ < signalHoldSeconds) {
+        channelSearch_.reset();
+    } else if (!channelSearch_) {
+        channelSearch_.emplace(clock_);
+    }
+    if (channelSearch_) {
+        found = channelSearch_->search(block, levelsPerChannel_);
     }
     if (found != channelWithTimecode_) {
         assign(channelWithTimecode_, found, Field::channelWithTimecode);

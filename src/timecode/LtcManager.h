@@ -171,7 +171,7 @@ private:
     LtcBiphaseDecoder decoder_;
     CarefulDecoder carefulDecoder_;
     TimecodeHealth health_;
-    ChannelSearch channelSearch_;
+    std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
     Instant lastConfirmedTime_ = Instant::distantPast();
     /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
     /// over from an earlier capture find the queue empty, or handle a block of the present one a

@@ -63,7 +63,7 @@ std::optional<std::int64_t> TimecodeHealth::stepTo(const HeardFrame& heard) cons
         return std::nullopt;
     }
     const std::optional<double> measured = measuredRate();
-    for (const std::int64_t framesPerSecond : {24, 25, 30}) {
+    for (const std::int64_t framesPerSecond : framesPerSecondInUse) {
         if (counting_ && counting_->framesPerSecond != framesPerSecond) {
             continue;
         }
@@ -100,7 +100,7 @@ std::optional<TimecodeRate> TimecodeHealth::rate() const {
         return std::nullopt;
     }
     std::optional<TimecodeCounting> counting = counting_;
-    for (const std::int64_t framesPerSecond : {24, 25, 30}) {
+    for (const std::int64_t framesPerSecond : framesPerSecondInUse) {
         if (!counting &&
             std::abs(*measured / static_cast<double>(framesPerSecond) - 1.0) < usualSpeed) {
             counting = {framesPerSecond, last_->circumstances.dropFrame};

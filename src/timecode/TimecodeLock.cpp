@@ -25,12 +25,11 @@ template <typename Fits>
 bool anyDistance(const HeardFrame& earlier, const HeardFrame& later, Fits&& fits) {
     const bool dropFrame = later.circumstances.dropFrame;
     return dropFrame == earlier.circumstances.dropFrame &&
-           std::ranges::any_of(
-               std::initializer_list<std::int64_t>{24, 25, 30}, [&](std::int64_t framesPerSecond) {
-                   const auto distance =
-                       framesBetween(earlier.frame, later.frame, {framesPerSecond, dropFrame});
-                   return distance && fits(*distance);
-               });
+           std::ranges::any_of(framesPerSecondInUse, [&](std::int64_t framesPerSecond) {
+               const auto distance =
+                   framesBetween(earlier.frame, later.frame, {framesPerSecond, dropFrame});
+               return distance && fits(*distance);
+           });
 }
 
 }  // namespace

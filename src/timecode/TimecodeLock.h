@@ -2,6 +2,7 @@
 
 #include "timecode/LtcBiphaseDecoder.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -15,6 +16,9 @@ struct TimecodeCounting {
 
     friend bool operator==(const TimecodeCounting&, const TimecodeCounting&) = default;
 };
+
+/// How many frames a second of timecode may count.
+constexpr std::array<std::int64_t, 3> framesPerSecondInUse = {24, 25, 30};
 
 /// How many frames after `earlier` the frame `later` is due, from 0 to a day less one frame.
 /// Nothing when this counting has no such numbers.
