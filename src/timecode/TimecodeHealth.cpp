@@ -162,7 +162,8 @@ TimecodeHealth::Reading TimecodeHealth::reading(double now) const {
 }
 
 LineAdvice TimecodeHealth::advice(const Reading& reading, double now) const {
-    if (reading.came == 0) {
+    const Second recent = sumOfLast(secondsToJudge, now);
+    if (recent.came == 0) {
         const auto isLoud = [&](const Second& second) {
             return second.number >= static_cast<std::int64_t>(now) - secondsToJudge &&
                    second.peak >= loudPeak;
@@ -170,7 +171,6 @@ LineAdvice TimecodeHealth::advice(const Reading& reading, double now) const {
         return std::ranges::count_if(minute_, isLoud) >= secondsToJudge ? LineAdvice::noTimecode
                                                                         : LineAdvice::none;
     }
-    const Second recent = sumOfLast(secondsToJudge, now);
     const bool isUnsteady =
         recent.due >= framesToJudge && recent.came * 100 < recent.due * steadyPercent;
     if (reading.motion == Motion::stopped) {
