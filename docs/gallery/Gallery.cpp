@@ -462,14 +462,15 @@ private:
         click("Comment suivre le timecode");
         take(*main_, "live-line-menu", {1180, 820});
         QTest::keyClick(main_, Qt::Key_Escape);
-        playTimecode({10, 9, 5, 0}, "29.97df", 8, 0.5F, 0.135F);
+        playTimecode({10, 9, 5, 0}, "29.97df", 8, 0.3F, 0.08F);
         take(*main_, "live-line-unsteady", {1180, 820});
         click("Activer le suivi prudent");
         playTimecode({10, 9, 15, 0}, "25", 12, 0.002F);
         take(*main_, "live-line-weak", {1180, 820});
         state_.ltcManager().setSelectedChannelIndex(1);
+        playTimecode({10, 9, 30, 0});
         computer_.time.advance(3.0);
-        playTimecode({10, 9, 30, 0}, "25", 4);
+        playTimecode({10, 9, 31, 0});
         take(*main_, "live-line-channel", {1180, 820});
         click("Décoder le canal 1");
         playTimecode({10, 9, 15, 0}, "25", 10, 0.0F, 0.1F);

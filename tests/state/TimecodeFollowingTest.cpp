@@ -170,6 +170,10 @@ TEST_CASE_FIXTURE(Fixture, "timecode is found on another channel, and what was c
     hear(timecode("25", {1, 0, 2, 0}, 25), 1);
     CHECK(manager->channelWithTimecode() == std::nullopt);
     CHECK(manager->signalDetected());
+    hear(timecode("25", {1, 0, 4, 0}, 25), 0);  // one second without it isn't enough to look
+    CHECK(manager->channelWithTimecode() == std::nullopt);
+    hear(timecode("25", {1, 0, 5, 0}, 75), 0);
+    CHECK(manager->channelWithTimecode() == 0);
     manager->setCareful(true);
     manager->setCountsThirty(true);
     state->setFollowing(AppState::Following::byPosition);

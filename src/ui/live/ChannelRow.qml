@@ -19,7 +19,6 @@ RowLayout {
 
         implicitHeight: 20
         activeFocusOnTab: true
-        clip: true
         Layout.fillWidth: true
 
         Accessible.role: Accessible.SpinBox

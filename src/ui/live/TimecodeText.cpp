@@ -56,7 +56,7 @@ constexpr double leastDecibels = -99.0;
 QString levelText(float peak) {
     const double decibels = 20.0 * std::log10(static_cast<double>(peak));
     return decibels < leastDecibels ? QStringLiteral("silence")
-                                    : decimal(decibels, 0) + QStringLiteral(" dBFS");
+                                    : QStringLiteral("%1 dBFS").arg(std::lround(decibels));
 }
 
 }  // namespace
