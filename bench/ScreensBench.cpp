@@ -136,7 +136,7 @@ public:
                 cursorMoved();
             }
         });
-        rest_.audio.setDevices({{1, "Interface", {sampleRate, channelCount}}});
+        audio_.setDevices({{1, "Interface", {sampleRate, channelCount}}});
         state_.ltcManager().setSelectedDeviceId(1);
         state_.ltcManager().startCapturing();
         std::thread device([this] { deliver(); });
@@ -188,7 +188,7 @@ private:
                 start +
                 std::chrono::microseconds((position + blockFrames) * 1'000'000 / sampleRate));
             deliveredAt_ = SteadyClock::now().time_since_epoch().count();
-            rest_.audio.deliver(block);
+            audio_.deliver(block);
         }
     }
 
@@ -225,8 +225,9 @@ private:
     SystemClock clock_;
     QtMainQueue mainQueue_;
     SimulatedPlatform rest_;
+    SimulatedAudioInput audio_{mainQueue_};
     Platform platform_{clock_,         mainQueue_,      rest_.background, rest_.preferences,
-                       rest_.files,    rest_.panels,    rest_.audio,      rest_.updates,
+                       rest_.files,    rest_.panels,    audio_,           rest_.updates,
                        rest_.computer, rest_.stayAwake, rest_.log,        rest_.journal};
     AppState state_;
     ScreenContext context_{state_, platform_};

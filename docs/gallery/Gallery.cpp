@@ -274,11 +274,11 @@ private:
         present(typicalShow(), 0);
         take(*stage_, "stage-first-song", {900, 560});
         state_.jumpTo(2);
-        computer_.time.advance(42.0);
+        playSilence(42);
         take(*stage_, "stage-typical", {900, 560});
         take(*stage_, "stage-full-hd", {1920, 1080});
         take(*stage_, "stage-4k", {3840, 2160});
-        computer_.time.advance(138.0);
+        playSilence(138);
         take(*stage_, "stage-urgent", {900, 560});
         state_.jumpTo(7);
         take(*stage_, "stage-last-song", {900, 560});
@@ -416,11 +416,11 @@ private:
         click("Interface 2×2 USB");
         click("Démarrer la capture");
         state_.jumpTo(2);
-        computer_.time.advance(42.0);
+        playSilence(42);
         playTimecode({10, 6, 42, 0});
         take(*main_, "live-typical", {1180, 820});
         take(*main_, "live-narrow", {720, 544});
-        computer_.time.advance(138.0);
+        playSilence(138);
         playTimecode({10, 9, 0, 0});
         take(*main_, "live-announced", {1180, 820});
         takeLineStates();
@@ -469,13 +469,20 @@ private:
         take(*main_, "live-line-weak", {1180, 820});
         state_.ltcManager().setSelectedChannelIndex(1);
         playTimecode({10, 9, 30, 0});
-        computer_.time.advance(3.0);
+        playSilence(3);
         playTimecode({10, 9, 31, 0});
         take(*main_, "live-line-channel", {1180, 820});
         click("Décoder le canal 1");
         playTimecode({10, 9, 15, 0}, "25", 10, 0.0F, 0.1F);
         take(*main_, "live-line-no-timecode", {1180, 820});
         take(*main_, "live-line-no-timecode-narrow", {720, 544});
+    }
+
+    void playSilence(int seconds) {
+        for (int second = 0; second < seconds; ++second) {
+            computer_.audio.deliver(std::vector(2, std::vector<float>(512)));
+            computer_.time.advance(1.0);
+        }
     }
 
     /// Some seconds of it with white noise, on the input that is captured.
@@ -494,8 +501,8 @@ private:
         }
         for (std::size_t i = 0; i + 512 <= signal.size(); i += 512) {
             const auto block = signal.begin() + static_cast<std::ptrdiff_t>(i);
-            const std::vector<float> channels[] = {{block, block + 512}, std::vector<float>(512)};
-            computer_.audio.deliver(channels);
+            computer_.audio.deliver(
+                {std::vector<float>(block, block + 512), std::vector<float>(512)});
             computer_.time.drain();
         }
     }

@@ -97,8 +97,7 @@ int main(int argc, char* argv[]) try {
     tessivo::DiskFileStore files;
     tessivo::DialogFilePanels panels;
     tessivo::PortAudioInput audio(
-        (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio-devices"))
-            .toStdString());
+        (QCoreApplication::applicationDirPath() + QStringLiteral("/tessivo-audio")).toStdString());
     tessivo::HttpUpdateFeed updates(QUrl(QStringLiteral(TESSIVO_UPDATE_FEED)));
     tessivo::LocalNetwork network(mainQueue);
     tessivo::SessionStayAwake stayAwake;

@@ -76,7 +76,7 @@ void ReceiverViewModel::setFollowing(bool following) {
 void ReceiverViewModel::presentRemaining() {
     const LiveState& state = *client_->liveState();
     content_.presentRemaining(
-        remainingSeconds(&state.show, state.activeSongIndex, state.currentSongStartedAt, now_));
+        remainingSeconds(&state.show, state.activeSongIndex, now_ - state.currentSongStartedAt));
 }
 
 }  // namespace tessivo

@@ -19,13 +19,13 @@ std::int64_t wholeSeconds(double seconds) {
 }  // namespace
 
 std::optional<std::int64_t> remainingSeconds(const Show* show, std::int64_t songIndex,
-                                             Instant startedAt, Instant now) {
+                                             double elapsedSeconds) {
     const Song* song = songAt(show, songIndex);
     if (!song || !song->duration) {
         return std::nullopt;
     }
     const std::int64_t duration = *song->duration;
-    const std::int64_t elapsed = wholeSeconds(now - startedAt);
+    const std::int64_t elapsed = wholeSeconds(elapsedSeconds);
     assert(elapsed > std::numeric_limits<std::int64_t>::min());  // or -elapsed had no value
     if (duration <= elapsed) {
         return 0;

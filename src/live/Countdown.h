@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Instant.h"
 #include "model/Show.h"
 
 #include <cstdint>
@@ -10,10 +9,10 @@ namespace tessivo {
 
 /// Whole seconds left in the song under the cursor, never negative: a song that runs over shows 0.
 /// None when there is no such song or it has no length. The elapsed time is cut to whole seconds
-/// first, so the value equals the full length until one whole second has passed. Instants of any
-/// value are accepted; one that isn't a number counts as no time elapsed.
+/// first, so the value equals the full length until one whole second has passed. They count from
+/// the song's start and may have any value; what isn't a number counts as no time.
 std::optional<std::int64_t> remainingSeconds(const Show* show, std::int64_t songIndex,
-                                             Instant startedAt, Instant now);
+                                             double elapsedSeconds);
 
 /// From this many seconds on, the next song is announced.
 constexpr std::int64_t urgentSeconds = 10;

@@ -37,12 +37,21 @@ struct AudioStreamFormat {
     friend bool operator==(const AudioStreamFormat&, const AudioStreamFormat&) = default;
 };
 
+/// Audio that was dropped for want of room.
+struct LostAudio {
+    std::uint64_t blocks = 0;
+    std::uint64_t frames = 0;
+
+    friend bool operator==(const LostAudio&, const LostAudio&) = default;
+};
+
 /// A view of one block of audio: 32-bit float samples, nominally from -1 to 1. It owns nothing;
 /// whoever hands it over says how long it is good for.
 struct AudioBlock {
     std::span<const float* const> channels;  ///< each channel's first sample
     std::size_t frameCount = 0;              ///< samples in each channel, may be 0
     double sampleRate = 0.0;                 ///< samples per second
+    LostAudio lostBefore{};                  ///< what should have come since the block before
 
     std::span<const float> channel(std::size_t index) const {
         return {channels[index], frameCount};
@@ -70,41 +79,43 @@ struct AudioFailure {
     AudioStatus status = audioSuccess;
 };
 
-/// One opened input device. Destroying it ends the stream and closes the device. Every call may
-/// block for as long as a driver or a sound server takes, destroying it too. Main thread only.
+/// The capture of one input device, from before it is open. Destroying it ends the capture: nothing
+/// is heard of it any more, whatever a driver or a sound server still does. Main thread only.
 class AudioInputStream {
 public:
-    /// Takes each block that the device delivers, all channels, on the audio system's real-time
-    /// thread; the block is good until the call returns. Neither waits nor allocates.
-    using BlockHandler = std::function<void(const AudioBlock&)>;
-
     virtual ~AudioInputStream() = default;
-
-    /// The device's own sample rate and number of input channels.
-    virtual AudioStreamFormat format() const = 0;
-    /// Once per stream; nothing on success.
-    virtual std::optional<AudioFailure> start(BlockHandler handler) = 0;
-    /// Returns only when the handler isn't running and will not run again. May be called again.
-    virtual void stop() = 0;
 };
 
-/// The computer's audio inputs. Main thread only.
+/// What becomes of a capture, told on later turns of the main thread. A handler may destroy the
+/// stream.
+struct AudioInputHandlers {
+    /// The device is open, and this is what its blocks will be like.
+    std::function<void(const AudioStreamFormat&)> onStart;
+    /// Each block that the device delivers, all channels, in order. It is good until the call
+    /// returns. When the main thread stands still, a second of audio waits for it; what comes
+    /// beyond is dropped.
+    std::function<void(const AudioBlock&)> onBlock;
+    /// The device couldn't be opened, or the capture has ended by itself. Nothing comes after this.
+    std::function<void(const AudioFailure&)> onEnd;
+};
+
+/// The computer's audio inputs. Nothing here waits, whatever a driver or a sound server does. Main
+/// thread only.
 class AudioInputSystem {
 public:
     /// The devices with inputs and a name, in the system's order; nothing when that can't be read.
     using DeviceAnswer = std::function<void(std::optional<std::vector<AudioInputDevice>>)>;
-    using Opening = std::variant<std::shared_ptr<AudioInputStream>, AudioFailure>;
 
     virtual ~AudioInputSystem() = default;
 
     /// Looks at what is plugged in now, and calls `answer` once on a later turn of the main thread,
-    /// unless the system has gone. Doesn't wait. A device that is being captured goes on
-    /// undisturbed.
+    /// unless the system has gone. A device that is being captured goes on undisturbed.
     virtual void fetchDevices(DeviceAnswer answer) = 0;
 
-    /// Opens a device with all its inputs. May block for as long as a driver or a sound server
-    /// takes.
-    virtual Opening open(AudioDeviceId device) = 0;
+    /// Opens a device with all its inputs. One that takes longer than two seconds for it has
+    /// failed. One capture at a time: the one before is destroyed first.
+    virtual std::shared_ptr<AudioInputStream> capture(AudioDeviceId device,
+                                                      AudioInputHandlers handlers) = 0;
 };
 
 }  // namespace tessivo

@@ -18,18 +18,6 @@ public:
         virtual ~Repetition() = default;
     };
 
-    /// Lets a real-time thread ask for main-thread work. Created and destroyed on the main thread,
-    /// after which nothing runs any more.
-    class RealtimeTrigger {
-    public:
-        virtual ~RealtimeTrigger() = default;
-
-        /// Asks for one run of the trigger's task. Takes no lock, allocates nothing and never
-        /// waits; one thread at a time may call it. Each call gives one run, in its own main-thread
-        /// turn.
-        virtual void fire() noexcept = 0;
-    };
-
     virtual ~MainQueue() = default;
 
     /// Runs `task` on a later turn, after everything posted before it. Any thread may call this.
@@ -41,8 +29,6 @@ public:
     /// Runs `task` every `seconds` (more than 0), first after one interval, until the returned
     /// object is destroyed. A late run doesn't shift the later ones.
     [[nodiscard]] virtual std::unique_ptr<Repetition> repeatEvery(double seconds, Task task) = 0;
-
-    [[nodiscard]] virtual std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) = 0;
 };
 
 }  // namespace tessivo

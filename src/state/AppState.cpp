@@ -39,6 +39,7 @@ AppState::AppState(const Platform& platform)
                                                platform.log)),
       currentSongStartedAt_(platform.clock.now()),
       nowTick_(platform.clock.now()),
+      countdownStart_(platform.clock.moment()),
       updater_(platform.updates),
       choices_(platform.preferences),
       timecodeChoices_(choices_, *ltcManager_) {
@@ -119,7 +120,7 @@ void AppState::jumpTo(std::int64_t index) {
 
 void AppState::moveByHand(std::int64_t index, MovedBy by) {
     if (index < activeSongIndex_) {
-        suspendedUntil_ = platform_.clock.now() + autoAdvanceSuspension;
+        suspendedUntil_ = platform_.clock.moment() + autoAdvanceSuspension;
     }
     moveCursor(index, by);
 }
@@ -128,7 +129,8 @@ void AppState::moveCursor(std::int64_t index, MovedBy by, double secondsAgo) {
     movedBy_ = by;
     assign(Field::activeSongIndex, activeSongIndex_, index);
     assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now() + -secondsAgo);
-    assign(Field::nowTick, nowTick_, platform_.clock.now());
+    countdownStart_ = platform_.clock.moment() + -secondsAgo;
+    tick();
     save();
 }
 
@@ -154,7 +156,7 @@ void AppState::followTimecode() {
 }
 
 bool AppState::mayAutoAdvance() const {
-    return autoAdvanceEnabled_ && platform_.clock.now() >= suspendedUntil_ && activeShow();
+    return autoAdvanceEnabled_ && platform_.clock.moment() >= suspendedUntil_ && activeShow();
 }
 
 void AppState::tellAdvance(std::size_t song) {
@@ -186,7 +188,7 @@ void AppState::followPosition(std::int64_t totalFrames, std::int64_t fps) {
     }
     const auto index = static_cast<std::int64_t>(playing->song);
     const double countdownIsOff =
-        std::abs(platform_.clock.now() - currentSongStartedAt_ - playing->seconds);
+        std::abs(platform_.clock.moment() - countdownStart_ - playing->seconds);
     if (index != activeSongIndex_ && hasChanged) {
         tellAdvance(playing->song);
         moveCursor(index, MovedBy::timecode, playing->seconds);
@@ -198,22 +200,28 @@ void AppState::followPosition(std::int64_t totalFrames, std::int64_t fps) {
 }
 
 void AppState::judgeMove() {
-    if (unconfirmedMove_ && platform_.clock.now() - currentSongStartedAt_ >= confirmationSeconds) {
+    if (unconfirmedMove_ && platform_.clock.moment() - countdownStart_ >= confirmationSeconds) {
         unconfirmedMove_.reset();
         assign(Field::hasMovedUnconfirmed, hasMovedUnconfirmed_, true);
     }
 }
 
 std::optional<std::int64_t> AppState::currentSongRemainingSeconds() const {
-    return remainingSeconds(activeShow(), activeSongIndex_, currentSongStartedAt_, nowTick_);
+    return remainingSeconds(activeShow(), activeSongIndex_, countdownElapsed_);
 }
 
 void AppState::startCountdownTimer() {
     countdownTimer_ = platform_.mainQueue.repeatEvery(1.0, [this] {
-        assign(Field::nowTick, nowTick_, platform_.clock.now());
+        tick();
         judgeMove();
         goOnKeeping();
     });
+}
+
+// The two instants can't tell how long the song has played: a clock may have been set in between.
+void AppState::tick() {
+    countdownElapsed_ = platform_.clock.moment() - countdownStart_;
+    assign(Field::nowTick, nowTick_, platform_.clock.now());
 }
 
 void AppState::load() {

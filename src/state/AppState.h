@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Instant.h"
+#include "base/Moment.h"
 #include "base/Signal.h"
 #include "base/Uuid.h"
 #include "model/ShowLibrary.h"
@@ -273,6 +274,7 @@ private:
     /// The same by hand: going back holds the timecode off.
     void moveByHand(std::int64_t index, MovedBy by);
     void startCountdownTimer();
+    void tick();
     void writeShowFile(const FileLocation& location, const Show& show);
 
     Platform platform_;
@@ -287,9 +289,11 @@ private:
     std::optional<Uuid> songPlaying_;              ///< by the position of the timecode
     std::optional<std::int64_t> unconfirmedMove_;  ///< the frame that moved the cursor, in frames
     bool hasMovedUnconfirmed_ = false;
-    Instant suspendedUntil_ = Instant::distantPast();
+    Moment suspendedUntil_ = Moment::distantPast();
     Instant currentSongStartedAt_;
     Instant nowTick_;
+    Moment countdownStart_;          // of the current song
+    double countdownElapsed_ = 0.0;  // seconds, at the last tick
     std::unique_ptr<MainQueue::Repetition> countdownTimer_;
     UpdaterModel updater_;
     bool updateAvailable_ = false;

@@ -35,28 +35,24 @@ std::string sentenceFor(const AudioFailure& failure) {
 
 }  // namespace
 
-std::optional<std::string> AuhalCapture::start(AudioDeviceId device) {
+void AuhalCapture::start(AudioDeviceId device) {
     stop();
-    AudioInputSystem::Opening opening = system_.open(device);
-    if (const auto* failure = std::get_if<AudioFailure>(&opening)) {
-        return sentenceFor(*failure);
-    }
-    stream_ = std::get<std::shared_ptr<AudioInputStream>>(std::move(opening));
-    const AudioStreamFormat format = stream_->format();
-    if (format.channelsPerFrame == 0) {
-        return "Le périphérique signale 0 canal.";
-    }
-    onFormat(format);
-    if (const auto failure = stream_->start(onSamples)) {
-        return sentenceFor(*failure);
-    }
-    return std::nullopt;
+    stream_ = system_.capture(
+        device, {.onStart =
+                     [this](const AudioStreamFormat& format) {
+                         if (format.channelsPerFrame == 0) {
+                             end("Le périphérique signale 0 canal.");
+                         } else {
+                             onStart();
+                         }
+                     },
+                 .onBlock = [this](const AudioBlock& block) { onSamples(block); },
+                 .onEnd = [this](const AudioFailure& failure) { end(sentenceFor(failure)); }});
 }
 
-void AuhalCapture::stop() {
-    if (const auto stream = std::move(stream_)) {
-        stream->stop();
-    }
+void AuhalCapture::end(const std::string& sentence) {
+    stop();
+    onEnd(sentence);
 }
 
 }  // namespace tessivo

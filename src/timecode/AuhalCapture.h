@@ -4,37 +4,36 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace tessivo {
 
 /// Opens one audio input device and hands over every block that it delivers, all channels, at the
-/// device's own sample rate. What becomes of the blocks is left to the receiver.
+/// device's own sample rate. What becomes of the blocks is left to the receiver. The callbacks are
+/// set before `start`; each may stop or start the capture.
 class AuhalCapture {
 public:
     explicit AuhalCapture(AudioInputSystem& system) : system_(system) {}
     AuhalCapture(const AuhalCapture&) = delete;
     AuhalCapture& operator=(const AuhalCapture&) = delete;
 
-    /// Called by `start`, on the main thread, when the device's format is known and before any
-    /// block arrives: the place to allocate what `onSamples` will need. At least one channel.
-    std::function<void(const AudioStreamFormat&)> onFormat;
+    /// Called when the device is open, before any block.
+    std::function<void()> onStart;
+    /// Called with each block, which is good until the call returns.
+    std::function<void(const AudioBlock&)> onSamples;
+    /// Called when the device couldn't be opened, or when the capture has ended by itself, with the
+    /// French sentence that says at which step.
+    std::function<void(const std::string&)> onEnd;
 
-    /// Called on the audio thread with each block. Both callbacks are set before `start` and not
-    /// changed while running.
-    AudioInputStream::BlockHandler onSamples;
+    /// Stops whatever ran before and begins to open `device`; what comes of it is told later.
+    void start(AudioDeviceId device);
 
-    /// Opens and starts `device`, after stopping whatever ran before; blocks for as long as the
-    /// audio system does. Gives the French sentence that says which step failed, or nothing on
-    /// success. What a failed start has set up stays until the next `stop` or `start`.
-    std::optional<std::string> start(AudioDeviceId device);
-
-    /// Returns when no callback is running any more, with everything released, for which the audio
-    /// system may block; does nothing when nothing is open.
-    void stop();
+    /// Nothing is told any more. Does nothing when nothing runs.
+    void stop() { stream_.reset(); }
 
 private:
+    void end(const std::string& sentence);
+
     AudioInputSystem& system_;
     std::shared_ptr<AudioInputStream> stream_;
 };

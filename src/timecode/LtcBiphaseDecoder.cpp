@@ -145,7 +145,7 @@ std::optional<LtcBiphaseDecoder::Frame> LtcBiphaseDecoder::takeFrame() {
     BitBuffer& bits = signal_.bits;
     const std::optional<Frame> frame = decodeFrameBits(bits.fields);
     if (frame) {
-        lastValidFrameTime_ = clock_.now();
+        lastValidFrameTime_ = clock_.moment();
         lastFrame_ = {.followsClosely = bits.validCount == frameBitCount,
                       .dropFrame = (bits.fields >> dropFrameBit & 1U) != 0};
         bits = {};

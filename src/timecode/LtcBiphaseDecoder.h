@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Instant.h"
+#include "base/Moment.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -57,7 +57,7 @@ public:
     const Circumstances& lastFrame() const { return lastFrame_; }
 
     /// When the last frame was decoded; the distant past before the first one.
-    Instant lastValidFrameTime() const { return lastValidFrameTime_; }
+    Moment lastValidFrameTime() const { return lastValidFrameTime_; }
 
 private:
     /// The most recent bits of the signal, as many as one frame has. Bit 0 of `fields` is the
@@ -84,7 +84,7 @@ private:
     static std::optional<Frame> decodeFrameBits(std::uint64_t fields);
 
     const Clock& clock_;
-    Instant lastValidFrameTime_ = Instant::distantPast();
+    Moment lastValidFrameTime_ = Moment::distantPast();
     Circumstances lastFrame_;
     Signal signal_;
 };

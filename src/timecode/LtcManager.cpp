@@ -19,6 +19,16 @@ constexpr double signalHoldSeconds = 2.0;
 /// Losses that come closer to each other are one burst, so that a computer that is too slow all the
 /// time doesn't fill the log.
 constexpr double burstGapSeconds = 1.0;
+/// An open input is looked at this often, in seconds, and is dead when no block has come from one
+/// look to the next so many times. Looks are counted, not seconds: after the main thread stood
+/// still, the blocks that wait come before the next look. The first block of a server's idle output
+/// takes two seconds.
+constexpr double lookSeconds = 0.25;
+constexpr int looksUntilDead = 5;
+constexpr int looksBeforeFirstBlock = 12;
+constexpr double reopenSeconds = 1.0;
+constexpr const char* unreadableDevices =
+    "Les entrées audio ne répondent pas : la liste d'avant est gardée.";
 
 std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
     std::array<char, 24> text{};
@@ -33,21 +43,21 @@ std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
 LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
                        std::ostream& log)
     : clock_(clock),
+      mainQueue_(mainQueue),
       audio_(audio),
       log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       carefulDecoder_(clock),
-      blockArrived_(mainQueue.makeRealtimeTrigger([this] { handleNextBlock(); })),
-      capture_(audio) {
-    capture_.onFormat = [this](const AudioStreamFormat& format) {
-        blocks_ = std::make_shared<AudioBlockQueue>(format.channelsPerFrame, format.sampleRate);
+      capture_(audio),
+      reopening_(mainQueue) {
+    capture_.onStart = [this] {
+        wasOpen_ = true;
+        silentLooks_ = looksUntilDead - looksBeforeFirstBlock;
+        looks_ = mainQueue_.repeatEvery(lookSeconds, [this] { countSilence(); });
     };
-    capture_.onSamples = [this](const AudioBlock& block) {
-        if (blocks_->push(block)) {
-            blockArrived_->fire();
-        }
-    };
+    capture_.onSamples = [this](const AudioBlock& block) { handleChannelData(block); };
+    capture_.onEnd = [this](const std::string& why) { endInput(why); };
 }
 
 LtcManager::~LtcManager() {
@@ -70,20 +80,19 @@ void LtcManager::startCapturing() {
         return;
     }
     assign(hasLostAudio_, false, Field::hasLostAudio);
-    if (std::optional<std::string> failure = capture_.start(*selectedDeviceId_)) {
-        assign(lastError_, std::move(failure), Field::lastError);
-        assign(isCapturing_, false, Field::isCapturing);
-        return;
-    }
-    assign(health_, {}, Field::health);
-    channelSearch_.reset();
-    assign(channelWithTimecode_, {}, Field::channelWithTimecode);
+    forgetLine();
+    input_ = {*selectedDeviceId_, selectedName_};
+    wasOpen_ = false;
+    isLost_ = false;
+    capture_.start(input_.id);
     assign(isCapturing_, true, Field::isCapturing);
 }
 
 void LtcManager::stopCapturing() {
+    ++captureNumber_;
     capture_.stop();
-    blocks_.reset();
+    looks_.reset();
+    reopening_.callOff();
     tellLoss();
     assign(isCapturing_, false, Field::isCapturing);
     assign(signalDetected_, false, Field::signalDetected);
@@ -100,12 +109,18 @@ void LtcManager::fetchInputDevices() {
             assign(availableInputDevices_, *std::move(devices), Field::availableInputDevices);
         } else {
             log_ << "Audio: entrées illisibles, la liste d'avant est gardée" << std::endl;
+            if (!lastError_) {
+                assign(lastError_, {unreadableDevices}, Field::lastError);
+            }
         }
         assign(isFetchingInputDevices_, false, Field::isFetchingInputDevices);
     }));
 }
 
+// The name is looked up now: a dead device may be in no list any more when it is started again.
 void LtcManager::setSelectedDeviceId(std::optional<AudioDeviceId> device) {
+    const auto listed = std::ranges::find(availableInputDevices_, device, &AudioInputDevice::id);
+    selectedName_ = listed != availableInputDevices_.end() ? listed->name : std::string();
     assign(selectedDeviceId_, device, Field::selectedDeviceId);
 }
 
@@ -121,21 +136,58 @@ void LtcManager::setCountsThirty(bool countsThirty) {
     assign(countsThirty_, countsThirty, Field::countsThirty);
 }
 
-void LtcManager::handleNextBlock() {
-    const std::shared_ptr<AudioBlockQueue> queue = blocks_;
-    if (!queue) {
-        return;
-    }
-    if (const auto next = queue->front()) {
-        noteLoss(next->lostBefore, next->block.sampleRate);
-        handleChannelData(next->block, queue.get());
-        queue->pop();
+void LtcManager::noteSound() {
+    silentLooks_ = 0;
+    if (isLost_) {
+        isLost_ = false;
+        assign(lastError_, {}, Field::lastError);
     }
 }
 
-// `origin` tells whether the capture that delivered the block still runs: subscribers and the
-// frame callback may have ended it, and then nothing more of the block may show.
-void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin) {
+void LtcManager::countSilence() {
+    if (++silentLooks_ >= looksUntilDead) {
+        loseInput();
+    }
+}
+
+void LtcManager::endInput(const std::string& why) {
+    if (wasOpen_) {
+        loseInput();
+        return;
+    }
+    assign(lastError_, {why}, Field::lastError);
+    assign(isCapturing_, false, Field::isCapturing);
+}
+
+// The sound may be gone for a moment or for the evening: whatever ails the device, the way back is
+// to open it anew.
+void LtcManager::loseInput() {
+    capture_.stop();
+    looks_.reset();
+    reopening_.postAfter(reopenSeconds, [this] { capture_.start(input_.id); });
+    if (std::exchange(isLost_, true)) {
+        return;
+    }
+    assign(lastError_, {"Plus de son reçu de « " + input_.name + " »."}, Field::lastError);
+    forgetLine();
+    assign(signalDetected_, false, Field::signalDetected);
+    assign(levelsPerChannel_, std::vector<float>(levelsPerChannel_.size()),
+           Field::levelsPerChannel);
+    assign(rawAudioLevel_, 0.0F, Field::rawAudioLevel);
+}
+
+void LtcManager::forgetLine() {
+    assign(health_, {}, Field::health);
+    channelSearch_.reset();
+    assign(channelWithTimecode_, {}, Field::channelWithTimecode);
+}
+
+void LtcManager::handleChannelData(const AudioBlock& block) {
+    // Subscribers and the frame callback may end the capture that the block came from: then nothing
+    // more of it may show.
+    const auto isRunning = [this, number = captureNumber_] { return number == captureNumber_; };
+    noteSound();
+    noteLoss(block.lostBefore, block.sampleRate);
     assign(buffersReceivedCount_, buffersReceivedCount_ + 1, Field::buffersReceivedCount);
     const auto channelCount = std::ssize(block.channels);
     assign(detectedChannelCount_, channelCount, Field::detectedChannelCount);
@@ -152,19 +204,19 @@ void LtcManager::handleChannelData(const AudioBlock& block, const AudioBlockQueu
     const auto decoded = static_cast<std::size_t>(decodedIndex);
     const float level = levelsPerChannel_[decoded];
     assign(rawAudioLevel_, level, Field::rawAudioLevel);
-    decode(block.channel(decoded), block.sampleRate, origin);
+    decode(block.channel(decoded), block.sampleRate, isRunning);
     health_.hear(level, carefulDecoder_.heardSeconds());
     didChange.emit(Field::health);
-    if (blocks_.get() == origin) {
-        const Instant last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
-        assign(signalDetected_, clock_.now() - last < signalHoldSeconds, Field::signalDetected);
+    if (isRunning()) {
+        const Moment last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
+        assign(signalDetected_, clock_.moment() - last < signalHoldSeconds, Field::signalDetected);
         searchChannels(block);
     }
 }
 
 void LtcManager::searchChannels(const AudioBlock& block) {
     std::optional<std::int64_t> found;
-    if (clock_.now() - lastConfirmedTime_ < signalHoldSeconds) {
+    if (clock_.moment() - lastConfirmedTime_ < signalHoldSeconds) {
         channelSearch_.reset();
     } else if (!channelSearch_) {
         channelSearch_.emplace(clock_);
@@ -180,19 +232,19 @@ void LtcManager::searchChannels(const AudioBlock& block) {
 // Both decoders hear all: the careful one tells whether the other can be trusted, and either can
 // take over at any time.
 void LtcManager::decode(std::span<const float> samples, double sampleRate,
-                        const AudioBlockQueue* origin) {
+                        const std::function<bool()>& isRunning) {
     decoder_.feed(samples, [&](const LtcBiphaseDecoder::Frame& frame) {
-        if (!isCareful_ && blocks_.get() == origin) {
+        if (!isCareful_ && isRunning()) {
             applyDecodedFrame(frame);
         }
     });
     carefulDecoder_.feed(samples, sampleRate, [&](const HeardFrame& heard) {
-        lastConfirmedTime_ = clock_.now();
+        lastConfirmedTime_ = clock_.moment();
         health_.take(heard);
-        if (isCareful_ && blocks_.get() == origin) {
+        if (isCareful_ && isRunning()) {
             applyDecodedFrame(heard.frame);
         }
-        if (blocks_.get() == origin) {
+        if (isRunning()) {
             report(heard.frame, onFrameConfirmed);
         }
     });
@@ -215,7 +267,7 @@ void LtcManager::report(
 }
 
 void LtcManager::noteLoss(const LostAudio& lost, double sampleRate) {
-    const Instant now = clock_.now();
+    const Moment now = clock_.moment();
     if (lost.blocks > 0) {
         Burst& burst = burst_ ? *burst_ : burst_.emplace(Burst{});
         burst.blocks += lost.blocks;

@@ -4,7 +4,7 @@
 #include "base/Signal.h"
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
-#include "timecode/AudioBlockQueue.h"
+#include "platform/Turns.h"
 #include "timecode/AuhalCapture.h"
 #include "timecode/CarefulDecoder.h"
 #include "timecode/ChannelSearch.h"
@@ -24,8 +24,8 @@
 namespace tessivo {
 
 /// What the rest of the program knows of timecode: the operator's choice of input, the capture, the
-/// levels of its channels, and the timecode that one channel carries. Main thread only; the audio
-/// thread only fills a queue.
+/// levels of its channels, and the timecode that one channel carries. Nothing here waits for an
+/// audio system. Main thread only.
 class LtcManager {
 public:
     enum class Field {
@@ -66,17 +66,19 @@ public:
     /// `onFrameDecoded`.
     std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameConfirmed;
 
-    /// Captures from the selected device; a failure is told in `lastError`. Does nothing while
-    /// capturing. Blocks for as long as the audio system does, as `stopCapturing` does.
+    /// Begins to capture from the selected device. When it can't be opened, the capture has ended,
+    /// and `lastError` says why. A device that was open and then delivers nothing any more is told
+    /// within two seconds, and opened again as soon as that works. Does nothing while capturing.
     void startCapturing();
-    /// Ends the capture. Blocks that were delivered but not handled yet are dropped, so that
-    /// nothing they hold appears afterwards.
+    /// Ends the capture. Nothing of it appears afterwards.
     void stopCapturing();
     /// Looks for what the operator can choose from now, and brings `availableInputDevices` up to
     /// date later; everything else goes on meanwhile. The former list stays when the devices can't
-    /// be read, which the log tells. Does nothing while it is looking.
+    /// be read, which `lastError` tells unless it tells something else. Does nothing while it is
+    /// looking.
     void fetchInputDevices();
 
+    /// Whether the operator has a capture running; its device may be opening, or dead for now.
     bool isCapturing() const { return isCapturing_; }
     /// The last decoded timecode, HH:MM:SS:FF, or "--:--:--:--".
     const std::string& currentTimecodeDisplay() const { return currentTimecodeDisplay_; }
@@ -88,7 +90,7 @@ public:
     }
     bool isFetchingInputDevices() const { return isFetchingInputDevices_; }
     std::optional<AudioDeviceId> selectedDeviceId() const { return selectedDeviceId_; }
-    /// Why the last start failed, a French sentence.
+    /// Why the last start failed, or what ails the capture, a French sentence.
     const std::optional<std::string>& lastError() const { return lastError_; }
     /// Whether audio of this capture, or of the last one while idle, was dropped because the main
     /// thread stood still for too long.
@@ -126,9 +128,15 @@ private:
     template <typename T>
     void assign(T& member, T value, Field field);
 
-    void handleNextBlock();
-    void handleChannelData(const AudioBlock& block, const AudioBlockQueue* origin);
-    void decode(std::span<const float> samples, double sampleRate, const AudioBlockQueue* origin);
+    void noteSound();
+    void countSilence();
+    void endInput(const std::string& why);
+    void loseInput();
+    void handleChannelData(const AudioBlock& block);
+    void forgetLine();
+    /// `isRunning` tells whether the capture that the samples came from still runs.
+    void decode(std::span<const float> samples, double sampleRate,
+                const std::function<bool()>& isRunning);
     void searchChannels(const AudioBlock& block);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
     /// Reports a frame as a time of day in frames.
@@ -138,6 +146,7 @@ private:
     void tellLoss();
 
     const Clock& clock_;
+    MainQueue& mainQueue_;
     AudioInputSystem& audio_;
     std::ostream& log_;
     const std::thread::id mainThread_ = std::this_thread::get_id();
@@ -149,6 +158,7 @@ private:
     std::vector<AudioInputDevice> availableInputDevices_;
     bool isFetchingInputDevices_ = false;
     std::optional<AudioDeviceId> selectedDeviceId_;
+    std::string selectedName_;
     std::optional<std::string> lastError_;
     bool hasLostAudio_ = false;
     float rawAudioLevel_ = 0.0F;
@@ -164,7 +174,7 @@ private:
     struct Burst {
         std::uint64_t blocks = 0;
         double seconds = 0.0;
-        Instant latest;
+        Moment latest;
     };
     std::optional<Burst> burst_;
 
@@ -172,15 +182,16 @@ private:
     CarefulDecoder carefulDecoder_;
     TimecodeHealth health_;
     std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
-    Instant lastConfirmedTime_ = Instant::distantPast();
-    /// Asks for one run of `handleNextBlock` per block. It lives as long as the manager: runs left
-    /// over from an earlier capture find the queue empty, or handle a block of the present one a
-    /// turn early, which keeps the order.
-    std::unique_ptr<MainQueue::RealtimeTrigger> blockArrived_;
-    /// The blocks of the present capture; absent while idle. Shared so that the block being handled
-    /// stays valid when its own timecode stops the capture.
-    std::shared_ptr<AudioBlockQueue> blocks_;
-    AuhalCapture capture_;  // no block arrives while the rest above is destroyed
+    Moment lastConfirmedTime_ = Moment::distantPast();
+
+    AudioInputDevice input_;  ///< that is captured
+    bool wasOpen_ = false;    ///< in this capture
+    bool isLost_ = false;     ///< told, and not heard since
+    int silentLooks_ = 0;
+    std::unique_ptr<MainQueue::Repetition> looks_;  ///< at whether sound comes, once open
+    std::uint64_t captureNumber_ = 0;
+    AuhalCapture capture_;
+    Turns reopening_;
     Lifetime life_;
 };
 

@@ -49,6 +49,13 @@ class Person:
         box.click()
         self._screen.find("list item", role).click()
 
+    def start_capture(self, name):
+        """On the live screen, from the input of that name."""
+        self.press("Actualiser la liste des entrées audio")
+        self._screen.find("combo box", "Entrée audio").click()
+        self._screen.find("list item", name).click()
+        self.press("Démarrer la capture")
+
     def open_show(self, path, first_title):
         self.key("ctrl+o")
         self._test.screen.answer_file_dialog("Ouvrir un show", path)

@@ -14,19 +14,27 @@ class Sound:
     def __init__(self, stage, inputs):
         self._stage = stage
         self._sinks = {name: f"out{index}" for index, name in enumerate(inputs)}
-        socket = stage.folder / "runtime" / "sound"
-        stage.environment["PULSE_SERVER"] = f"unix:{socket}"
+        self._socket = stage.folder / "runtime" / "sound"
+        stage.environment["PULSE_SERVER"] = f"unix:{self._socket}"
         stage.environment["ALSA_CONFIG_PATH"] = str(self._write_alsa_configuration())
         # No server of another kind may be started on the side.
         stage.environment["JACK_NO_START_SERVER"] = "1"
-        modules = [f"module-native-protocol-unix auth-anonymous=1 socket={socket}"]
+        self.start_server()
+
+    def start_server(self):
+        modules = [f"module-native-protocol-unix auth-anonymous=1 socket={self._socket}"]
         modules += [f"module-null-sink sink_name={sink} rate=48000 channels=2"
                     for sink in self._sinks.values()]
         command = ["pulseaudio", "-n", "--exit-idle-time=-1", "--daemonize=no", "--use-pid-file=no"]
         for module in modules:
             command += ["-L", module]
-        stage.start("pulseaudio", command)
-        processes.wait_until(socket.exists, "the sound server")
+        self.server = self._stage.start("pulseaudio", command)
+        processes.wait_until(self._socket.exists, "the sound server")
+
+    def kill_server(self):
+        self.server.kill()
+        self.server.wait()
+        self._socket.unlink()
 
     def play(self, wav, output):
         """Starts playing a file on the output of that name; gives back the player's process."""

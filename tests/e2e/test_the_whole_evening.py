@@ -92,7 +92,7 @@ class TheWholeEvening(EndToEndTest):
     def run_by_timecode(self):
         """A step back keeps the fourth song's timecode, 15 seconds after the third's, from acting."""
         admin = self.admin
-        self.start_capture()
+        self.admin.start_capture(INPUT)
         player = self.sound.play(self.write_ltc("10:00:28:00", 38), INPUT)
         self.expect_song(2)
         admin.screen().find(None, re.compile(r"10:00:3[3-9]:\d\d"))
@@ -105,12 +105,6 @@ class TheWholeEvening(EndToEndTest):
         self.assertEqual(moves, [f"LTC: ✅ avance vers morceau {index} '{TITLES[index]}'"
                                  for index in (2, 4)])
         admin.press("Arrêter la capture")
-
-    def start_capture(self):
-        self.admin.press("Actualiser la liste des entrées audio")
-        self.admin.screen().find("combo box", "Entrée audio").click()
-        self.admin.screen().find("list item", INPUT).click()
-        self.admin.press("Démarrer la capture")
 
     def hold_keys_down(self):
         """However long a key is held, it is one press: a hand that rests on it loses no song."""

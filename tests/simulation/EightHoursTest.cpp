@@ -40,16 +40,23 @@ public:
         admin_.state.setActiveShowId(std::nullopt);
         admin_.state.setActiveShowId(admin_.state.shows().front().id);
         admin_.state.jumpTo(0);
-        computer_.time.advance(20.0);
+        playSilence(20);
         for (int minute = 1; minute < songCount; ++minute) {
             playSeconds(2, {10, minute, 0, 0});
             REQUIRE(admin_.state.activeSongIndex() == minute);
-            computer_.time.advance(58.0);
+            playSilence(58);
             REQUIRE(station_.liveState()->activeSongIndex == minute);
         }
     }
 
 private:
+    void playSilence(int seconds) {
+        for (int second = 0; second < seconds; ++second) {
+            computer_.audio.deliver(std::vector(2, std::vector<float>(blockSize)));
+            computer_.time.advance(1.0);
+        }
+    }
+
     void playSeconds(int seconds, ltc::Timecode timecode) {
         const ltc::FrameRate rate;
         ltc::LtcEncoder encoder(rate, 48'000);
@@ -60,9 +67,8 @@ private:
         }
         for (std::size_t i = 0; i + blockSize <= signal.size(); i += blockSize) {
             const auto block = signal.begin() + static_cast<std::ptrdiff_t>(i);
-            const std::array<std::vector<float>, 2> channels = {
-                std::vector<float>(block, block + blockSize), std::vector<float>(blockSize)};
-            computer_.audio.deliver(channels);
+            computer_.audio.deliver(
+                {std::vector<float>(block, block + blockSize), std::vector<float>(blockSize)});
             computer_.time.advance(0.01);
         }
     }

@@ -38,6 +38,7 @@ struct Fixture {
     void capture() {
         state->ltcManager().setSelectedDeviceId(1);
         state->ltcManager().startCapturing();
+        computer.time.drain();
     }
     void openShow(const std::vector<std::string>& starts) {
         Show show = showWithSongs(starts.size() + 1);
@@ -152,7 +153,6 @@ TEST_CASE_FIXTURE(Fixture, "a move that nothing confirms is told; carefully, it 
         state->ltcManager().stopCapturing();
         capture();
         CHECK_FALSE(state->hasMovedUnconfirmed());
-        computer.time.advance(20.0);
         hear(timecode("25", {0, 10, 0, 0}, 12));
         CHECK(state->activeSongIndex() == 1);
         hear(std::vector<float>(3 * 48'000));

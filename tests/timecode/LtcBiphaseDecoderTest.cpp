@@ -11,8 +11,8 @@
 
 using tessivo::bitsOfFrame;
 using tessivo::decodeAll;
-using tessivo::Instant;
 using tessivo::LtcBiphaseDecoder;
+using tessivo::Moment;
 using tessivo::Random;
 using tessivo::signalOfBits;
 using tessivo::SimulatedMainQueue;
@@ -97,9 +97,9 @@ TEST_CASE("an interval of exactly three quarters of a cell is a whole one") {
 }
 
 TEST_CASE("the time of each decoded frame is remembered, before the sample after it is taken") {
-    SimulatedMainQueue clock(Instant{1000.0});
+    SimulatedMainQueue clock;
     LtcBiphaseDecoder decoder(clock);
-    std::vector<Instant> times;
+    std::vector<Moment> times;
     const auto feed = [&](const std::string& bits) {
         decoder.feed(signalOfBits(bits), [&](const Frame&) {
             times.push_back(decoder.lastValidFrameTime());
@@ -107,11 +107,11 @@ TEST_CASE("the time of each decoded frame is remembered, before the sample after
         });
     };
     feed(bitsOfFrame({24, 0, 0, 0}) + std::string(200, '0'));
-    CHECK(decoder.lastValidFrameTime() == Instant::distantPast());
+    CHECK(decoder.lastValidFrameTime() == Moment::distantPast());
     clock.advance(5.0);
     feed(bitsOfFrame({1, 2, 3, 4}) + bitsOfFrame({1, 2, 3, 5}) + std::string(200, '0'));
-    CHECK(times == std::vector{Instant{1005.0}, Instant{1006.0}});
-    CHECK(decoder.lastValidFrameTime() == Instant{1006.0});
+    CHECK(times == std::vector{Moment{5.0}, Moment{6.0}});
+    CHECK(decoder.lastValidFrameTime() == Moment{6.0});
 }
 
 TEST_CASE("zeros are positive, and what isn't a number is negative") {

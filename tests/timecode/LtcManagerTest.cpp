@@ -51,6 +51,11 @@ struct Fixture {
         manager->startCapturing();
         REQUIRE(manager->isCapturing());
     }
+    void captureOpen(AudioDeviceId device) {
+        capture(device);
+        queue.drain();
+        REQUIRE(audio.openDevice() == device);
+    }
     void deliver(const Channels& channels) { REQUIRE(audio.deliver(channels)); }
     void handle(const Channels& channels) {
         deliver(channels);
@@ -87,6 +92,7 @@ TEST_CASE_FIXTURE(Fixture, "a start that fails says at which step, and leaves no
         manager->setSelectedDeviceId(row.device);
         audio.setFailure(row.failure);
         manager->startCapturing();
+        queue.drain();
         CHECK(manager->lastError() == row.sentence);
         CHECK_FALSE(manager->isCapturing());
 
@@ -94,6 +100,7 @@ TEST_CASE_FIXTURE(Fixture, "a start that fails says at which step, and leaves no
         capture(stereo);
         CHECK(manager->lastError() == std::nullopt);
         capture(mono);  // changes nothing while capturing
+        queue.drain();
         CHECK(audio.openDevice() == stereo);
         manager->stopCapturing();
         CHECK(audio.openDevice() == std::nullopt);
@@ -112,45 +119,85 @@ TEST_CASE_FIXTURE(Fixture, "devices are looked for once at a time, and kept when
         CHECK(manager->availableInputDevices().size() == 3);
         CHECK(manager->availableInputDevices().front() == AudioInputDevice{stereo, "Stereo"});
         CHECK(log.str() == logged);
+        CHECK(manager->lastError().has_value() == !log.str().empty());
         audio.setUnreadable();
         manager->fetchInputDevices();
     }
 }
 
 TEST_CASE_FIXTURE(Fixture, "lost audio is told at once, and each burst is logged once") {
-    const auto stall = [this](int blocks) {  // of a tenth of a second
-        for (int i = 0; i < blocks; ++i) {
-            deliver({std::vector<float>(4410)});
-        }
+    const Channels tenth(1, std::vector<float>(4410));
+    const auto lose = [&](std::uint64_t blocks) {
+        REQUIRE(audio.deliver(tenth, {blocks, blocks * 4410}));
         queue.drain();
     };
-    capture(mono);
-    stall(10);
+    captureOpen(mono);
+    handle(tenth);
     CHECK_FALSE(manager->hasLostAudio());
     std::string told;
-    // Beside its second the queue holds what can be left over at its end.
     for (const char* burst : {"34 (3400 ms)", "17 (1700 ms)"}) {
-        stall(30);
+        lose(17);
         if (told.empty()) {
-            stall(30);
+            lose(17);
         }
-        stall(1);
         CHECK(manager->hasLostAudio());
         queue.advance(0.9);
-        stall(1);
+        handle(tenth);
         CHECK(log.str() == told);
         told += "Audio: l'ordinateur n'a pas suivi, blocs perdus: " + std::string(burst) + '\n';
         queue.advance(0.1);
-        stall(1);
+        handle(tenth);
         CHECK(log.str() == told);
     }
-    stall(30);
-    stall(1);
+    lose(1);
     manager->stopCapturing();
     CHECK(log.str().size() > told.size());
     CHECK(manager->hasLostAudio());
     capture(mono);
     CHECK_FALSE(manager->hasLostAudio());
+}
+
+TEST_CASE_FIXTURE(Fixture, "an input that dies is told within two seconds, and captured again") {
+    manager->fetchInputDevices();
+    queue.drain();
+    enum Death { silence, end };
+    for (const Death death : {silence, end}) {
+        CAPTURE(death);
+        captureOpen(mono);
+        queue.advance(2.9);  // the first sound of a server's idle output
+        handle({timecode({{1, 2, 3, 4}})});
+        REQUIRE(manager->signalDetected());
+        const auto devices = audio.devices();
+        audio.setDevices({});
+        if (death == end) {
+            audio.endCapture();
+            queue.drain();
+        } else {
+            queue.advance(1.0);
+            CHECK(manager->signalDetected());
+            queue.advance(0.5);
+        }
+        CHECK(manager->lastError() == "Plus de son reçu de « Mono ».");
+        CHECK_FALSE(manager->signalDetected());
+        CHECK(manager->currentTimecodeDisplay() == "01:02:03:04");
+        CHECK(manager->rawAudioLevel() == 0.0F);
+        CHECK(manager->levelsPerChannel() == std::vector{0.0F});
+        queue.advance(10.0);
+        CHECK(manager->isCapturing());
+        CHECK(manager->lastError() == "Plus de son reçu de « Mono ».");
+
+        audio.setDevices(devices);
+        queue.advance(1.0);
+        handle({timecode({{1, 2, 3, 5}, {1, 2, 3, 6}})});
+        CHECK(manager->lastError() == std::nullopt);
+        CHECK(manager->signalDetected());
+
+        queue.advance(2.0);
+        REQUIRE(manager->lastError().has_value());
+        manager->stopCapturing();
+        queue.advance(10.0);  // the operator's stop holds
+        CHECK(audio.openDevice() == std::nullopt);
+    }
 }
 
 TEST_CASE("a level is the peak, wherever it is and whatever is beside it") {
@@ -173,7 +220,7 @@ TEST_CASE_FIXTURE(Fixture, "the selected channel is decoded, or the last there i
                         {0, 0.5F, 1},
                         {3, 0.125F, 1},
                         {std::numeric_limits<std::int64_t>::min(), 0.125F, 1}};
-    capture(stereo);
+    captureOpen(stereo);
     for (const Row& row : rows) {
         CAPTURE(row.selected);
         manager->setSelectedChannelIndex(row.selected);
@@ -189,7 +236,7 @@ TEST_CASE_FIXTURE(Fixture, "the selected channel is decoded, or the last there i
 }
 
 TEST_CASE_FIXTURE(Fixture, "frames are shown and reported in turn, those across blocks too") {
-    capture(mono);
+    captureOpen(mono);
     const std::vector<float> samples = timecode({{1, 2, 3, 4}, {23, 59, 59, 29}});
     const auto cut = samples.begin() + std::ssize(samples) / 4;
     deliver({std::vector(samples.begin(), cut)});
@@ -201,11 +248,16 @@ TEST_CASE_FIXTURE(Fixture, "frames are shown and reported in turn, those across 
                                                                        {2'160'004, "23:59:59:29"}});
 }
 
-TEST_CASE_FIXTURE(Fixture, "a signal is lost with the first block two seconds after a frame") {
-    capture(mono);
+TEST_CASE_FIXTURE(
+    Fixture,
+    "a signal is lost with the first block two seconds after a frame, by no clock that is set") {
+    captureOpen(mono);
     handle({timecode({{1, 2, 3, 4}})});
+    queue.advance(1.0);
+    handle({std::vector<float>(64)});
     for (const bool isPresent : {true, false}) {
-        queue.advance(isPresent ? 1.99 : 0.01);
+        queue.advance(isPresent ? 0.99 : 0.01);
+        queue.setWallClock({isPresent ? 1e9 : 0.0});
         CHECK(manager->signalDetected());
         handle({std::vector<float>(64)});
         CHECK(manager->signalDetected() == isPresent);
@@ -214,7 +266,7 @@ TEST_CASE_FIXTURE(Fixture, "a signal is lost with the first block two seconds af
 }
 
 TEST_CASE_FIXTURE(Fixture, "a stop clears what is shown, keeps the figures and drops late blocks") {
-    capture(mono);
+    captureOpen(mono);
     handle({timecode({{1, 2, 3, 4}})});
     deliver({timecode({{1, 2, 3, 5}})});
     manager->stopCapturing();
@@ -228,9 +280,10 @@ TEST_CASE_FIXTURE(Fixture, "a stop clears what is shown, keeps the figures and d
 
     // Blocks of one device never reach the capture of the next.
     manager->startCapturing();
+    queue.drain();
     deliver({timecode({{1, 2, 3, 6}})});
     manager->stopCapturing();
-    capture(stereo);
+    captureOpen(stereo);
     handle(Channels(2, std::vector<float>(10, 0.25F)));
     CHECK(manager->buffersReceivedCount() == 2);
     CHECK(decoded.size() == 1);
@@ -246,7 +299,7 @@ TEST_CASE_FIXTURE(Fixture, "a frame may stop or restart the capture that it came
                 capture(stereo);
             }
         };
-        capture(mono);
+        captureOpen(mono);
         deliver({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
         handle({timecode({{1, 2, 3, 6}})});
         CHECK(manager->isCapturing() == restarts);
@@ -257,7 +310,7 @@ TEST_CASE_FIXTURE(Fixture, "a frame may stop or restart the capture that it came
 }
 
 TEST_CASE_FIXTURE(Fixture, "what arrives when the manager is gone is dropped") {
-    capture(mono);
+    captureOpen(mono);
     deliver({timecode({{1, 2, 3, 4}})});
     manager->fetchInputDevices();
     manager.reset();

@@ -273,12 +273,8 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     QVERIFY(screen.shows("Arrêter la capture"));
     QVERIFY(!screen.shows("Choisis d'abord un périphérique d'entrée."));
 
-    for (int i = 0; i < 30; ++i) {  // three seconds that nobody takes
-        screen.computer.audio.deliver(std::vector(1, std::vector<float>(4410)));
-    }
     screen.computer.time.drain();
-    QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
-    screen.computer.audio.deliver(std::vector(1, std::vector<float>(4410)));
+    screen.computer.audio.deliver({std::vector<float>(4410)}, {.blocks = 1, .frames = 4410});
     screen.computer.time.drain();
     QVERIFY(screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
 
@@ -337,6 +333,7 @@ void LiveScreenTest::saysWhyACaptureFailed() {
     LiveScreen screen(concert());
     screen.state.ltcManager().setSelectedDeviceId(12345);
     screen.click("Démarrer la capture");
+    screen.computer.time.drain();
     QVERIFY(!screen.state.ltcManager().isCapturing());
     QVERIFY(!screen.texts().filter("Échec assignation du périphérique (status ").isEmpty());
 }

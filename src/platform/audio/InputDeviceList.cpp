@@ -1,33 +1,16 @@
 #include "platform/audio/InputDeviceList.h"
 
-#include <portaudio.h>
-
 #include <algorithm>
 #include <utility>
 
 namespace tessivo {
-namespace {
 
-// Gives `key` its place among the equal ones already listed.
 void append(InputDeviceList& devices, ListedInputDevice device) {
     device.key.ordinal = static_cast<std::uint32_t>(
         std::count_if(devices.begin(), devices.end(), [&](const ListedInputDevice& other) {
             return other.key.hostApi == device.key.hostApi && other.key.name == device.key.name;
         }));
     devices.push_back(std::move(device));
-}
-
-}  // namespace
-
-InputDeviceList listInputDevices() {
-    InputDeviceList devices;
-    for (PaDeviceIndex index = 0; index < Pa_GetDeviceCount(); ++index) {
-        const PaDeviceInfo* info = Pa_GetDeviceInfo(index);
-        if (info != nullptr && info->name != nullptr && info->maxInputChannels > 0) {
-            append(devices, {{Pa_GetHostApiInfo(info->hostApi)->name, info->name, 0}, index});
-        }
-    }
-    return devices;
 }
 
 // Two fields per device, each ended by a NUL, which no name can hold. An empty host system ends the

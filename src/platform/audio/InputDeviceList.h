@@ -25,8 +25,8 @@ struct ListedInputDevice {
 
 using InputDeviceList = std::vector<ListedInputDevice>;
 
-/// The devices with inputs, in PortAudio's order. Needs a `PortAudioSession`.
-InputDeviceList listInputDevices();
+/// Adds a device, and gives its key the ordinal among the equal ones that are listed already.
+void append(InputDeviceList& devices, ListedInputDevice device);
 
 /// The same list as text that crosses a pipe, and back; nothing when the text isn't whole. Indexes
 /// don't cross, for they mean nothing in another process.

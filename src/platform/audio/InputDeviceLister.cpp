@@ -7,64 +7,31 @@
 namespace tessivo {
 
 InputDeviceLister::InputDeviceLister(std::string program, std::chrono::milliseconds deadline)
-    : program_(QString::fromStdString(program)) {
+    : program_(std::move(program)) {
     deadline_.setSingleShot(true);
     deadline_.setInterval(deadline);
-    QObject::connect(&deadline_, &QTimer::timeout, &context_, [this] { end(Failure::noAnswer); });
-}
-
-InputDeviceLister::~InputDeviceLister() {
-    letGo();
+    QObject::connect(&deadline_, &QTimer::timeout, &deadline_, [this] { end(std::nullopt); });
 }
 
 void InputDeviceLister::run(Answer answer) {
     answers_.push_back(std::move(answer));
-    if (answers_.size() == 1) {
-        QTimer::singleShot(0, &context_, [this] { start(); });
+    if (child_) {
+        return;
     }
-}
-
-void InputDeviceLister::start() {
-    process_ = new QProcess;
-    process_->setStandardInputFile(QProcess::nullDevice());
-    process_->setStandardErrorFile(QProcess::nullDevice());
-    QObject::connect(process_, &QProcess::errorOccurred, &context_,
-                     [this](QProcess::ProcessError error) {
-                         if (error == QProcess::FailedToStart) {
-                             end(Failure::notStarted);
-                         }
-                     });
-    QObject::connect(process_, &QProcess::finished, &context_,
-                     [this](int code, QProcess::ExitStatus status) {
-                         std::optional<InputDeviceList> devices;
-                         if (status == QProcess::NormalExit && code == 0) {
-                             devices = decodeInputDevices(process_->readAll().toStdString());
-                         }
-                         end(devices ? Result(*std::move(devices)) : Failure::noAnswer);
-                     });
+    const auto onEnd = [this](QProcess& process) {
+        const bool isWell = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+        end(isWell ? decodeInputDevices(process.readAll().toStdString()) : std::nullopt);
+    };
+    child_ = std::make_unique<AudioChild>(
+        program_, QStringList(), AudioChild::Handlers{.onOutput = {}, .onEnd = onEnd}, last_);
     deadline_.start();
-    process_->start(program_, {}, QIODevice::ReadOnly);
 }
 
-void InputDeviceLister::end(const Result& result) {
-    letGo();
-    for (const Answer& answer : std::exchange(answers_, {})) {
-        answer(result);
-    }
-}
-
-// Destroying a QProcess waits for the child's end, and one that hangs in the kernel doesn't even
-// end when it is killed. So it is destroyed once it has ended by itself, or left to the system.
-void InputDeviceLister::letGo() {
+void InputDeviceLister::end(const std::optional<InputDeviceList>& devices) {
     deadline_.stop();
-    if (QProcess* process = std::exchange(process_, nullptr)) {
-        process->disconnect(&context_);
-        if (process->state() == QProcess::NotRunning) {
-            process->deleteLater();
-        } else {
-            QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
-            process->kill();
-        }
+    child_.reset();
+    for (const Answer& answer : std::exchange(answers_, {})) {
+        answer(devices);
     }
 }
 

@@ -1,44 +1,21 @@
 #include "platform/audio/PortAudioInput.h"
 
-#include "platform/audio/PortAudioSession.h"
-#include "platform/audio/PortAudioStream.h"
-
-#include <portaudio.h>
+#include "platform/audio/ChildCapture.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace tessivo {
-namespace {
-
-std::optional<InputDeviceList> listInThisProcess() {
-    const PortAudioSession session;
-    return session.status() == audioSuccess ? std::optional(listInputDevices()) : std::nullopt;
-}
-
-}  // namespace
 
 void PortAudioInput::fetchDevices(DeviceAnswer answer) {
-    lister_.run([this, answer = std::move(answer)](const InputDeviceLister::Result& result) {
-        answer(devicesOf(result));
+    lister_.run([this, answer = std::move(answer)](const std::optional<InputDeviceList>& listed) {
+        answer(listed ? std::optional(devicesOf(*listed)) : std::nullopt);
     });
 }
 
-std::optional<std::vector<AudioInputDevice>> PortAudioInput::devicesOf(
-    const InputDeviceLister::Result& result) {
-    std::optional<InputDeviceList> listed;
-    if (const auto* found = std::get_if<InputDeviceList>(&result)) {
-        listed = *found;
-    } else if (std::get<InputDeviceLister::Failure>(result) ==
-                   InputDeviceLister::Failure::notStarted &&
-               open_.expired()) {
-        listed = listInThisProcess();
-    }
-    if (!listed) {
-        return std::nullopt;
-    }
+std::vector<AudioInputDevice> PortAudioInput::devicesOf(const InputDeviceList& listed) {
     std::vector<AudioDeviceId> found;
-    for (const ListedInputDevice& device : *listed) {
+    for (const ListedInputDevice& device : listed) {
         found.push_back(idOf(device.key));
     }
     keepCaptured(found);
@@ -53,11 +30,11 @@ std::optional<std::vector<AudioInputDevice>> PortAudioInput::devicesOf(
 // A sound card that only one program can open doesn't open for the lister while we capture from
 // it, and so is missing from its list; it keeps its place.
 void PortAudioInput::keepCaptured(std::vector<AudioDeviceId>& found) const {
-    const auto stream = open_.lock();
-    const auto place = std::ranges::find(present_, openDevice_) - present_.begin();
-    if (stream && stream->isDelivering() && place < std::ssize(present_) &&
-        std::ranges::find(found, openDevice_) == found.end()) {
-        found.insert(found.begin() + std::min(place, std::ssize(found)), openDevice_);
+    const auto capture = capture_.lock();
+    const auto place = std::ranges::find(present_, captured_) - present_.begin();
+    if (capture && capture->isOpen() && place < std::ssize(present_) &&
+        std::ranges::find(found, captured_) == found.end()) {
+        found.insert(found.begin() + std::min(place, std::ssize(found)), captured_);
     }
 }
 
@@ -70,28 +47,14 @@ AudioDeviceId PortAudioInput::idOf(const InputDeviceKey& key) {
     return place + 1;
 }
 
-AudioInputSystem::Opening PortAudioInput::open(AudioDeviceId device) {
-    auto session = std::make_unique<PortAudioSession>();
-    if (session->status() != audioSuccess) {
-        return AudioFailure{AudioStep::createUnit, session->status()};
-    }
-    if (Pa_GetHostApiCount() <= 0) {
-        return AudioFailure{AudioStep::findSystem};
-    }
-    const InputDeviceList present = listInputDevices();
-    const auto found = std::ranges::find_if(present, [&](const ListedInputDevice& other) {
-        return device >= 1 && device <= seen_.size() && other.key == seen_[device - 1];
-    });
-    if (found == present.end()) {
-        return AudioFailure{AudioStep::selectDevice, paInvalidDevice};
-    }
-    const auto stream = std::make_shared<PortAudioStream>(std::move(session));
-    if (const AudioStatus status = stream->open(found->index); status != audioSuccess) {
-        return AudioFailure{AudioStep::readFormat, status};
-    }
-    open_ = stream;
-    openDevice_ = device;
-    return stream;
+std::shared_ptr<AudioInputStream> PortAudioInput::capture(AudioDeviceId device,
+                                                          AudioInputHandlers handlers) {
+    const bool isKnown = device >= 1 && device <= seen_.size();
+    const auto capture = std::make_shared<ChildCapture>(
+        program_, isKnown ? seen_[device - 1] : InputDeviceKey(), std::move(handlers), last_);
+    captured_ = device;
+    capture_ = capture;
+    return capture;
 }
 
 }  // namespace tessivo

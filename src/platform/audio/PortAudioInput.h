@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPointer>
+
 #include "platform/AudioInput.h"
 #include "platform/audio/InputDeviceLister.h"
 
@@ -8,32 +10,36 @@
 #include <string>
 #include <vector>
 
+class QProcess;
+
 namespace tessivo {
 
-class PortAudioStream;
+class ChildCapture;
 
-/// The computer's audio inputs through PortAudio, which is initialised only while a stream is open:
-/// each one that is opened sees what is plugged in at that moment. One stream at a time.
+/// The computer's audio inputs through PortAudio, in processes of their own (see `AudioChild`):
+/// each look and each capture sees what is plugged in at that moment.
 class PortAudioInput final : public AudioInputSystem {
 public:
-    /// `lister` is the path of the program that lists the devices (see `InputDeviceLister`). Only
-    /// when it can't be started does this process look for itself, which may block and tells
-    /// nothing new while a device is open.
-    explicit PortAudioInput(std::string lister) : lister_(std::move(lister)) {}
+    /// `program` is the path of the audio program.
+    explicit PortAudioInput(std::string program) : program_(program), lister_(std::move(program)) {}
 
     void fetchDevices(DeviceAnswer answer) override;
-    /// `paInvalidDevice` for an id never given, a device that has gone and one without inputs.
-    Opening open(AudioDeviceId device) override;
+    /// An id never given, a device that has gone and one without inputs fail with PortAudio's code
+    /// for an invalid device.
+    std::shared_ptr<AudioInputStream> capture(AudioDeviceId device,
+                                              AudioInputHandlers handlers) override;
 
 private:
-    std::optional<std::vector<AudioInputDevice>> devicesOf(const InputDeviceLister::Result& result);
+    std::vector<AudioInputDevice> devicesOf(const InputDeviceList& listed);
     void keepCaptured(std::vector<AudioDeviceId>& found) const;
     AudioDeviceId idOf(const InputDeviceKey& key);
 
+    const std::string program_;
     std::vector<InputDeviceKey> seen_;    // a device's id is its place here, plus 1
     std::vector<AudioDeviceId> present_;  // at the last look
-    AudioDeviceId openDevice_ = 0;
-    std::weak_ptr<const PortAudioStream> open_;
+    AudioDeviceId captured_ = 0;
+    std::weak_ptr<const ChildCapture> capture_;
+    QPointer<QProcess> last_;
     InputDeviceLister lister_;
 };
 

@@ -55,4 +55,15 @@ PortAudioSession::~PortAudioSession() {
     }
 }
 
+InputDeviceList PortAudioSession::inputDevices() const {
+    InputDeviceList devices;
+    for (PaDeviceIndex index = 0; index < Pa_GetDeviceCount(); ++index) {
+        const PaDeviceInfo* info = Pa_GetDeviceInfo(index);
+        if (info != nullptr && info->name != nullptr && info->maxInputChannels > 0) {
+            append(devices, {{Pa_GetHostApiInfo(info->hostApi)->name, info->name, 0}, index});
+        }
+    }
+    return devices;
+}
+
 }  // namespace tessivo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/AudioInput.h"
+#include "platform/audio/InputDeviceList.h"
 
 namespace tessivo {
 
@@ -16,6 +17,9 @@ public:
 
     /// PortAudio's code; without success the session holds nothing.
     AudioStatus status() const { return status_; }
+
+    /// The devices with inputs, in PortAudio's order.
+    InputDeviceList inputDevices() const;
 
 private:
     AudioStatus status_;

@@ -1,8 +1,6 @@
 #include "platform/audio/PortAudioStream.h"
 
-#include "platform/audio/PortAudioSession.h"
-
-#include <utility>
+#include <ctime>
 
 namespace tessivo {
 namespace {
@@ -32,14 +30,18 @@ PaTime latencyFor(const PaDeviceInfo& info) {
 
 }  // namespace
 
-PortAudioStream::PortAudioStream(std::unique_ptr<PortAudioSession> session)
-    : session_(std::move(session)) {}
+PortAudioStream::PortAudioStream() {
+    sem_init(&arrived_, 0, 0);
+}
 
+// Aborted rather than stopped: ALSA's stop waits for a block, which a dead device never delivers,
+// and there is nothing to play out.
 PortAudioStream::~PortAudioStream() {
-    stop();
     if (stream_ != nullptr) {
+        Pa_AbortStream(stream_);
         Pa_CloseStream(stream_);
     }
+    sem_destroy(&arrived_);
 }
 
 AudioStatus PortAudioStream::open(PaDeviceIndex device) {
@@ -53,57 +55,40 @@ AudioStatus PortAudioStream::open(PaDeviceIndex device) {
         stream_ = nullptr;
         return statusOf(error);
     }
-    device_ = device;
     // The rate may differ a little from the one asked for. The channels can't: should the device
     // be opened with more of them, PortAudio hands over only what was asked for.
     format_ = {Pa_GetStreamInfo(stream_)->sampleRate,
                static_cast<std::uint32_t>(info.maxInputChannels)};
+    blocks_.emplace(format_.channelsPerFrame, format_.sampleRate);
     return audioSuccess;
 }
 
-std::optional<AudioFailure> PortAudioStream::start(BlockHandler handler) {
-    handler_ = std::move(handler);
-    const AudioStatus status = statusOf(Pa_StartStream(stream_));
-    return status == audioSuccess ? std::nullopt
-                                  : std::optional(AudioFailure{AudioStep::start, status});
+AudioStatus PortAudioStream::start() {
+    return statusOf(Pa_StartStream(stream_));
 }
 
-// Aborted rather than stopped: ALSA's stop waits for a block, which a dead device never delivers,
-// and there is nothing to play out. Either way PortAudio joins its thread, also one that has ended
-// by itself because the device went away.
-void PortAudioStream::stop() {
-    if (stream_ == nullptr || Pa_IsStreamStopped(stream_) == 1) {
-        return;
-    }
-    if (isLostJackStream()) {
-        stream_ = nullptr;
-        static_cast<void>(session_.release());
-        return;
-    }
-    Pa_AbortStream(stream_);
+bool PortAudioStream::waitForBlock() const {
+    timespec deadline{};
+    clock_gettime(CLOCK_MONOTONIC, &deadline);
+    deadline.tv_nsec += 250'000'000;
+    deadline.tv_sec += deadline.tv_nsec / 1'000'000'000;
+    deadline.tv_nsec %= 1'000'000'000;
+    return sem_clockwait(&arrived_, CLOCK_MONOTONIC, &deadline) == 0;
 }
 
-// When the JACK server goes away, the thread that called us ends with it, but PortAudio still waits
-// ten minutes for that thread in each of its functions that give the stream back. The stream and
-// the session are left to the process then: other devices can be captured as before, and JACK again
-// after the next start of the program.
-bool PortAudioStream::isLostJackStream() const {
-    return Pa_GetHostApiInfo(Pa_GetDeviceInfo(device_)->hostApi)->type == paJACK &&
-           Pa_IsStreamActive(stream_) == 0;
-}
-
-bool PortAudioStream::isDelivering() const {
-    return stream_ != nullptr && Pa_IsStreamActive(stream_) == 1;
+bool PortAudioStream::isActive() const {
+    return Pa_IsStreamActive(stream_) == 1;
 }
 
 int PortAudioStream::deliver(const void* input, void*, unsigned long frames,
                              const PaStreamCallbackTimeInfo*, PaStreamCallbackFlags, void* stream) {
-    const auto& self = *static_cast<const PortAudioStream*>(stream);
-    if (input != nullptr) {
-        self.handler_(
+    auto& self = *static_cast<PortAudioStream*>(stream);
+    if (input != nullptr &&
+        self.blocks_->push(
             {.channels = {static_cast<const float* const*>(input), self.format_.channelsPerFrame},
              .frameCount = frames,
-             .sampleRate = self.format_.sampleRate});
+             .sampleRate = self.format_.sampleRate})) {
+        sem_post(&self.arrived_);
     }
     return paContinue;
 }

@@ -1,49 +1,49 @@
 #pragma once
 
 #include "platform/AudioInput.h"
+#include "platform/audio/AudioBlockQueue.h"
 
 #include <portaudio.h>
+#include <semaphore.h>
 
-#include <memory>
+#include <optional>
 
 namespace tessivo {
-
-class PortAudioSession;
 
 /// One PortAudio input stream. Statuses are PortAudio's codes (`PaErrorCode`); where PortAudio only
 /// says `paUnanticipatedHostError`, the host's own code is given instead if there is one, because
 /// it tells the crew more: on ALSA a negative errno, such as -16 for a device in use. The two
-/// ranges don't meet, for PortAudio's codes are below -9000.
-class PortAudioStream final : public AudioInputStream {
+/// ranges don't meet, for PortAudio's codes are below -9000. Every call may block.
+class PortAudioStream {
 public:
-    /// Holds `session`, in which the device to open was found.
-    explicit PortAudioStream(std::unique_ptr<PortAudioSession> session);
-    ~PortAudioStream() override;
+    PortAudioStream();
+    ~PortAudioStream();
     PortAudioStream(const PortAudioStream&) = delete;
     PortAudioStream& operator=(const PortAudioStream&) = delete;
 
-    /// Opens a device with all its inputs: only then is it known what it really runs at. Once, and
-    /// before everything else; may block.
+    /// Opens a device of the present session with all its inputs: only then is it known what it
+    /// really runs at. Once, and before everything else.
     AudioStatus open(PaDeviceIndex device);
+    AudioStreamFormat format() const { return format_; }
 
-    AudioStreamFormat format() const override { return format_; }
-    std::optional<AudioFailure> start(BlockHandler handler) override;
-    void stop() override;
-
-    /// False once the stream was stopped, or ended because its device or sound server went away.
-    bool isDelivering() const;
+    AudioStatus start();
+    /// What the audio thread fills, once open.
+    AudioBlockQueue& blocks() { return *blocks_; }
+    /// Returns once per block that has come, or false after a quarter of a second without one, or
+    /// on a signal.
+    bool waitForBlock() const;
+    /// False once the stream has ended because its device or sound server went away.
+    bool isActive() const;
 
 private:
     static int deliver(const void* input, void* output, unsigned long frames,
                        const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
                        void* stream);
-    bool isLostJackStream() const;
 
-    std::unique_ptr<PortAudioSession> session_;
-    PaDeviceIndex device_ = paNoDevice;
     PaStream* stream_ = nullptr;
     AudioStreamFormat format_;
-    BlockHandler handler_;
+    std::optional<AudioBlockQueue> blocks_;
+    mutable sem_t arrived_;  // counts the blocks that nobody waited for yet
 };
 
 }  // namespace tessivo

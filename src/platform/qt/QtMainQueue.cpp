@@ -77,8 +77,4 @@ std::unique_ptr<MainQueue::Repetition> QtMainQueue::repeatEvery(double seconds, 
     return std::make_unique<QtRepetition>(context_, Seconds(seconds), std::move(task));
 }
 
-std::unique_ptr<MainQueue::RealtimeTrigger> QtMainQueue::makeRealtimeTrigger(Task task) {
-    return std::make_unique<QtRealtimeTrigger>(context_, std::move(task));
-}
-
 }  // namespace tessivo

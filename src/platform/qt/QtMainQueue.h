@@ -3,7 +3,7 @@
 #include <QObject>
 
 #include "platform/MainQueue.h"
-#include "platform/qt/QtRealtimeTrigger.h"
+#include "platform/qt/QtWakeUp.h"
 
 #include <deque>
 #include <mutex>
@@ -22,7 +22,6 @@ public:
     /// Runs at the instants start + n × `seconds`. Those that pass while the main thread is busy
     /// are made up for by one run.
     std::unique_ptr<Repetition> repeatEvery(double seconds, Task task) override;
-    std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) override;
 
 private:
     void runFirst();
@@ -30,7 +29,7 @@ private:
     QObject context_;  // what runs belongs to it and ends with it
     std::mutex mutex_;
     std::deque<Task> posted_;
-    QtRealtimeTrigger wake_;  // one firing for each posted task
+    QtWakeUp wake_;  // one firing for each posted task
 };
 
 }  // namespace tessivo

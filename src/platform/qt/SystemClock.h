@@ -4,10 +4,11 @@
 
 namespace tessivo {
 
-/// The computer's own wall clock.
+/// The computer's own clocks.
 class SystemClock final : public Clock {
 public:
     Instant now() const override;
+    Moment moment() const override;
 };
 
 }  // namespace tessivo

@@ -1,5 +1,8 @@
 #include "platform/simulated/SimulatedAudioInput.h"
 
+#include "base/Lifetime.h"
+#include "platform/Turns.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -7,55 +10,70 @@ namespace tessivo {
 
 class SimulatedAudioInput::Stream final : public AudioInputStream {
 public:
-    Stream(SimulatedAudioInput& system, AudioStreamFormat format)
-        : system_(system), format_(format) {}
+    Stream(SimulatedAudioInput& system, AudioDeviceId id, AudioInputHandlers handlers)
+        : system_(system), id_(id), handlers_(std::move(handlers)), turns_(system.mainQueue_) {
+        turns_.post([this] { open(); });
+    }
     ~Stream() override {
-        stop();
-        system_.openDevice_.reset();
-    }
-
-    AudioStreamFormat format() const override { return format_; }
-
-    std::optional<AudioFailure> start(BlockHandler handler) override {
-        handler_ = std::move(handler);
-        if (system_.failure_) {
-            return system_.failure_;
-        }
         const std::lock_guard lock(system_.delivery_);
-        system_.running_ = this;
-        return std::nullopt;
-    }
-
-    void stop() override {
-        const std::lock_guard lock(system_.delivery_);
-        if (system_.running_ == this) {
-            system_.running_ = nullptr;
+        if (system_.open_ == this) {
+            system_.open_ = nullptr;
         }
     }
 
-    void deliver(std::span<const std::vector<float>> channels) {
-        starts_.clear();
-        for (const std::vector<float>& channel : channels) {
-            starts_.push_back(channel.data());
-        }
-        handler_({.channels = starts_,
-                  .frameCount = channels.front().size(),
-                  .sampleRate = format_.sampleRate});
+    AudioDeviceId id() const { return id_; }
+
+    void deliver(std::vector<std::vector<float>> channels, LostAudio lostBefore) {
+        post_([this, samples = std::move(channels), lostBefore, rate = format_.sampleRate] {
+            std::vector<const float*> starts;
+            for (const std::vector<float>& channel : samples) {
+                starts.push_back(channel.data());
+            }
+            callHandler(handlers_.onBlock,
+                        AudioBlock{starts, samples.front().size(), rate, lostBefore});
+        });
+    }
+
+    void end(AudioFailure failure) {
+        turns_.post([this, failure] { callHandler(handlers_.onEnd, failure); });
     }
 
 private:
+    void open() {
+        if (const auto failure = system_.failureOf(id_)) {
+            callHandler(handlers_.onEnd, *failure);
+            return;
+        }
+        format_ = std::ranges::find(system_.devices_, id_, &Device::id)->format;
+        {
+            const std::lock_guard lock(system_.delivery_);
+            system_.open_ = this;
+        }
+        callHandler(handlers_.onStart, format_);
+    }
+
     SimulatedAudioInput& system_;
-    const AudioStreamFormat format_;
-    std::vector<const float*> starts_;
-    BlockHandler handler_;
+    const AudioDeviceId id_;
+    const AudioInputHandlers handlers_;
+    AudioStreamFormat format_;
+    Turns turns_;
+    const std::function<void(MainQueue::Task)> post_ = turns_.poster();
 };
 
-bool SimulatedAudioInput::deliver(std::span<const std::vector<float>> channels) {
+bool SimulatedAudioInput::deliver(std::vector<std::vector<float>> channels, LostAudio lostBefore) {
     const std::lock_guard lock(delivery_);
-    if (running_ != nullptr) {
-        running_->deliver(channels);
+    if (open_ != nullptr) {
+        open_->deliver(std::move(channels), lostBefore);
     }
-    return running_ != nullptr;
+    return open_ != nullptr;
+}
+
+void SimulatedAudioInput::endCapture() {
+    open_->end({AudioStep::start, -32});
+}
+
+std::optional<AudioDeviceId> SimulatedAudioInput::openDevice() const {
+    return open_ != nullptr ? std::optional(open_->id()) : std::nullopt;
 }
 
 void SimulatedAudioInput::fetchDevices(DeviceAnswer answer) {
@@ -73,19 +91,19 @@ void SimulatedAudioInput::fetchDevices(DeviceAnswer answer) {
     });
 }
 
-AudioInputSystem::Opening SimulatedAudioInput::open(AudioDeviceId device) {
-    if (failure_ && failure_->step != AudioStep::start) {
-        return *failure_;
+std::optional<AudioFailure> SimulatedAudioInput::failureOf(AudioDeviceId device) const {
+    if (failure_) {
+        return failure_;
     }
-    const auto found = std::ranges::find(devices_, device, &Device::id);
-    if (found == devices_.end()) {
+    if (std::ranges::find(devices_, device, &Device::id) == devices_.end()) {
         return noSuchDevice;
     }
-    if (openDevice_) {
-        return deviceInUse;
-    }
-    openDevice_ = device;
-    return std::make_shared<Stream>(*this, found->format);
+    return open_ != nullptr ? std::optional(deviceInUse) : std::nullopt;
+}
+
+std::shared_ptr<AudioInputStream> SimulatedAudioInput::capture(AudioDeviceId device,
+                                                               AudioInputHandlers handlers) {
+    return std::make_shared<Stream>(*this, device, std::move(handlers));
 }
 
 }  // namespace tessivo

@@ -24,29 +24,12 @@ private:
     Task task_;
 };
 
-class SimulatedMainQueue::Trigger final : public RealtimeTrigger {
-public:
-    Trigger(SimulatedMainQueue& queue, Task task) : turns_(queue), task_(std::move(task)) {}
-
-    void fire() noexcept override {
-        turns_.post([this] { callHandler(task_); });
-    }
-
-private:
-    Turns turns_;
-    Task task_;
-};
-
 void SimulatedMainQueue::postAfter(double seconds, Task task) {
     tasks_.emplace(Due{elapsed_ + seconds, posted_++}, std::move(task));
 }
 
 std::unique_ptr<MainQueue::Repetition> SimulatedMainQueue::repeatEvery(double seconds, Task task) {
     return std::make_unique<Repeating>(*this, seconds, std::move(task));
-}
-
-std::unique_ptr<MainQueue::RealtimeTrigger> SimulatedMainQueue::makeRealtimeTrigger(Task task) {
-    return std::make_unique<Trigger>(*this, std::move(task));
 }
 
 void SimulatedMainQueue::advance(double seconds) {

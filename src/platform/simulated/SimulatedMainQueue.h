@@ -17,13 +17,13 @@ public:
     explicit SimulatedMainQueue(Instant start = {800'000'000.0}) : now_(start) {}
 
     Instant now() const override { return now_; }
+    Moment moment() const override { return {elapsed_}; }
     /// What happens when somebody sets the computer's clock: due times are unaffected.
     void setWallClock(Instant instant) { now_ = instant; }
 
     void post(Task task) override { postAfter(0.0, std::move(task)); }
     void postAfter(double seconds, Task task) override;
     std::unique_ptr<Repetition> repeatEvery(double seconds, Task task) override;
-    std::unique_ptr<RealtimeTrigger> makeRealtimeTrigger(Task task) override;
 
     /// Runs everything that is due now, including what that posts.
     void drain() { advance(0.0); }
@@ -33,7 +33,6 @@ public:
 
 private:
     class Repeating;
-    class Trigger;
     using Due = std::pair<double, std::uint64_t>;  // elapsed seconds, then order of posting
 
     std::map<Due, Task> tasks_;

@@ -1,4 +1,4 @@
-#include "timecode/AudioBlockQueue.h"
+#include "platform/audio/AudioBlockQueue.h"
 
 #include <algorithm>
 #include <cassert>
@@ -69,7 +69,7 @@ bool AudioBlockQueue::push(const AudioBlock& block) noexcept {
     return true;
 }
 
-std::optional<AudioBlockQueue::Front> AudioBlockQueue::front() noexcept {
+std::optional<AudioBlock> AudioBlockQueue::front() noexcept {
     const std::uint64_t number = poppedCount_.load(std::memory_order_relaxed);
     if (number == pushedCount_.load(std::memory_order_acquire)) {
         return std::nullopt;
@@ -79,7 +79,7 @@ std::optional<AudioBlockQueue::Front> AudioBlockQueue::front() noexcept {
     for (const float*& channel : frontChannels_) {
         channel = std::exchange(start, start + oldest.frameCount);
     }
-    return Front{{frontChannels_, oldest.frameCount, oldest.sampleRate}, oldest.lostBefore};
+    return AudioBlock{frontChannels_, oldest.frameCount, oldest.sampleRate, oldest.lostBefore};
 }
 
 void AudioBlockQueue::pop() noexcept {

@@ -10,16 +10,10 @@
 
 namespace tessivo {
 
-/// Audio that was dropped for want of room.
-struct LostAudio {
-    std::uint64_t blocks = 0;
-    std::uint64_t frames = 0;
-};
-
-/// Carries the blocks of one capture from the audio thread to the main thread, in order. All
+/// Carries the blocks of one capture from the audio thread to another one, in order. All
 /// storage is allocated and touched at construction; no call takes a lock, waits or allocates. It
 /// holds at least one second of audio in blocks of 16 frames (the smallest that audio systems use)
-/// or more; when the main thread stands still for longer, the newest blocks are dropped, and the
+/// or more; when its reader stands still for longer, the newest blocks are dropped, and the
 /// next one that finds room says how much is missing before it.
 class AudioBlockQueue {
 public:
@@ -31,13 +25,10 @@ public:
     /// because the queue is full. Audio thread only.
     bool push(const AudioBlock& block) noexcept;
 
-    struct Front {
-        AudioBlock block;      ///< good until `pop`
-        LostAudio lostBefore;  ///< what should have come between it and the block before
-    };
-    /// The oldest block; nothing when the queue is empty. Main thread only.
-    std::optional<Front> front() noexcept;
-    /// Gives the storage of the oldest block back; the queue must not be empty. Main thread only.
+    /// The oldest block, good until `pop`; nothing when the queue is empty. Reading thread only.
+    std::optional<AudioBlock> front() noexcept;
+    /// Gives the storage of the oldest block back; the queue must not be empty. Reading thread
+    /// only.
     void pop() noexcept;
 
 private:

@@ -1,4 +1,4 @@
-#include "timecode/AudioBlockQueue.h"
+#include "platform/audio/AudioBlockQueue.h"
 
 #include <doctest/doctest.h>
 
@@ -67,8 +67,8 @@ TEST_CASE("the queue holds a second of audio, drops the newest beyond, and tells
             for (; first < pushed; ++first) {
                 const auto front = queue.front();
                 REQUIRE(front);
-                REQUIRE(front->block.frameCount == row.frameCount);
-                REQUIRE(source.made(front->block, first));
+                REQUIRE(front->frameCount == row.frameCount);
+                REQUIRE(source.made(*front, first));
                 REQUIRE(front->lostBefore.blocks == (first == start ? lost : 0));
                 REQUIRE(front->lostBefore.frames == front->lostBefore.blocks * row.frameCount);
                 queue.pop();

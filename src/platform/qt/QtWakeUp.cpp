@@ -1,4 +1,4 @@
-#include "platform/qt/QtRealtimeTrigger.h"
+#include "platform/qt/QtWakeUp.h"
 
 #ifdef __linux__
 
@@ -13,7 +13,7 @@ namespace tessivo {
 
 // Each read takes 1 from the counter, and the notifier fires once per turn of the event loop for as
 // long as something is left: one run per firing, with room for input between two of them.
-QtRealtimeTrigger::QtRealtimeTrigger(QObject& queue, MainQueue::Task task)
+QtWakeUp::QtWakeUp(QObject& queue, MainQueue::Task task)
     : task_(std::move(task)), counter_(eventfd(0, EFD_SEMAPHORE | EFD_NONBLOCK | EFD_CLOEXEC)) {
     if (!counter_.isOpen()) {
         throw std::system_error(errno, std::generic_category(), "eventfd");
@@ -22,14 +22,14 @@ QtRealtimeTrigger::QtRealtimeTrigger(QObject& queue, MainQueue::Task task)
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, &queue, [this] {
         eventfd_t taken = 0;
         if (eventfd_read(counter_.value(), &taken) == 0) {
-            callHandler(task_);
+            task_();
         }
     });
 }
 
-QtRealtimeTrigger::~QtRealtimeTrigger() = default;
+QtWakeUp::~QtWakeUp() = default;
 
-void QtRealtimeTrigger::fire() noexcept {
+void QtWakeUp::fire() {
     eventfd_write(counter_.value(), 1);
 }
 
@@ -39,14 +39,13 @@ void QtRealtimeTrigger::fire() noexcept {
 
 namespace tessivo {
 
-QtRealtimeTrigger::QtRealtimeTrigger(QObject& queue, MainQueue::Task task)
-    : task_(std::move(task)) {
+QtWakeUp::QtWakeUp(QObject& queue, MainQueue::Task task) : task_(std::move(task)) {
     QObject::connect(&queue, &QObject::destroyed, &context_, [this] { task_ = nullptr; });
 }
 
-QtRealtimeTrigger::~QtRealtimeTrigger() = default;
+QtWakeUp::~QtWakeUp() = default;
 
-void QtRealtimeTrigger::fire() noexcept {
+void QtWakeUp::fire() {
     QMetaObject::invokeMethod(
         &context_, [this] { callHandler(task_); }, Qt::QueuedConnection);
 }
