@@ -1,4 +1,5 @@
 #include "platform/simulated/SimulatedMainQueue.h"
+#include "timecode/CarefulDecoder.h"
 #include "timecode/LtcBiphaseDecoder.h"
 #include "timecode/LtcSignal.h"
 
@@ -50,6 +51,16 @@ std::vector<tessivo::FoundFrame> decode(const std::vector<float>& samples) {
     return found;
 }
 
+std::vector<tessivo::FoundFrame> decodeCarefully(const std::vector<float>& samples) {
+    const tessivo::SimulatedMainQueue clock;
+    tessivo::CarefulDecoder decoder(clock);
+    std::vector<tessivo::FoundFrame> found;
+    decoder.feed(samples, sampleRate, [&](const tessivo::HeardFrame& heard) {
+        found.push_back({heard.frame, false, heard.end * sampleRate});
+    });
+    return found;
+}
+
 /// The timecode's peak: low enough that no sum of it and a disturbance leaves the range of ±1,
 /// which libltc's conversion to its 8 bits doesn't bound.
 constexpr float peak = 0.25F;
@@ -58,6 +69,7 @@ constexpr float peak = 0.25F;
 struct Row {
     const char* name;
     float gain = 1.0F;
+    bool isSlow = false;      ///< edges as behind a low-pass of 4 kHz, 12 dB per octave
     double hum = 0.0;         ///< the peak of a sine of 50 Hz
     float offset = 0.0F;      ///< a constant
     std::size_t silence = 0;  ///< milliseconds of each second in which nothing arrives
@@ -82,6 +94,13 @@ const Row rows[] = {
     {.name = "offset, half the peak", .offset = 0.5F},
     {.name = "offset, 0.9 of the peak", .offset = 0.9F},
     {.name = "offset, 1.1 of the peak", .offset = 1.1F},
+    {.name = "slow edges", .isSlow = true},
+    {.name = "slow edges, hum 0.5", .isSlow = true, .hum = 0.5},
+    {.name = "slow edges, hum 0.7", .isSlow = true, .hum = 0.7},
+    {.name = "slow edges, hum 0.9", .isSlow = true, .hum = 0.9},
+    {.name = "slow edges, offset 0.5", .isSlow = true, .offset = 0.5F},
+    {.name = "slow edges, offset 0.7", .isSlow = true, .offset = 0.7F},
+    {.name = "slow edges, offset 0.9", .isSlow = true, .offset = 0.9F},
     {.name = "hum 0.5 and noise 20 dB", .hum = 0.5, .noise = 0.1F},
     {.name = "1 ms lost each second", .silence = 1},
     {.name = "10 ms lost each second", .silence = 10},
@@ -97,12 +116,20 @@ std::vector<float> disturbed(std::vector<float> samples, const Row& row) {
     constexpr double cosine = 0.99997858166412923, sine = 0.0065449379673518581;
     double x = 1.0, y = 0.0;
     Random random(2);
+    // Twice a low-pass of the first order: what passes of each step, 1 - e^(-2π·4000/48000).
+    constexpr double passing = 0.40762847;
+    double once = 0.0, twice = 0.0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         if (i % 960 == 0) {
             x = 1.0;
             y = 0.0;
         }
         float& sample = samples[i];
+        if (row.isSlow) {
+            once += passing * (sample - once);
+            twice += passing * (once - twice);
+            sample = static_cast<float>(twice);
+        }
         sample =
             sample * peak * row.gain + static_cast<float>(peak * row.hum * y) + peak * row.offset;
         // Off the beginning of a frame, and drifting over it from second to second.
@@ -123,13 +150,15 @@ std::vector<float> disturbed(std::vector<float> samples, const Row& row) {
 int main() {
     const tessivo::LtcSignal signal = tessivo::encodeLtc("25", 1500, sampleRate, {9, 59, 30, 0});
     std::printf(
-        "1500 frames sent                  Tessivo               libltc %s\n"
-        "disturbance                  right wrong missed   right wrong missed\n",
+        "1500 frames sent                  Tessivo              carefully           libltc %s\n"
+        "disturbance                  right wrong missed   right wrong missed   right wrong "
+        "missed\n",
         LIBLTC_VERSION);
     for (const Row& row : rows) {
         const std::vector<float> samples = disturbed(signal.samples, row);
         const auto libltc = tessivo::decodeWithLibltc(samples, samplesPerFrame);
-        std::printf("%-28s %s   %s\n", row.name, judge(signal.frames, decode(samples)).c_str(),
+        std::printf("%-28s %s   %s   %s\n", row.name, judge(signal.frames, decode(samples)).c_str(),
+                    judge(signal.frames, decodeCarefully(samples)).c_str(),
                     judge(signal.frames, libltc).c_str());
     }
 }

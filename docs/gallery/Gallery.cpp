@@ -14,8 +14,10 @@
 #include "ltc/LtcEncoder.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "state/AppState.h"
+#include "support/Random.h"
 #include "support/WorkbookWriter.h"
 #include "sync/AdminBroadcaster.h"
+#include "timecode/LtcManager.h"
 #include "ui/import/ShowImportViewModel.h"
 
 #include <algorithm>
@@ -421,6 +423,7 @@ private:
         playSilence(138);
         playTimecode({10, 9, 0, 0});
         take(*main_, "live-announced", {1180, 820});
+        takeLineStates();
         state_.jumpTo(8);
         take(*main_, "live-finished", {1180, 820});
         present(crowdedShow(), 42);
@@ -452,6 +455,29 @@ private:
         state_.jumpTo(index);
     }
 
+    void takeLineStates() {
+        playTimecode({10, 9, 1, 0}, "29.97df", 4);
+        take(*main_, "live-line-counting", {1180, 820});
+        click("Compter à 29,97 DF");
+        click("Comment suivre le timecode");
+        take(*main_, "live-line-menu", {1180, 820});
+        QTest::keyClick(main_, Qt::Key_Escape);
+        playTimecode({10, 9, 5, 0}, "29.97df", 8, 0.3F, 0.08F);
+        take(*main_, "live-line-unsteady", {1180, 820});
+        click("Activer le suivi prudent");
+        playTimecode({10, 9, 15, 0}, "25", 12, 0.002F);
+        take(*main_, "live-line-weak", {1180, 820});
+        state_.ltcManager().setSelectedChannelIndex(1);
+        playTimecode({10, 9, 30, 0});
+        playSilence(3);
+        playTimecode({10, 9, 31, 0});
+        take(*main_, "live-line-channel", {1180, 820});
+        click("Décoder le canal 1");
+        playTimecode({10, 9, 15, 0}, "25", 10, 0.0F, 0.1F);
+        take(*main_, "live-line-no-timecode", {1180, 820});
+        take(*main_, "live-line-no-timecode-narrow", {720, 544});
+    }
+
     void playSilence(int seconds) {
         for (int second = 0; second < seconds; ++second) {
             computer_.audio.deliver(std::vector(2, std::vector<float>(512)));
@@ -459,14 +485,19 @@ private:
         }
     }
 
-    /// A second of it, on the input that is captured.
-    void playTimecode(ltc::Timecode timecode) {
-        const ltc::FrameRate rate;
+    /// Some seconds of it with white noise, on the input that is captured.
+    void playTimecode(ltc::Timecode timecode, std::string_view rateName = "25", int seconds = 1,
+                      float gain = 1.0F, float noise = 0.0F) {
+        const ltc::FrameRate rate = ltc::parseFrameRate(rateName).value();
         ltc::LtcEncoder encoder(rate, 48000);
         std::vector<float> signal;
-        for (int i = 0; i < 25; ++i) {
+        for (int i = 0; i < seconds * rate.counted; ++i) {
             encoder.appendFrame(timecode, signal);
             timecode = next(timecode, rate);
+        }
+        test::Random random(1);
+        for (float& sample : signal) {
+            sample = sample * gain + noise * random.gaussian();
         }
         for (std::size_t i = 0; i + 512 <= signal.size(); i += 512) {
             const auto block = signal.begin() + static_cast<std::ptrdiff_t>(i);

@@ -3,8 +3,10 @@
 #include "base/CheckedArithmetic.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
 
 namespace tessivo {
 
@@ -27,6 +29,12 @@ std::optional<std::int64_t> timecodeToFrames(std::string_view text, std::int64_t
     const auto minutes = multiplyAdd(fields[0], 60, fields[1]);
     const auto seconds = multiplyAdd(minutes, 60, fields[2]);
     return multiplyAdd(seconds, fps, fields[3]);
+}
+
+std::optional<std::int64_t> anyTimecodeToFrames(std::string_view text, std::int64_t fps) {
+    std::string colons(text);
+    std::ranges::replace(colons, ';', ':');
+    return timecodeToFrames(colons, fps);
 }
 
 }  // namespace tessivo

@@ -12,4 +12,7 @@ namespace tessivo {
 /// usual ranges. None when the text is no timecode or the result exceeds a signed 64-bit integer.
 std::optional<std::int64_t> timecodeToFrames(std::string_view text, std::int64_t fps);
 
+/// The same, with ";" read as ":", which is how drop-frame timecode is written.
+std::optional<std::int64_t> anyTimecodeToFrames(std::string_view text, std::int64_t fps);
+
 }  // namespace tessivo

@@ -9,6 +9,8 @@
 #include "timecode/LtcManager.h"
 
 #include <cassert>
+#include <cmath>
+#include <cstdlib>
 #include <ostream>
 #include <utility>
 
@@ -17,6 +19,17 @@ namespace {
 
 constexpr char lockedValue[] = "locked";
 constexpr char unlockedValue[] = "unlocked";
+constexpr char byPositionValue[] = "position";
+constexpr char atStartsValue[] = "starts";
+/// A move is confirmed by timecode that comes this soon after it and is this close to it, in
+/// seconds.
+constexpr double confirmationSeconds = 1.0;
+/// How far the countdown may be from the timecode before it is set by it, in seconds.
+constexpr double toleratedCountdown = 1.0;
+
+StartReader startReader(const LtcManager& manager) {
+    return manager.countsThirty() ? anyTimecodeToFrames : timecodeToFrames;
+}
 
 }  // namespace
 
@@ -28,15 +41,16 @@ AppState::AppState(const Platform& platform)
       nowTick_(platform.clock.now()),
       countdownStart_(platform.clock.moment()),
       updater_(platform.updates),
-      choices_(platform.preferences) {
+      choices_(platform.preferences),
+      timecodeChoices_(choices_, *ltcManager_) {
     holdsRecord_ = platform.preferences.takeHold();
     keepsShows_ = holdsRecord_;
     load();
     isLocked_ = choices_.get(lockKey) == lockedValue;
+    following_ =
+        choices_.get(followingKey) == byPositionValue ? Following::byPosition : Following::atStarts;
     // The state owns the manager, the timer and the updater: their callbacks end before it does.
-    ltcManager_->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
-        checkLtcAutoAdvance(totalFrames, fps);
-    };
+    followTimecode();
     startCountdownTimer();
     updater_.onUpdateAvailable = [this](std::optional<std::string> version) {
         assign(Field::updateAvailable, updateAvailable_, version.has_value());
@@ -64,6 +78,13 @@ void AppState::setActiveDisplayShowId(std::optional<Uuid> id) {
 
 void AppState::setAutoAdvanceEnabled(bool enabled) {
     assign(Field::autoAdvanceEnabled, autoAdvanceEnabled_, enabled);
+}
+
+void AppState::setFollowing(Following following) {
+    songPlaying_.reset();
+    assign(Field::following, following_, following);
+    choices_.set(followingKey,
+                 following == Following::byPosition ? byPositionValue : atStartsValue);
 }
 
 void AppState::setLocked(bool locked) {
@@ -104,27 +125,84 @@ void AppState::moveByHand(std::int64_t index, MovedBy by) {
     moveCursor(index, by);
 }
 
-void AppState::moveCursor(std::int64_t index, MovedBy by) {
+void AppState::moveCursor(std::int64_t index, MovedBy by, double secondsAgo) {
     movedBy_ = by;
     assign(Field::activeSongIndex, activeSongIndex_, index);
-    assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now());
-    countdownStart_ = platform_.clock.moment();
+    assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now() + -secondsAgo);
+    countdownStart_ = platform_.clock.moment() + -secondsAgo;
     tick();
     save();
 }
 
+void AppState::followTimecode() {
+    ltcManager_->onFrameDecoded = [this](std::int64_t totalFrames, std::int64_t fps) {
+        if (following_ == Following::atStarts) {
+            checkLtcAutoAdvance(totalFrames, fps);
+        }
+    };
+    ltcManager_->onFrameConfirmed = [this](std::int64_t totalFrames, std::int64_t fps) {
+        if (following_ == Following::byPosition) {
+            followPosition(totalFrames, fps);
+        }
+        if (unconfirmedMove_ && std::abs(totalFrames - *unconfirmedMove_) <= fps) {
+            unconfirmedMove_.reset();
+        }
+    };
+    captureFollower_ = ltcManager_->didChange.subscribe([this](LtcManager::Field field) {
+        if (field == LtcManager::Field::isCapturing && hasMovedUnconfirmed_) {
+            assign(Field::hasMovedUnconfirmed, hasMovedUnconfirmed_, false);
+        }
+    });
+}
+
+bool AppState::mayAutoAdvance() const {
+    return autoAdvanceEnabled_ && platform_.clock.moment() >= suspendedUntil_ && activeShow();
+}
+
+void AppState::tellAdvance(std::size_t song) {
+    platform_.log << "LTC: ✅ avance vers morceau " << song << " '"
+                  << activeShow()->songs[song].title << "'" << std::endl;
+}
+
 void AppState::checkLtcAutoAdvance(std::int64_t totalFrames, std::int64_t fps) {
-    if (!autoAdvanceEnabled_ || platform_.clock.moment() < suspendedUntil_) {
+    if (!mayAutoAdvance()) {
         return;
     }
-    const Show* show = activeShow();
-    if (!show) {
-        return;
-    }
-    if (const auto song = songTriggeredBy(*show, activeSongIndex_, totalFrames, fps)) {
-        platform_.log << "LTC: ✅ avance vers morceau " << *song << " '" << show->songs[*song].title
-                      << "'" << std::endl;
+    if (const auto song = songTriggeredBy(*activeShow(), activeSongIndex_, totalFrames, fps,
+                                          startReader(*ltcManager_))) {
+        tellAdvance(*song);
+        unconfirmedMove_ = totalFrames;
         moveCursor(static_cast<std::int64_t>(*song), MovedBy::timecode);
+    }
+}
+
+void AppState::followPosition(std::int64_t totalFrames, std::int64_t fps) {
+    if (!mayAutoAdvance()) {
+        return;
+    }
+    const auto playing = songPlayingAt(*activeShow(), totalFrames, fps, startReader(*ltcManager_));
+    const auto song = playing ? std::optional(activeShow()->songs[playing->song].id) : std::nullopt;
+    const bool hasChanged = std::exchange(songPlaying_, song) != song;
+    if (!playing) {
+        return;
+    }
+    const auto index = static_cast<std::int64_t>(playing->song);
+    const double countdownIsOff =
+        std::abs(platform_.clock.moment() - countdownStart_ - playing->seconds);
+    if (index != activeSongIndex_ && hasChanged) {
+        tellAdvance(playing->song);
+        moveCursor(index, MovedBy::timecode, playing->seconds);
+    } else if (index == activeSongIndex_ && countdownIsOff > toleratedCountdown &&
+               (hasChanged || movedBy_ == MovedBy::timecode)) {
+        moveCursor(index, MovedBy::timecode,
+                   playing->seconds);  // the playback was located within it
+    }
+}
+
+void AppState::judgeMove() {
+    if (unconfirmedMove_ && platform_.clock.moment() - countdownStart_ >= confirmationSeconds) {
+        unconfirmedMove_.reset();
+        assign(Field::hasMovedUnconfirmed, hasMovedUnconfirmed_, true);
     }
 }
 
@@ -135,6 +213,7 @@ std::optional<std::int64_t> AppState::currentSongRemainingSeconds() const {
 void AppState::startCountdownTimer() {
     countdownTimer_ = platform_.mainQueue.repeatEvery(1.0, [this] {
         tick();
+        judgeMove();
         goOnKeeping();
     });
 }

@@ -9,6 +9,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "state/Choices.h"
+#include "state/TimecodeChoices.h"
 #include "state/UpdaterModel.h"
 
 #include <cstdint>
@@ -50,7 +51,13 @@ public:
         keepsShows,
         lastFileError,
         isLocked,
+        following,
+        hasMovedUnconfirmed,
     };
+
+    /// How timecode moves the cursor: in the first second of a song only, or to the song that it is
+    /// in, wherever it begins.
+    enum class Following { atStarts, byPosition };
 
     /// What moved the cursor.
     enum class MovedBy { key, click, timecode };
@@ -59,6 +66,8 @@ public:
     static constexpr std::string_view storageKey = "pavona_data_v1";
     /// The key of the lock beside it; written once somebody locks.
     static constexpr std::string_view lockKey = "live_lock_v1";
+    /// The key of the way of following beside it.
+    static constexpr std::string_view followingKey = "ltc_following_v1";
     /// The file-name extension of show files, without the dot.
     static constexpr std::string_view showFileExtension = "tessivo";
     /// A backward move by hand keeps timecode from moving the cursor for this long, in seconds.
@@ -86,6 +95,10 @@ public:
     MovedBy movedBy() const { return movedBy_; }
     const std::optional<Uuid>& activeDisplayShowId() const { return activeDisplayShowId_; }
     bool autoAdvanceEnabled() const { return autoAdvanceEnabled_; }
+    Following following() const { return following_; }
+    /// Whether timecode moved the cursor, since the capture began, to where no confirmed timecode
+    /// was within the next second: noise did it, or a misread frame.
+    bool hasMovedUnconfirmed() const { return hasMovedUnconfirmed_; }
     Instant currentSongStartedAt() const { return currentSongStartedAt_; }
     Instant nowTick() const { return nowTick_; }
     bool updateAvailable() const { return updateAvailable_; }
@@ -123,6 +136,8 @@ public:
     /// Chooses the show that the stage display window presents.
     void setActiveDisplayShowId(std::optional<Uuid> id);
     void setAutoAdvanceEnabled(bool enabled);
+    /// Kept on this computer.
+    void setFollowing(Following following);
 
     /// Appends a show as it is, even when its id is there already, and makes it active.
     void importShow(Show show);
@@ -252,8 +267,17 @@ private:
     void step(const std::function<void()>& apply);
     /// Makes a show that has just come active, under this cursor, and stores the record.
     void activate(Uuid id, std::int64_t songIndex = 0);
-    /// Moves the cursor, starts the countdown of its song and stores the record.
-    void moveCursor(std::int64_t index, MovedBy by);
+    /// Moves the cursor, starts the countdown of its song, which began `secondsAgo`, and stores the
+    /// record.
+    void moveCursor(std::int64_t index, MovedBy by, double secondsAgo = 0.0);
+    void followTimecode();
+    /// Whether timecode may move the cursor now.
+    bool mayAutoAdvance() const;
+    void tellAdvance(std::size_t song);
+    /// Moves to the song that confirmed timecode is in, when that has changed: until then, what was
+    /// done by hand stays.
+    void followPosition(std::int64_t totalFrames, std::int64_t fps);
+    void judgeMove();
     /// The same by hand: going back holds the timecode off.
     void moveByHand(std::int64_t index, MovedBy by);
     void startCountdownTimer();
@@ -268,6 +292,10 @@ private:
     std::optional<Uuid> activeDisplayShowId_;
     std::unique_ptr<LtcManager> ltcManager_;
     bool autoAdvanceEnabled_ = true;
+    Following following_ = Following::atStarts;
+    std::optional<Uuid> songPlaying_;              ///< by the position of the timecode
+    std::optional<std::int64_t> unconfirmedMove_;  ///< the frame that moved the cursor, in frames
+    bool hasMovedUnconfirmed_ = false;
     Moment suspendedUntil_ = Moment::distantPast();
     Instant currentSongStartedAt_;
     Instant nowTick_;
@@ -279,6 +307,8 @@ private:
     std::optional<std::string> latestUpdateVersion_;
     std::optional<std::string> lastFileError_;
     Choices choices_;
+    TimecodeChoices timecodeChoices_;
+    Subscription captureFollower_;
     bool isLocked_ = false;
     std::unordered_map<Uuid, FileLocation> lastSavedLocations_;  // this run only
     bool holdsRecord_ = false;

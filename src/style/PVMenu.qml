@@ -37,7 +37,7 @@ Menu {
                 elide: Text.ElideRight
                 Accessible.ignored: true
                 Layout.fillWidth: true
-                Layout.leftMargin: 6
+                Layout.leftMargin: item.checkable ? 22 : 6
             }
             PVText {
                 text: item.action?.shortcut ? nativeKeys.nativeText : ""
@@ -46,6 +46,14 @@ Menu {
                 Accessible.ignored: true
                 Layout.rightMargin: 6
             }
+        }
+        indicator: Icon {
+            visible: item.checked
+            text: Icons.check
+            size: 14
+            color: Colors.pvAmber
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
         }
         background: Rectangle {
             color: item.highlighted ? Colors.pvLine : "transparent"

@@ -2,7 +2,6 @@
 
 #include "base/Moment.h"
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -37,58 +36,57 @@ public:
     /// number counts as negative, both zeros as positive: any change of sign is an edge.
     std::optional<Frame> feedSample(float sample);
 
-    /// Takes `samples` in order, as `feedSample` would, and calls `onFrame` with each frame before
-    /// it takes the sample that follows the frame.
+    /// Takes samples off the front, as `feedSample` would, up to the one that completes a frame,
+    /// and gives that frame; takes all and gives nothing when none does.
+    std::optional<Frame> takeUntilFrame(std::span<const float>& samples);
+
+    /// Takes `samples` in order and calls `onFrame` with each frame before it takes the sample that
+    /// follows the frame.
     template <typename OnFrame>
     void feed(std::span<const float> samples, OnFrame&& onFrame) {
-        while (!samples.empty()) {
-            const SignChunk chunk = readSigns(samples);
-            samples = samples.subspan(chunk.count);
-            std::size_t taken = 0;
-            for (std::uint32_t edges = chunk.edges; edges != 0; edges &= edges - 1) {
-                const auto edge = static_cast<std::size_t>(std::countr_zero(edges)) + 1;
-                samplesSinceLastEdge_ += static_cast<std::int64_t>(edge - taken);
-                taken = edge;
-                if (const std::optional<Frame> frame = takeEdge()) {
-                    onFrame(*frame);
-                }
-            }
-            samplesSinceLastEdge_ += static_cast<std::int64_t>(chunk.count - taken);
+        while (const std::optional<Frame> frame = takeUntilFrame(samples)) {
+            onFrame(*frame);
         }
     }
+
+    /// What else is known of the last frame.
+    struct Circumstances {
+        bool followsClosely = false;  ///< its 80 bits came straight after the frame before
+        bool dropFrame = false;       ///< its drop-frame flag
+    };
+    const Circumstances& lastFrame() const { return lastFrame_; }
 
     /// When the last frame was decoded; the distant past before the first one.
     Moment lastValidFrameTime() const { return lastValidFrameTime_; }
 
 private:
-    /// Up to 32 samples, as one bit each from bit 0 on: set where the sign differs from that of the
-    /// sample before.
-    struct SignChunk {
-        std::uint32_t edges;
-        std::size_t count;
-    };
-
     /// The most recent bits of the signal, as many as one frame has. Bit 0 of `fields` is the
     /// oldest; in a whole frame every bit then has its number in the standard's table.
     struct BitBuffer {
         std::uint64_t fields = 0;      ///< bits 0 to 63 of the frame
         std::uint16_t syncWord = 0;    ///< bits 64 to 79
-        std::uint32_t validCount = 0;  ///< how many of the 80 arrived since the last frame
+        std::uint32_t validCount = 0;  ///< how many arrived since the last frame, 81 for more
     };
 
-    SignChunk readSigns(std::span<const float> samples);
-    std::optional<Frame> takeEdge();
-    void appendBit(std::uint8_t bit);
-    std::optional<Frame> tryDecodeSyncWord();
+    /// What is known of the signal so far. Small enough to be kept in registers over a block.
+    struct Signal {
+        bool lastSampleNegative = false;
+        bool lastEdgeWasHalfBit = false;  ///< half of a one was seen, its other half is awaited
+        std::int64_t samplesSinceLastEdge = 0;
+        float nominalCellWidth = 0.0F;  ///< one bit cell, in samples; 0 before any edge
+        BitBuffer bits;
+
+        bool takeEdge();
+        void appendBit(unsigned bit);
+    };
+
+    std::optional<Frame> takeFrame();
     static std::optional<Frame> decodeFrameBits(std::uint64_t fields);
 
     const Clock& clock_;
     Moment lastValidFrameTime_ = Moment::distantPast();
-    bool lastSampleNegative_ = false;
-    std::int64_t samplesSinceLastEdge_ = 0;
-    bool lastEdgeWasHalfBit_ = false;        ///< half of a one was seen, its other half is awaited
-    std::optional<float> nominalCellWidth_;  ///< one bit cell, in samples; absent before any edge
-    BitBuffer bitBuffer_;
+    Circumstances lastFrame_;
+    Signal signal_;
 };
 
 }  // namespace tessivo

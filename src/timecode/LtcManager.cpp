@@ -48,6 +48,7 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
+      carefulDecoder_(clock),
       capture_(audio),
       reopening_(mainQueue) {
     capture_.onStart = [this] {
@@ -79,6 +80,7 @@ void LtcManager::startCapturing() {
         return;
     }
     assign(hasLostAudio_, false, Field::hasLostAudio);
+    forgetLine();
     input_ = {*selectedDeviceId_, selectedName_};
     wasOpen_ = false;
     isLost_ = false;
@@ -126,6 +128,14 @@ void LtcManager::setSelectedChannelIndex(std::int64_t index) {
     assign(selectedChannelIndex_, index, Field::selectedChannelIndex);
 }
 
+void LtcManager::setCareful(bool careful) {
+    assign(isCareful_, careful, Field::isCareful);
+}
+
+void LtcManager::setCountsThirty(bool countsThirty) {
+    assign(countsThirty_, countsThirty, Field::countsThirty);
+}
+
 void LtcManager::noteSound() {
     silentLooks_ = 0;
     if (isLost_) {
@@ -159,10 +169,17 @@ void LtcManager::loseInput() {
         return;
     }
     assign(lastError_, {"Plus de son reçu de « " + input_.name + " »."}, Field::lastError);
+    forgetLine();
     assign(signalDetected_, false, Field::signalDetected);
     assign(levelsPerChannel_, std::vector<float>(levelsPerChannel_.size()),
            Field::levelsPerChannel);
     assign(rawAudioLevel_, 0.0F, Field::rawAudioLevel);
+}
+
+void LtcManager::forgetLine() {
+    assign(health_, {}, Field::health);
+    channelSearch_.reset();
+    assign(channelWithTimecode_, {}, Field::channelWithTimecode);
 }
 
 void LtcManager::handleChannelData(const AudioBlock& block) {
@@ -187,24 +204,65 @@ void LtcManager::handleChannelData(const AudioBlock& block) {
     const auto decoded = static_cast<std::size_t>(decodedIndex);
     const float level = levelsPerChannel_[decoded];
     assign(rawAudioLevel_, level, Field::rawAudioLevel);
-    decoder_.feed(block.channel(decoded), [&](const LtcBiphaseDecoder::Frame& frame) {
-        if (isRunning()) {
+    decode(block.channel(decoded), block.sampleRate, isRunning);
+    health_.hear(level, carefulDecoder_.heardSeconds());
+    didChange.emit(Field::health);
+    if (isRunning()) {
+        const Moment last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
+        assign(signalDetected_, clock_.moment() - last < signalHoldSeconds, Field::signalDetected);
+        searchChannels(block);
+    }
+}
+
+void LtcManager::searchChannels(const AudioBlock& block) {
+    std::optional<std::int64_t> found;
+    if (clock_.moment() - lastConfirmedTime_ < signalHoldSeconds) {
+        channelSearch_.reset();
+    } else if (!channelSearch_) {
+        channelSearch_.emplace(clock_);
+    }
+    if (channelSearch_) {
+        found = channelSearch_->search(block, levelsPerChannel_);
+    }
+    if (found != channelWithTimecode_) {
+        assign(channelWithTimecode_, found, Field::channelWithTimecode);
+    }
+}
+
+// Both decoders hear all: the careful one tells whether the other can be trusted, and either can
+// take over at any time.
+void LtcManager::decode(std::span<const float> samples, double sampleRate,
+                        const std::function<bool()>& isRunning) {
+    decoder_.feed(samples, [&](const LtcBiphaseDecoder::Frame& frame) {
+        if (!isCareful_ && isRunning()) {
             applyDecodedFrame(frame);
         }
     });
-    if (isRunning()) {
-        const double elapsed = clock_.moment() - decoder_.lastValidFrameTime();
-        assign(signalDetected_, elapsed < signalHoldSeconds, Field::signalDetected);
-    }
+    carefulDecoder_.feed(samples, sampleRate, [&](const HeardFrame& heard) {
+        lastConfirmedTime_ = clock_.moment();
+        health_.take(heard);
+        if (isCareful_ && isRunning()) {
+            applyDecodedFrame(heard.frame);
+        }
+        if (isRunning()) {
+            report(heard.frame, onFrameConfirmed);
+        }
+    });
 }
 
 void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {
     assign(detectedFps_, frame.fps, Field::detectedFps);
     assign(currentTimecodeDisplay_, timecodeText(frame), Field::currentTimecodeDisplay);
-    const std::int64_t totalFrames =
-        (frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * frame.fps + frame.frames;
-    if (onFrameDecoded) {
-        onFrameDecoded(totalFrames, frame.fps);
+    report(frame, onFrameDecoded);
+}
+
+void LtcManager::report(
+    const LtcBiphaseDecoder::Frame& frame,
+    const std::function<void(std::int64_t totalFrames, std::int64_t fps)>& receiver) {
+    const std::int64_t fps = countsThirty_ ? 30 : frame.fps;
+    if (receiver) {
+        receiver((frame.hours * 3600 + frame.minutes * 60 + frame.seconds) * fps + frame.frames,
+                 fps);
     }
 }
 

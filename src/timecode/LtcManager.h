@@ -6,13 +6,17 @@
 #include "platform/MainQueue.h"
 #include "platform/Turns.h"
 #include "timecode/AuhalCapture.h"
+#include "timecode/CarefulDecoder.h"
+#include "timecode/ChannelSearch.h"
 #include "timecode/LtcBiphaseDecoder.h"
+#include "timecode/TimecodeHealth.h"
 
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
@@ -39,6 +43,10 @@ public:
         levelsPerChannel,
         selectedChannelIndex,
         buffersReceivedCount,
+        isCareful,
+        countsThirty,
+        health,
+        channelWithTimecode,
     };
 
     /// What is given here outlives the manager.
@@ -54,6 +62,9 @@ public:
     /// Called with each decoded frame, in order: its time of day in frames, and the frame rate that
     /// this counts in. May stop or restart the capture.
     std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameDecoded;
+    /// Called likewise with each frame that its neighbours confirm, careful or not, after
+    /// `onFrameDecoded`.
+    std::function<void(std::int64_t totalFrames, std::int64_t fps)> onFrameConfirmed;
 
     /// Begins to capture from the selected device. When it can't be opened, the capture has ended,
     /// and `lastError` says why. A device that was open and then delivers nothing any more is told
@@ -97,6 +108,22 @@ public:
     void setSelectedDeviceId(std::optional<AudioDeviceId> device);
     void setSelectedChannelIndex(std::int64_t index);
 
+    /// Whether only confirmed frames count as decoded, read behind a high-pass: for a line that
+    /// can't be trusted. It costs one frame after each start and each jump. See `CarefulDecoder`.
+    bool isCareful() const { return isCareful_; }
+    void setCareful(bool careful);
+    /// Whether `onFrameDecoded` and `onFrameConfirmed` count 30 frames a second instead of 25. Then
+    /// every start is exact, whatever the source counts in: frame numbers from 25 on have a place
+    /// of their own, and those that a source doesn't have are never asked for.
+    bool countsThirty() const { return countsThirty_; }
+    void setCountsThirty(bool countsThirty);
+    /// Another channel that carries timecode, from 0, while the decoded one has none.
+    std::optional<std::int64_t> channelWithTimecode() const { return channelWithTimecode_; }
+    /// How the decoded channel has been doing in this capture, or the last one while idle.
+    TimecodeHealth::Reading health() const {
+        return health_.reading(carefulDecoder_.heardSeconds());
+    }
+
 private:
     template <typename T>
     void assign(T& member, T value, Field field);
@@ -106,7 +133,15 @@ private:
     void endInput(const std::string& why);
     void loseInput();
     void handleChannelData(const AudioBlock& block);
+    void forgetLine();
+    /// `isRunning` tells whether the capture that the samples came from still runs.
+    void decode(std::span<const float> samples, double sampleRate,
+                const std::function<bool()>& isRunning);
+    void searchChannels(const AudioBlock& block);
     void applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame);
+    /// Reports a frame as a time of day in frames.
+    void report(const LtcBiphaseDecoder::Frame& frame,
+                const std::function<void(std::int64_t totalFrames, std::int64_t fps)>& receiver);
     void noteLoss(const LostAudio& lost, double sampleRate);
     void tellLoss();
 
@@ -131,6 +166,9 @@ private:
     std::vector<float> levelsPerChannel_;
     std::int64_t selectedChannelIndex_ = 0;
     std::int64_t buffersReceivedCount_ = 0;
+    bool isCareful_ = false;
+    bool countsThirty_ = false;
+    std::optional<std::int64_t> channelWithTimecode_;
 
     /// A burst of losses that the log doesn't tell of yet.
     struct Burst {
@@ -141,6 +179,10 @@ private:
     std::optional<Burst> burst_;
 
     LtcBiphaseDecoder decoder_;
+    CarefulDecoder carefulDecoder_;
+    TimecodeHealth health_;
+    std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
+    Moment lastConfirmedTime_ = Moment::distantPast();
 
     AudioInputDevice input_;  ///< that is captured
     bool wasOpen_ = false;    ///< in this capture

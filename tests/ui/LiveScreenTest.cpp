@@ -3,6 +3,7 @@
 
 #include "kit/LocalTime.h"
 #include "live/ShowClock.h"
+#include "ltc/LtcEncoder.h"
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "timecode/LtcManager.h"
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void aClickJumpsToAComingSong();
     void smallWindowsShowTheCurrentSongAndTheAnnouncedOne();
     void capturesFromTheChosenDevice();
+    void tellsHowTheTimecodeDoesAndOffersWhatHelps();
     void saysWhyACaptureFailed();
     void menuCommandsNeedAnActiveShow();
     void tellsThatNothingIsKeptAndWhatIsNewer();
@@ -284,6 +286,47 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     QVERIFY(manager.isCapturing());
     QCOMPARE(manager.selectedDeviceId(), std::optional<AudioDeviceId>(7));
     QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
+}
+
+void LiveScreenTest::tellsHowTheTimecodeDoesAndOffersWhatHelps() {
+    LiveScreen screen(concert());
+    screen.computer.audio.setDevices({{7, "Interface", {48000.0, 2}}});
+    LtcManager& manager = screen.state.ltcManager();
+    manager.setSelectedDeviceId(7);
+    screen.click("Démarrer la capture");
+    const ltc::FrameRate rate = ltc::parseFrameRate("29.97df").value();
+    ltc::LtcEncoder encoder(rate, 48'000);
+    ltc::Timecode timecode{1, 0, 0, 0};
+    const auto play = [&](int frames, int missing) {
+        for (int i = 0; i < frames; ++i, timecode = next(timecode, rate)) {
+            std::vector<float> signal;
+            encoder.appendFrame(timecode, signal);
+            if (i % 10 < missing) {
+                std::ranges::fill(signal, 0.0F);
+            }
+            screen.computer.audio.deliver(std::vector{std::vector<float>(signal.size()), signal});
+            screen.computer.time.drain();
+        }
+    };
+    play(60, 0);
+    QTRY_VERIFY(screen.shows("LTC sur le canal 2."));
+    QVERIFY(screen.shows("Canal 1"));
+    screen.click("Décoder le canal 2");
+    QVERIFY(screen.shows("Canal 2"));
+    play(50, 0);
+    QTRY_VERIFY(screen.shows("29,97 DF · 100 % · 45 sur 45 images · en marche · 0 dBFS"));
+    QTRY_VERIFY(
+        screen.shows("Timecode à 29,97 DF : les morceaux partent jusqu'à 5 images trop tôt."));
+    screen.click("Compter à 29,97 DF");
+    QVERIFY(manager.countsThirty());
+    play(150, 2);
+    QTRY_VERIFY(screen.shows("Cette ligne pourrait faire sauter un morceau."));
+    screen.click("Ignorer");
+    QVERIFY(!manager.isCareful());
+    screen.click("Suivi prudent");
+    QVERIFY(manager.isCareful());
+    screen.click("Arrêter la capture");
+    QVERIFY(!screen.shows("Canal 2"));
 }
 
 void LiveScreenTest::saysWhyACaptureFailed() {

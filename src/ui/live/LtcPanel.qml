@@ -61,6 +61,22 @@ Rectangle {
                 onToggled: ShellViewModel.autoAdvanceEnabled = checked
             }
             PVButton {
+                glyph: Icons.chevronDown
+                look: PVButton.Plain
+                foreground: Colors.pvPaperFaint
+                tip: "Comment suivre le timecode"
+                onClicked: followMenu.popup(this, 0, height)
+
+                FollowMenu {
+                    id: followMenu
+                }
+            }
+            PVSwitch {
+                text: "Suivi prudent"
+                checked: TimecodeViewModel.isCareful
+                onToggled: TimecodeViewModel.isCareful = checked
+            }
+            PVButton {
                 text: TimecodeViewModel.isCapturing ? "Arrêter la capture" : "Démarrer la capture"
                 // As wide as the longer of both, so that nothing moves under the pointer.
                 Layout.minimumWidth: Math.ceil(longest.advanceWidth) + leftPadding + rightPadding
@@ -117,6 +133,12 @@ Rectangle {
             }
         }
 
+        ChannelRow {
+            Layout.fillWidth: true
+        }
+        LineHealth {
+            Layout.fillWidth: true
+        }
         PVText {
             visible: TimecodeViewModel.hasLostAudio
             text: "Son perdu : l'ordinateur n'a pas suivi"

@@ -86,6 +86,9 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::isFetchingInputDevices:
             Q_EMIT isFetchingDevicesChanged();
             break;
+        case Field::isCareful:
+            Q_EMIT isCarefulChanged();
+            break;
         case Field::hasLostAudio:
             Q_EMIT hasLostAudioChanged();
             break;
@@ -104,7 +107,10 @@ void TimecodeViewModel::update(LtcManager::Field field) {
         case Field::levelsPerChannel:
         case Field::selectedChannelIndex:
         case Field::buffersReceivedCount:
-            break;  // on no screen
+        case Field::countsThirty:
+        case Field::health:
+        case Field::channelWithTimecode:
+            break;  // not here
     }
 }
 

@@ -25,6 +25,8 @@ class TimecodeViewModel final : public QObject {
     Q_PROPERTY(QString lastError READ lastError NOTIFY lastErrorChanged)
     /// Whether audio of this capture was dropped.
     Q_PROPERTY(bool hasLostAudio READ hasLostAudio NOTIFY hasLostAudioChanged)
+    /// Whether only frames that confirm each other count.
+    Q_PROPERTY(bool isCareful READ isCareful WRITE setCareful NOTIFY isCarefulChanged)
     Q_PROPERTY(bool isFetchingDevices READ isFetchingDevices NOTIFY isFetchingDevicesChanged)
     Q_PROPERTY(tessivo::InputDeviceListModel* devices READ devices CONSTANT)
     Q_PROPERTY(int selectedDeviceRow READ selectedDeviceRow NOTIFY selectedDeviceChanged)
@@ -44,6 +46,8 @@ public:
     bool isCapturing() const { return manager_.isCapturing(); }
     QString lastError() const;
     bool hasLostAudio() const { return manager_.hasLostAudio(); }
+    bool isCareful() const { return manager_.isCareful(); }
+    void setCareful(bool careful) { manager_.setCareful(careful); }
     bool isFetchingDevices() const { return manager_.isFetchingInputDevices(); }
     InputDeviceListModel* devices() { return &devices_; }
     int selectedDeviceRow() const { return devices_.rowOf(manager_.selectedDeviceId()); }
@@ -66,6 +70,7 @@ Q_SIGNALS:
     void lastErrorChanged();
     void hasLostAudioChanged();
     void isFetchingDevicesChanged();
+    void isCarefulChanged();
     void selectedDeviceChanged();
     void timecodeChanged();
     void signalDetectedChanged();
