@@ -210,8 +210,8 @@ TEST_CASE("whoever takes the first service comes past one that can't be reached"
         CHECK(world.runUntil([&] { return !end.states.empty(); }));
         return end.states.front() == State::ready;
     };
+    const auto reportCount = reports.all.size();
     if (!callFirst()) {
-        const auto reportCount = reports.all.size();
         REQUIRE(world.runUntil([&] { return reports.all.size() > reportCount; }));
         CHECK(callFirst());
     }

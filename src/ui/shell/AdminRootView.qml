@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tessivo.Display
 import Tessivo.Kit
@@ -33,13 +31,14 @@ FocusScope {
     }
 
     Loader {
+        readonly property bool leads: network.status === AdminNetworkViewModel.Broadcasting
+
         anchors.fill: parent
-        active: network.status === AdminNetworkViewModel.Broadcasting
         focus: true
-        sourceComponent: ContentView {
-            focus: true
-            // Whoever took over goes on at once.
-            firstTab: root.network.tookOver ? EditorView.Live : EditorView.Setlist
-        }
+        // Whoever took over goes on at once.
+        onLeadsChanged: setSource("ContentView.qml", {
+            focus: true,
+            firstTab: network.tookOver ? EditorView.Live : EditorView.Setlist
+        })
     }
 }
