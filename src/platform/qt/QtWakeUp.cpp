@@ -37,6 +37,8 @@ void QtWakeUp::fire() {
 
 #else
 
+#include "base/Lifetime.h"
+
 namespace tessivo {
 
 QtWakeUp::QtWakeUp(QObject& queue, MainQueue::Task task) : task_(std::move(task)) {
