@@ -79,7 +79,8 @@ void AppState::takeOver(Show show, std::int64_t songIndex, Instant startedAt) {
     replaceOrAppend(std::move(show), std::move(edit));
     activate(id, songIndex);
     assign(Field::currentSongStartedAt, currentSongStartedAt_, startedAt);
-    assign(Field::nowTick, nowTick_, platform_.clock.now());
+    countdownStart_ = platform_.clock.moment() + (startedAt - platform_.clock.now());
+    tick();
 }
 
 void AppState::replaceOrAppend(Show show, Edit edit) {

@@ -35,7 +35,7 @@ public:
         window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
         QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowActive(window));
-        press(Qt::Key_Return);  // the keyboard is on "Admin"
+        press(Qt::Key_Return);       // the keyboard is on "Admin"
         computer.time.advance(2.0);  // the check of the network, to a tick of the clock
         layOut();
     }
