@@ -15,7 +15,7 @@
 namespace tessivo {
 namespace {
 
-constexpr std::int64_t shortestSong = 20, longestSong = 20 * 60;
+constexpr std::int64_t shortestSong = 20, longestSong = 1200;  // seconds
 /// In bytes; a million rows may share the longest text that there is.
 constexpr std::size_t longestOddTitle = 64;
 
