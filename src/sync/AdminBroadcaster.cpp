@@ -19,18 +19,17 @@ void AdminBroadcaster::startChecking() {
     }
     conflictBrowser_ = network_.makeBrowser(serviceType);
     conflictBrowser_->onResultsChanged = [this](const std::vector<ServiceEndpoint>& services) {
+        std::erase_if(calls_, [&](const Call& one) {
+            return std::ranges::find(services, one.other) == services.end();
+        });
         std::ranges::for_each(services, [this](const auto& service) { call(service); });
     };
     conflictBrowser_->start();
     endOfCheck_.postAfter(checkDuration, [this] {
         if (calls_.empty()) {
-            endCheck();
-            beginBroadcasting();
+            decide();
         } else {
-            endOfCheck_.postAfter(answerDuration, [this] {
-                endCheck();
-                beginBroadcasting();
-            });
+            endOfCheck_.postAfter(answerDuration, [this] { decide(); });
         }
     });
     setStatus({Kind::checking, {}});
@@ -55,12 +54,25 @@ void AdminBroadcaster::call(const ServiceEndpoint& other) {
     }
     calls_.push_back({other, network_.connect(other)});
     StreamConnection& connection = *calls_.back().connection;
-    connection.onStateChange = [this, other, &connection](StreamConnection::State state) {
-        if (state == StreamConnection::State::ready || connection.wasRefused()) {
+    connection.onStateChange = [this, other](StreamConnection::State state) {
+        if (state == StreamConnection::State::ready) {
             refuse(other);
         }
     };
     connection.start();
+}
+
+/// A computer that refuses lives, and leads if it is still advertised: when a program ends without
+/// a word, what it advertised goes within a second.
+void AdminBroadcaster::decide() {
+    const auto refused =
+        std::ranges::find_if(calls_, [](const Call& one) { return one.connection->wasRefused(); });
+    if (refused != calls_.end()) {
+        refuse(ServiceEndpoint(refused->other));
+    } else {
+        endCheck();
+        beginBroadcasting();
+    }
 }
 
 void AdminBroadcaster::endCheck() {

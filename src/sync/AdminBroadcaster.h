@@ -75,6 +75,7 @@ private:
     };
 
     void call(const ServiceEndpoint& other);
+    void decide();
     void endCheck();
     void refuse(const ServiceEndpoint& other);
     void beginBroadcasting();
