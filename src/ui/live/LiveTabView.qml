@@ -246,6 +246,7 @@ Rectangle {
                 size: 13
                 weight: Font.DemiBold
                 color: Colors.pvPaperDim
+                Layout.minimumWidth: implicitWidth
             }
             PVText {
                 text: showClock.clock
