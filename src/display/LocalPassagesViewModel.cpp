@@ -7,12 +7,13 @@
 namespace tessivo {
 
 LocalPassagesViewModel* LocalPassagesViewModel::create(QQmlEngine* engine, QJSEngine*) {
-    return new LocalPassagesViewModel(screenContextOf(*engine).state);
+    return new LocalPassagesViewModel(screenContextOf(*engine));
 }
 
-LocalPassagesViewModel::LocalPassagesViewModel(AppState& state)
-    : state_(state),
-      subscription_(state.didChange.subscribe([this](AppState::Field field) { update(field); })) {
+LocalPassagesViewModel::LocalPassagesViewModel(ScreenContext& context)
+    : context_(context),
+      subscription_(
+          context.state.didChange.subscribe([this](AppState::Field field) { update(field); })) {
     presentAll();
 }
 
@@ -20,13 +21,14 @@ void LocalPassagesViewModel::update(AppState::Field field) {
     if (field == AppState::Field::shows || field == AppState::Field::activeShowId) {
         presentAll();
     } else if (field == AppState::Field::activeSongIndex) {
-        content_.presentCursor(state_.activeSongIndex());
+        content_.presentCursor(context_.state.activeSongIndex());
     }
 }
 
 void LocalPassagesViewModel::presentAll() {
-    content_.presentShow(state_.activeShow());
-    content_.presentCursor(state_.activeSongIndex());
+    const Show* show = context_.state.activeShow();
+    content_.presentShow(show, show ? context_.handOvers.of(*show) : HandOvers());
+    content_.presentCursor(context_.state.activeSongIndex());
 }
 
 }  // namespace tessivo

@@ -9,6 +9,8 @@ class QQmlEngine;
 
 namespace tessivo {
 
+struct ScreenContext;
+
 /// The passages of this computer's own active show.
 class LocalPassagesViewModel final : public QObject {
     Q_OBJECT
@@ -19,7 +21,7 @@ class LocalPassagesViewModel final : public QObject {
 public:
     static LocalPassagesViewModel* create(QQmlEngine* engine, QJSEngine*);
 
-    explicit LocalPassagesViewModel(AppState& state);
+    explicit LocalPassagesViewModel(ScreenContext& context);
 
     PassagesContent* content() { return &content_; }
 
@@ -27,7 +29,7 @@ private:
     void update(AppState::Field field);
     void presentAll();
 
-    AppState& state_;
+    ScreenContext& context_;
     PassagesContent content_;
     Subscription subscription_;
 };

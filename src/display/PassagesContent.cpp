@@ -72,11 +72,10 @@ PassageCell PassageRow::cell(int column) const {
                                                      : PassageCell();
 }
 
-void PassagesContent::presentShow(const Show* show) {
+void PassagesContent::presentShow(const Show* show, const HandOvers& all) {
     QString showName = show ? toShownText(show->name) : QString();
     QVariantList columns;
     if (show) {
-        const HandOvers all = handOvers(*show);
         for (const Equipment& equipment : all.equipment) {
             if (equipment.kind != Equipment::Kind::microphone ||
                 columns.size() == static_cast<qsizetype>(microphonesShown)) {

@@ -98,8 +98,8 @@ class PassagesContent : public QObject {
 public:
     explicit PassagesContent(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// `show` may be null.
-    void presentShow(const Show* show);
+    /// `show`, which may be null, and where its equipment goes.
+    void presentShow(const Show* show, const HandOvers& all);
     void presentCursor(std::int64_t songIndex);
 
     const QString& showName() const { return showName_; }

@@ -117,7 +117,8 @@ void ReceiverViewModel::updateClockFault() {
 
 void ReceiverViewModel::presentPassages() {
     const LiveState* state = show_->lastState();
-    passages_->presentShow(state ? &state->show : nullptr);
+    passages_->presentShow(state ? &state->show : nullptr,
+                           state ? handOvers(state->show) : HandOvers());
     passages_->presentCursor(state ? state->activeSongIndex : 0);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kit/ShowHandOvers.h"
 #include "platform/Platform.h"
 
 #include <functional>
@@ -16,6 +17,7 @@ class AppState;
 struct ScreenContext {
     AppState& state;
     Platform platform;
+    ShowHandOvers handOvers{state};
     std::set<const QObject*> reasonsToStayAwake = {};
     /// What a station hands over to the admin mode, to be led from here on.
     std::function<void()> takeOver = nullptr;

@@ -11,8 +11,8 @@ Uuid toUuid(const QString& text) {
 }
 
 void ShowObserver::componentComplete() {
-    state_ = &screenContextOf(*qmlEngine(this)).state;
-    subscription_ = state_->didChange.subscribe([this](AppState::Field field) { update(field); });
+    context_ = &screenContextOf(*qmlEngine(this));
+    subscription_ = state().didChange.subscribe([this](AppState::Field field) { update(field); });
     present();
 }
 
@@ -26,14 +26,26 @@ void ShowObserver::setShowId(const QString& showId) {
 }
 
 void ShowObserver::presentAnew() {
-    if (state_) {
+    if (context_) {
         present();
     }
 }
 
+AppState& ShowObserver::state() const {
+    return context_->state;
+}
+
+bool ShowObserver::isGone() const {
+    return !state().showWithId(toUuid(showId_));
+}
+
+const HandOvers& ShowObserver::handOvers() const {
+    return context_->handOvers.of(show());
+}
+
 const Show& ShowObserver::show() const {
     static const Show placeholder;
-    const Show* found = state_->showWithId(toUuid(showId_));
+    const Show* found = state().showWithId(toUuid(showId_));
     return found ? *found : placeholder;
 }
 

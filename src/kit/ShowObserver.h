@@ -6,9 +6,12 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "base/Signal.h"
+#include "live/HandOvers.h"
 #include "state/AppState.h"
 
 namespace tessivo {
+
+struct ScreenContext;
 
 /// The id that a screen hands back; nobody's for a text that is none.
 Uuid toUuid(const QString& text);
@@ -35,10 +38,12 @@ Q_SIGNALS:
 
 protected:
     /// The one state; from componentComplete on.
-    AppState& state() const { return *state_; }
+    AppState& state() const;
+    /// Where the show's equipment goes; good until the shows change.
+    const HandOvers& handOvers() const;
     /// The show with `showId`, or a placeholder with the usual labels and no songs when it is gone.
     const Show& show() const;
-    bool isGone() const { return !state_->showWithId(toUuid(showId_)); }
+    bool isGone() const;
 
     /// A field of the state has changed.
     virtual void update(AppState::Field field) = 0;
@@ -49,7 +54,7 @@ protected:
     void presentAnew();
 
 private:
-    AppState* state_ = nullptr;
+    ScreenContext* context_ = nullptr;
     Subscription subscription_;
     QString showId_;
 };

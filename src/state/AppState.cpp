@@ -128,10 +128,14 @@ void AppState::moveByHand(std::int64_t index, MovedBy by) {
 void AppState::moveCursor(std::int64_t index, MovedBy by, double secondsAgo) {
     movedBy_ = by;
     assign(Field::activeSongIndex, activeSongIndex_, index);
-    assign(Field::currentSongStartedAt, currentSongStartedAt_, platform_.clock.now() + -secondsAgo);
-    countdownStart_ = platform_.clock.moment() + -secondsAgo;
-    tick();
+    startCountdown(platform_.clock.now() + -secondsAgo);
     save();
+}
+
+void AppState::startCountdown(Instant startedAt) {
+    assign(Field::currentSongStartedAt, currentSongStartedAt_, startedAt);
+    countdownStart_ = platform_.clock.moment() + (startedAt - platform_.clock.now());
+    tick();
 }
 
 void AppState::followTimecode() {
@@ -189,13 +193,13 @@ void AppState::followPosition(std::int64_t totalFrames, std::int64_t fps) {
     const auto index = static_cast<std::int64_t>(playing->song);
     const double countdownIsOff =
         std::abs(platform_.clock.moment() - countdownStart_ - playing->seconds);
+    const bool isLocatedWithin = index == activeSongIndex_ && countdownIsOff > toleratedCountdown &&
+                                 (hasChanged || movedBy_ == MovedBy::timecode);
     if (index != activeSongIndex_ && hasChanged) {
         tellAdvance(playing->song);
         moveCursor(index, MovedBy::timecode, playing->seconds);
-    } else if (index == activeSongIndex_ && countdownIsOff > toleratedCountdown &&
-               (hasChanged || movedBy_ == MovedBy::timecode)) {
-        moveCursor(index, MovedBy::timecode,
-                   playing->seconds);  // the playback was located within it
+    } else if (isLocatedWithin) {
+        moveCursor(index, MovedBy::timecode, playing->seconds);
     }
 }
 
@@ -257,6 +261,7 @@ void AppState::goOnKeeping() {
         }
     } else if (!recordHasChanged_ && platform_.preferences.takeHold()) {
         holdsRecord_ = true;
+        choices_.setAgain();
         change(Field::shows, [&] { change(Field::activeSongIndex, [&] { load(); }); });
         if (activeShowId_ && !activeShow()) {
             assign(Field::activeShowId, activeShowId_, std::nullopt);

@@ -280,6 +280,8 @@ private:
     void judgeMove();
     /// The same by hand: going back holds the timecode off.
     void moveByHand(std::int64_t index, MovedBy by);
+    /// Counts from when the song under the cursor began.
+    void startCountdown(Instant startedAt);
     void startCountdownTimer();
     void tick();
     void writeShowFile(const FileLocation& location, const Show& show);

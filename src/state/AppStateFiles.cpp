@@ -78,9 +78,7 @@ void AppState::takeOver(Show show, std::int64_t songIndex, Instant startedAt) {
     Edit edit = named(withName("reprendre le show", show.name, "reprendre un show"));
     replaceOrAppend(std::move(show), std::move(edit));
     activate(id, songIndex);
-    assign(Field::currentSongStartedAt, currentSongStartedAt_, startedAt);
-    countdownStart_ = platform_.clock.moment() + (startedAt - platform_.clock.now());
-    tick();
+    startCountdown(startedAt);
 }
 
 void AppState::replaceOrAppend(Show show, Edit edit) {

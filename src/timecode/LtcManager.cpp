@@ -48,7 +48,7 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
-      carefulDecoder_(clock),
+      carefulDecoder_(std::make_shared<CarefulDecoder>(clock)),
       capture_(audio),
       reopening_(mainQueue) {
     capture_.onStart = [this] {
@@ -106,6 +106,9 @@ void LtcManager::fetchInputDevices() {
     assign(isFetchingInputDevices_, true, Field::isFetchingInputDevices);
     audio_.fetchDevices(life_.guard([this](std::optional<std::vector<AudioInputDevice>> devices) {
         if (devices) {
+            if (lastError_ == unreadableDevices) {
+                assign(lastError_, {}, Field::lastError);
+            }
             assign(availableInputDevices_, *std::move(devices), Field::availableInputDevices);
         } else {
             log_ << "Audio: entrées illisibles, la liste d'avant est gardée" << std::endl;
@@ -177,6 +180,8 @@ void LtcManager::loseInput() {
 }
 
 void LtcManager::forgetLine() {
+    carefulDecoder_ = std::make_shared<CarefulDecoder>(clock_);
+    lastConfirmedTime_ = Moment::distantPast();
     assign(health_, {}, Field::health);
     channelSearch_.reset();
     assign(channelWithTimecode_, {}, Field::channelWithTimecode);
@@ -205,9 +210,9 @@ void LtcManager::handleChannelData(const AudioBlock& block) {
     const float level = levelsPerChannel_[decoded];
     assign(rawAudioLevel_, level, Field::rawAudioLevel);
     decode(block.channel(decoded), block.sampleRate, isRunning);
-    health_.hear(level, carefulDecoder_.heardSeconds());
-    didChange.emit(Field::health);
     if (isRunning()) {
+        health_.hear(level, carefulDecoder_->heardSeconds());
+        didChange.emit(Field::health);
         const Moment last = isCareful_ ? lastConfirmedTime_ : decoder_.lastValidFrameTime();
         assign(signalDetected_, clock_.moment() - last < signalHoldSeconds, Field::signalDetected);
         searchChannels(block);
@@ -233,15 +238,19 @@ void LtcManager::searchChannels(const AudioBlock& block) {
 // take over at any time.
 void LtcManager::decode(std::span<const float> samples, double sampleRate,
                         const std::function<bool()>& isRunning) {
+    const std::shared_ptr<CarefulDecoder> careful = carefulDecoder_;  // of this capture
     decoder_.feed(samples, [&](const LtcBiphaseDecoder::Frame& frame) {
         if (!isCareful_ && isRunning()) {
             applyDecodedFrame(frame);
         }
     });
-    carefulDecoder_.feed(samples, sampleRate, [&](const HeardFrame& heard) {
+    careful->feed(samples, sampleRate, [&](const HeardFrame& heard) {
+        if (!isRunning()) {
+            return;
+        }
         lastConfirmedTime_ = clock_.moment();
         health_.take(heard);
-        if (isCareful_ && isRunning()) {
+        if (isCareful_) {
             applyDecodedFrame(heard.frame);
         }
         if (isRunning()) {

@@ -121,7 +121,7 @@ public:
     std::optional<std::int64_t> channelWithTimecode() const { return channelWithTimecode_; }
     /// How the decoded channel has been doing in this capture, or the last one while idle.
     TimecodeHealth::Reading health() const {
-        return health_.reading(carefulDecoder_.heardSeconds());
+        return health_.reading(carefulDecoder_->heardSeconds());
     }
 
 private:
@@ -179,7 +179,7 @@ private:
     std::optional<Burst> burst_;
 
     LtcBiphaseDecoder decoder_;
-    CarefulDecoder carefulDecoder_;
+    std::shared_ptr<CarefulDecoder> carefulDecoder_;  ///< another one for each capture
     TimecodeHealth health_;
     std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
     Moment lastConfirmedTime_ = Moment::distantPast();

@@ -99,6 +99,7 @@ TEST_CASE("a record that is let go is taken over and read anew, unless it was ch
         CHECK_FALSE(state.keepsShows());
         CHECK(state.shows().size() == 2);
         row.act(state);
+        state.choices().set("chosen", "here");
         const std::string others = encodeJson(PersistedData{{second, third}, {}, 2});
         storedRecord(computer) = others;
         computer.time.advance(2.0);
@@ -115,6 +116,7 @@ TEST_CASE("a record that is let go is taken over and read anew, unless it was ch
         computer.preferences.isHeldElsewhere = false;
         computer.time.advance(2.0);
         CHECK(state.keepsShows() == row.takesOver);
+        CHECK(computer.preferences.values.contains("chosen") == row.takesOver);
         for (const auto field : {AppState::Field::shows, AppState::Field::activeSongIndex,
                                  AppState::Field::keepsShows}) {
             CHECK(told.contains(field) == row.takesOver);

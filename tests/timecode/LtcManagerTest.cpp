@@ -123,6 +123,25 @@ TEST_CASE_FIXTURE(Fixture, "devices are looked for once at a time, and kept when
         audio.setUnreadable();
         manager->fetchInputDevices();
     }
+    queue.drain();
+    audio.setDevices({});
+    audio.setUnreadable(false);
+    manager->fetchInputDevices();
+    queue.drain();
+    CHECK(manager->availableInputDevices().empty());
+    CHECK(manager->lastError() == std::nullopt);
+}
+
+TEST_CASE_FIXTURE(Fixture, "what one capture confirmed confirms nothing in the next") {
+    int confirmed = 0;
+    manager->onFrameConfirmed = [&](std::int64_t, std::int64_t) { ++confirmed; };
+    for (const std::int64_t frame : {1, 3, 5}) {
+        captureOpen(mono);
+        handle({timecode({{10, 0, 0, frame}, {10, 0, 0, frame + 1}})});
+        manager->stopCapturing();
+        CHECK(std::exchange(confirmed, 0) == 1);
+        CHECK(manager->health().came == 1);
+    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "lost audio is told at once, and each burst is logged once") {

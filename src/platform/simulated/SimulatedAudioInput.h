@@ -33,7 +33,7 @@ public:
     /// From now on opening fails like this.
     void setFailure(std::optional<AudioFailure> failure) { failure_ = failure; }
     /// From now on the devices can't be read.
-    void setUnreadable() { isUnreadable_ = true; }
+    void setUnreadable(bool isUnreadable = true) { isUnreadable_ = isUnreadable; }
 
     /// One block of the open device: its samples by channel, all of one length, and what should
     /// have come before it. The main thread has it on a later turn. False when no device is open.

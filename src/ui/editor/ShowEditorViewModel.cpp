@@ -27,7 +27,7 @@ void ShowEditorViewModel::update(AppState::Field field) {
 
 void ShowEditorViewModel::present() {
     const Show& shown = show();
-    const HandOvers all = handOvers(shown);
+    const HandOvers& all = handOvers();
     std::vector<EditedSong> songs;
     songs.reserve(shown.songs.size());
     for (std::size_t i = 0; i < shown.songs.size(); ++i) {

@@ -8,13 +8,18 @@ PVMenu {
     title: "Suivi du timecode"
     width: 280
 
+    ActionGroup {
+        id: ways
+    }
     Action {
+        ActionGroup.group: ways
         text: "Au départ de chaque morceau"
         checkable: true
         checked: !LineHealthViewModel.followsPosition
         onTriggered: LineHealthViewModel.followsPosition = false
     }
     Action {
+        ActionGroup.group: ways
         text: "Selon la position"
         checkable: true
         checked: LineHealthViewModel.followsPosition

@@ -28,9 +28,6 @@ protected:
     void present() override;
 
 private:
-    void updateLine();
-
-    HandOvers handOvers_;  // of the show as it is, whatever the cursor
     QString line_;
 };
 
