@@ -509,8 +509,9 @@ private:
 
     /// Clicks on the first shown item that says this.
     void click(const char* text) const {
-        const QQuickItem* item = find(main_->contentItem(), QString::fromUtf8(text));
-        if (!item) {
+        const QQuickItem* item = nullptr;
+        if (!QTest::qWaitFor(
+                [&] { return (item = find(main_->contentItem(), QString::fromUtf8(text))); })) {
             std::fprintf(stderr, "gallery: nothing says %s\n", text);
             return;
         }

@@ -59,16 +59,6 @@ class EndToEndTest(unittest.TestCase):
         admin.see("Nouveau show", "push button")
         return admin
 
-    @property
-    def record(self):
-        return self.desk.folder / "config" / "tessivo" / "pavona_data_v1"
-
-    def stored(self):
-        """The record, once the store has brought the newest one to its place."""
-        processes.wait_until(lambda: not list(self.record.parent.glob("*.recent-*")),
-                             "the newest record to be in its place")
-        return json.loads(self.record.read_text(encoding="utf-8"))
-
     def write_ltc(self, start, seconds):
         """Makes a .wav of 25 fps timecode that begins at `start` and returns its path."""
         path = self.stage.folder / f"{start.replace(':', '-')}.wav"

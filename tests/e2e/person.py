@@ -13,7 +13,7 @@ class Person:
         self._test = test
         self.program = Program(test.stage, test.programs / "tessivo", host)
         test.addCleanup(self.program.stop)
-        self._screen = test.screen.program(self.program.pid)
+        self._screen = test.screen.program(self.program)
 
     def screen(self):
         return self._screen

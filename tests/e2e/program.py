@@ -25,6 +25,9 @@ class Program:
     def pid(self):
         return self._process.pid
 
+    def ended(self):
+        return self._process.poll() is not None
+
     def lines(self):
         """What it has written to standard output so far."""
         return list(self._lines)

@@ -129,12 +129,14 @@ class Screen(Element):
         super().__init__(self, desktop)
         self.stage = stage
 
-    def program(self, pid):
-        """The program with that process id, among several."""
+    def program(self, program):
+        """The windows of that program, among those of several."""
         def look():
+            if program.ended():
+                raise AssertionError("the program ended while it started")
             return next((child for child in self.children()
-                         if child.process() == pid and child.look()), None)
-        return processes.wait_until(look, f"the windows of process {pid}", 60)
+                         if child.process() == program.pid and child.look()), None)
+        return processes.wait_until(look, f"the windows of process {program.pid}", 60)
 
     def window(self, title):
         """A window by its whole title."""
