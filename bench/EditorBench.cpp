@@ -90,5 +90,13 @@ int main(int argc, char* argv[]) {
     report("scrolling by 120 pixels (budget 16 ms)", measureAll(window, [&](int) {
                list->setProperty("contentY", list->property("contentY").toReal() + 120);
            }));
+    Show longTitles = showWithSongs(100);
+    for (Song& song : longTitles.songs) {
+        song.title = std::string(32'767, 'x');
+    }
+    screen.state.setActiveShowId(std::nullopt);
+    window.grabWindow();
+    report("opening 100 songs with titles as long as a cell",
+           {measure(window, [&] { screen.state.importShow(longTitles); })});
     return 0;
 }

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void aDragScrollsALongListAtItsEdge();
     void tabGoesThroughTheRowsAsTheyAreSeen();
     void typingSurvivesWhatHappensBesideIt();
+    void aLongTitleIsEditedWhole();
     void typedTextOutlivesItsRow();
     void editsAGuest();
     void editsTheLabels();
@@ -345,6 +346,20 @@ void EditorTest::typingSurvivesWhatHappensBesideIt() {
     QVERIFY(field->hasActiveFocus());
     QCOMPARE(field->property("text").toString(), "1001");
     QCOMPARE(field->property("cursorPosition").toInt(), 3);
+}
+
+void EditorTest::aLongTitleIsEditedWhole() {
+    Show show = fourSongs();
+    show.songs[1].title.assign(2'000, 'x');
+    Screen screen(show);
+    const std::string beginning = std::string(300, 'x') + "…";
+    QQuickItem* field = screen.item(beginning.c_str());
+    screen.click(field);
+    screen.press(Qt::Key_End);
+    screen.type("y");
+    QCOMPARE(screen.state.activeShow()->songs[1].title, std::string(2'000, 'x') + "y");
+    screen.click("Titre du morceau, puis Entrée…");
+    QCOMPARE(field->property("text").toString().toStdString(), beginning);
 }
 
 void EditorTest::typedTextOutlivesItsRow() {
