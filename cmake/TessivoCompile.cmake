@@ -22,10 +22,15 @@ set(tessivo_warning_options
 add_library(tessivo_warnings INTERFACE)
 target_compile_options(tessivo_warnings INTERFACE ${tessivo_warning_options})
 
-# A QML module also compiles what Qt's tools generate, which isn't ours to mend: there the warnings
-# are for the named sources only.
-function(tessivo_warn_about)
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${tessivo_warning_options}")
+# A QML module also compiles what Qt's tools generate, a hundred files that include the same headers:
+# those are read once. That code isn't ours to mend, so the warnings are for the named sources only,
+# which include what they use.
+function(tessivo_screen_module name)
+  set_source_files_properties(${ARGN} PROPERTIES
+    COMPILE_OPTIONS "${tessivo_warning_options}" SKIP_PRECOMPILE_HEADERS ON)
+  if(NOT tessivo_screen_options)
+    target_precompile_headers(${name} PRIVATE <QtQml/qqmlprivate.h> <QtQml/qqmlcontext.h> <QtQml/qqmlengine.h>)
+  endif()
 endfunction()
 
 if(TESSIVO_SANITISE)
