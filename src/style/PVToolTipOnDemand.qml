@@ -19,6 +19,7 @@ Loader {
         parent: maker
         text: maker.text
         above: maker.above
-        visible: true
+        // Not once the row that the pointer rested on was taken out of the window.
+        visible: maker.Window.window !== null
     }
 }
