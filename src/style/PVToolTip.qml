@@ -10,7 +10,6 @@ T.ToolTip {
 
     x: parent ? (parent.width - implicitWidth) / 2 : 0
     y: !parent ? 0 : above ? -implicitHeight - 4 : parent.height + 4
-    delay: 600
     margins: 6
     padding: 6
     horizontalPadding: 9

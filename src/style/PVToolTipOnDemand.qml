@@ -15,11 +15,21 @@ Loader {
 
     anchors.fill: parent
     active: wanted
-    sourceComponent: PVToolTip {
-        parent: maker
-        text: maker.text
-        above: maker.above
-        // Not once the row that the pointer rested on was taken out of the window.
-        visible: maker.Window.window !== null
+    sourceComponent: Timer {
+        readonly property PVToolTip tip: PVToolTip {
+            parent: maker
+            text: maker.text
+            above: maker.above
+            delay: 0
+        }
+
+        interval: 600
+        running: true
+        onTriggered: {
+            // A row that has left its list stands in no window, and yet may live for a moment.
+            if (maker.Window.window) {
+                tip.open();
+            }
+        }
     }
 }

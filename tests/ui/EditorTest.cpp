@@ -92,6 +92,23 @@ void EditorTest::preparesAShowFromNothing() {
     QCOMPARE(entry->property("text").toString(), QString());
     QVERIFY(entry->hasActiveFocus());
 
+    // A tip comes once the pointer has rested, and not for a row that has gone meanwhile.
+    QTest::mouseMove(screen.window, Screen::centreOf(screen.item("Supprimer le morceau")));
+    const auto showsTip = [&] {
+        return std::ranges::any_of(
+            screen.window->contentItem()->childItems(),
+            [](QQuickItem* item) { return item->inherits("QQuickOverlay") && item->isVisible(); });
+    };
+    QTRY_VERIFY(showsTip());
+    QTest::mouseMove(screen.window, Screen::centreOf(entry));
+    QTRY_VERIFY(!showsTip());
+    QTest::mouseMove(screen.window, Screen::centreOf(screen.item("Supprimer le morceau")));
+    screen.state.addSong("Rappel");
+    screen.state.removeSong(screen.state.activeShow()->songs[0].id);
+    QTest::qSleep(800);
+    QCoreApplication::processEvents();
+    screen.layOut();
+
     // The second half of a double click meets the row that has slid up.
     const QPoint place = Screen::centreOf(screen.item("Supprimer le morceau"));
     screen.click("Supprimer le morceau");
