@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFont>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
@@ -10,7 +11,6 @@
 #include <QStyleFactory>
 #include <QTranslator>
 
-#include "app/WindowIcon.h"
 #include "kit/ScreenContext.h"
 #include "platform/audio/PortAudioInput.h"
 #include "platform/network/LocalNetwork.h"
@@ -62,6 +62,14 @@ void dressStandardDialogs(QApplication& application, QTranslator& translator) {
     application.setFont(QFont(QStringLiteral("Inter"), 10));
 }
 
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/icons/%1.png").arg(size));
+    }
+    return icon;
+}
+
 /// Of the state folder of the XDG base directories, which Qt 6.4 doesn't know.
 std::string journalFolder() {
     QString state = qEnvironmentVariable("XDG_STATE_HOME");
@@ -89,7 +97,8 @@ int main(int argc, char* argv[]) try {
     QCoreApplication::setApplicationVersion(QStringLiteral("Beta " TESSIVO_VERSION));
     QTranslator translator;
     dressStandardDialogs(application, translator);
-    QApplication::setWindowIcon(tessivo::windowIcon());
+    QApplication::setWindowIcon(windowIcon());
+    QGuiApplication::setDesktopFileName(QStringLiteral("tessivo"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     tessivo::SystemClock clock;
