@@ -65,13 +65,13 @@ Rectangle {
             border.width: 2
             border.color: Colors.pvRed
         }
-        PVText {
+        PVReadout {
             id: timeLeft
 
+            what: "Temps restant"
             text: panel.countdown
             size: 18
             weight: Font.Bold
-            digits: true
             color: panel.urgent ? Colors.pvRed : Colors.pvPaperDim
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
