@@ -54,40 +54,37 @@ double opacityOf(const QQuickItem* item) {
 }
 
 /// Secondary texts that are meant to stand back, each with what tells the same legibly.
-const QRegularExpression standsBack(
-    QRegularExpression::anchoredPattern(
-        [] {
-            const char* const texts[] =
-                {
-                    "Tessivo, la conduite.*",         // the footer: nothing that is needed
-                    "Setlist|Micros & IEM|Vue live",  // tabs: the chosen one is bright and
-                                                      // underlined
-                    "Précédent|À suivre|LTC",         // captions: the place and what stands below
-                    "\\d+ morceaux? .*|Aucun morceau .*",   // counts: the list itself
-                    "Espace = suivant .*",                  // the keys: the guide
-                    "Aller à ce morceau →",                 // the whole row is the button
-                    "(Chœurs|Léa|—|\\(sans nom\\)) — .*",   // of songs to come and past: the
-                                                            // passages' window
-                    "MICRO|IEM|VOL",                        // over values that are bright
-                    "[✓·\\d]|Pas de guest.*|Morceau [12]",  // past songs and places on stage:
-                                                            // fitted, they go
-                    "● En cours.*|0:\\d\\d",                // on the card's red: large, and bold
-                    "Choisis un fichier.*|Assure-toi.*",    // advice below a bright line
-                    "Fermer",                               // Escape does the same
-                    "Ouvrir l'affichage|Ajouter|Créer|Valider|Supprimer|Importer|Choisir un "
-                    "fichier…",            // white on red, 4.3
-                    "Timecode LTC|Durée",  // captions: the keys' example below them
-                    "Choisis d'abord.*",   // what failed, in red, 4.4: bold
-                    "Feuille|Ligne des titres.*|Première ligne.*|À quoi.*|[A-Z]",  // captions of
-                                                                                   // the import
-                    "[\\x{E000}-\\x{F8FF}]",  // symbols, each with a tool tip
-            };
-            QStringList patterns;
-            for (const char* text : texts) {
-                patterns.append(QString::fromUtf8(text));
-            }
-            return patterns.join('|');
-        }()));
+const QRegularExpression standsBack(QRegularExpression::anchoredPattern([] {
+    const char* const texts[] = {
+        "Tessivo, la conduite.*",               // the footer: nothing that is needed
+        "Setlist|Micros & IEM|Vue live",        // tabs: the chosen one is bright and
+                                                // underlined
+        "Précédent|À suivre|LTC",               // captions: the place and what stands below
+        "\\d+ morceaux? .*|Aucun morceau .*",   // counts: the list itself
+        "Espace = suivant .*",                  // the keys: the guide
+        "Aller à ce morceau →",                 // the whole row is the button
+        "(Chœurs|Léa|—|\\(sans nom\\)) — .*",   // of songs to come and past: the
+                                                // passages' window
+        "MICRO|IEM|VOL",                        // over values that are bright
+        "[✓·\\d]|Pas de guest.*|Morceau [12]",  // past songs and places on stage:
+                                                // fitted, they go
+        "● En cours.*|0:12",                    // on the red card, 3.1 and 4.4: bold
+        "Choisis un fichier.*|Assure-toi.*",    // advice below a bright line
+        "Fermer",                               // Escape does the same
+        "Ouvrir l'affichage|Ajouter|Créer|Valider|Supprimer|Importer|Choisir un "
+        "fichier…",            // white on red, 4.3
+        "Timecode LTC|Durée",  // captions: the keys' example below them
+        "Choisis d'abord.*",   // what failed, in red, 4.4: bold
+        "Feuille|Ligne des titres.*|Première ligne.*|À quoi.*|[A-Z]",  // captions of
+                                                                       // the import
+        "[\\x{E000}-\\x{F8FF}]",  // symbols, each with a tool tip
+    };
+    QStringList patterns;
+    for (const char* text : texts) {
+        patterns.append(QString::fromUtf8(text));
+    }
+    return patterns.join('|');
+}()));
 
 /// What can be used of a window: its content, or the dialog or menu over it.
 QQuickItem* frontOf(QQuickWindow* window) {

@@ -55,13 +55,13 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
-        // Red alone is grey to some eyes.
+        // Red alone is grey to some eyes, and on the card's red to all.
         Rectangle {
             visible: panel.urgent
             anchors.fill: timeLeft
             anchors.margins: -4
             radius: 5
-            color: "transparent"
+            color: Colors.pvBlack
             border.width: 2
             border.color: Colors.pvRed
         }
