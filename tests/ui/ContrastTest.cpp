@@ -56,28 +56,25 @@ double opacityOf(const QQuickItem* item) {
 /// Secondary texts that are meant to stand back, each with what tells the same legibly.
 const QRegularExpression standsBack(QRegularExpression::anchoredPattern([] {
     const char* const texts[] = {
-        "Tessivo, la conduite.*",               // the footer: nothing that is needed
-        "Setlist|Micros & IEM|Vue live",        // tabs: the chosen one is bright and
-                                                // underlined
-        "Précédent|À suivre|LTC",               // captions: the place and what stands below
-        "\\d+ morceaux? .*|Aucun morceau .*",   // counts: the list itself
-        "Espace = suivant .*",                  // the keys: the guide
-        "Aller à ce morceau →",                 // the whole row is the button
-        "(Chœurs|Léa|—|\\(sans nom\\)) — .*",   // of songs to come and past: the
-                                                // passages' window
-        "MICRO|IEM|VOL",                        // over values that are bright
-        "[✓·\\d]|Pas de guest.*|Morceau [12]",  // past songs and places on stage:
-                                                // fitted, they go
-        "● En cours.*|0:12",                    // on the red card, 3.1 and 4.4: bold
-        "Choisis un fichier.*|Assure-toi.*",    // advice below a bright line
-        "Fermer",                               // Escape does the same
-        "Ouvrir l'affichage|Ajouter|Créer|Valider|Supprimer|Importer|Choisir un "
-        "fichier…",            // white on red, 4.3
-        "Timecode LTC|Durée",  // captions: the keys' example below them
-        "Choisis d'abord.*",   // what failed, in red, 4.4: bold
-        "Feuille|Ligne des titres.*|Première ligne.*|À quoi.*|[A-Z]",  // captions of
-                                                                       // the import
-        "[\\x{E000}-\\x{F8FF}]",  // symbols, each with a tool tip
+        "Tessivo, la conduite.*",                // the footer: nothing that is needed
+        "Setlist|Micros & IEM|Vue live",         // tabs: the shown one is underlined
+        "Précédent|À suivre|LTC",                // captions: what stands below
+        "\\d+ morceaux? .*|Aucun morceau .*",    // counts: the list itself
+        "Espace = suivant .*",                   // the keys: the guide
+        "Aller à ce morceau →",                  // the whole row is the button
+        "(Chœurs|Léa|—|\\(sans nom\\)) — .*",    // of other songs: the passages
+        "MICRO|IEM|VOL",                         // over values that are bright
+        "[✓·\\d]|Pas de guest.*|Morceau [12]",   // past songs, places: fitted, they go
+        "● En cours.*|0:12",                     // on the red card, 3.1 and 4.4: bold
+        "Choisis un fichier.*|Assure-toi.*",     // advice below a bright line
+        "Fermer",                                // Escape does the same
+        "Ouvrir l'affichage|Ajouter|Créer",      // white on red, 4.3: bold
+        "Valider|Supprimer|Importer|Choisir.*",  // the same
+        "Timecode LTC|Durée",                    // captions: the example below
+        "Choisis d'abord.*",                     // what failed, in red, 4.4: bold
+        "Feuille|Ligne des titres.*|À quoi.*",   // captions of the import
+        "Première ligne.*|[A-Z]",                // the same
+        "[\\x{E000}-\\x{F8FF}]",                 // symbols, each with a tool tip
     };
     QStringList patterns;
     for (const char* text : texts) {
