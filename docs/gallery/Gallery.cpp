@@ -317,7 +317,17 @@ private:
         }
         present(crowdedShow(), 42);
         take(*stage_, "stage-crowded-fit", {1920, 1080});
+        Show longest = guestsShow(3);
+        for (Song& named : longest.songs) {
+            named.title += ", de la première lueur du soir jusqu'au bout du dernier rappel";
+            for (Guest& singer : named.guests) {
+                singer.name += " — " + singer.name + " et les solistes de la maîtrise";
+            }
+        }
+        present(longest, 1);
+        take(*stage_, "stage-long-names-fit", screens[0].size);
         QTest::keyClick(stage_.get(), Qt::Key_0, Qt::ControlModifier);
+        take(*stage_, "stage-long-names", screens[0].size);
     }
 
     /// Of a capital in this text, were the stage's window a whole screen of 55 inches and 16 : 9.

@@ -67,13 +67,13 @@ Rectangle {
             border.width: 2
             border.color: Colors.pvRed
         }
-        PVText {
+        PVReadout {
             id: timeLeft
 
+            what: "Temps restant"
             text: card.countdown
             size: 26
             weight: Font.Bold
-            digits: true
             color: card.urgent ? Colors.pvRed : Colors.pvPaperDim
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter

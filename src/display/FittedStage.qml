@@ -44,9 +44,9 @@ Item {
                 spacing: 7
 
                 Rectangle {
-                    width: 9
-                    height: 9
-                    radius: 4.5
+                    width: 10
+                    height: 10
+                    radius: 5
                     color: Colors.pvRed
                     anchors.verticalCenter: parent.verticalCenter
                 }
@@ -91,14 +91,14 @@ Item {
                 border.width: stage.content.urgent ? 3 : 0
                 border.color: Colors.pvRed
 
-                PVText {
+                PVReadout {
                     id: countdown
 
                     anchors.centerIn: parent
+                    what: "Temps restant"
                     text: stage.content.countdown
                     size: 52
                     weight: Font.Bold
-                    digits: true
                     color: stage.content.urgent ? Colors.pvRed : Colors.pvPaper
                 }
             }

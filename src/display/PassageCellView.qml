@@ -7,6 +7,8 @@ Item {
     id: view
 
     required property passageCell cell
+    /** Whether the song is the current one, whose ground is brighter. */
+    required property bool isLit
 
     readonly property bool isUsed: cell.names !== ""
     readonly property int axis: 16
@@ -71,7 +73,7 @@ Item {
             text: view.cell.word
             size: Fonts.smallCaption
             weight: view.cell.lineAbove > 2 || view.cell.isCollision ? Font.Bold : Font.Normal
-            color: view.cell.isChange ? Colors.pvAmber : Colors.pvPaperDim
+            color: view.cell.isChange ? Colors.pvAmber : view.isLit ? Colors.pvPaper : Colors.pvPaperDim
             elide: Text.ElideRight
             Accessible.ignored: true
         }

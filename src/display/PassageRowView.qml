@@ -42,6 +42,7 @@ Item {
                 width: row.columnWidth
                 height: row.height
                 cell: row.passages.cell(index)
+                isLit: row.isCurrent
             }
         }
     }

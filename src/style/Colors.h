@@ -22,6 +22,7 @@ class Colors : public QObject {
     Q_PROPERTY(QColor pvPaperDim MEMBER pvPaperDim CONSTANT)
     Q_PROPERTY(QColor pvPaperFaint MEMBER pvPaperFaint CONSTANT)
     Q_PROPERTY(QColor pvGreen MEMBER pvGreen CONSTANT)
+    Q_PROPERTY(QColor outline MEMBER outline CONSTANT)
 
 public:
     const QColor pvBlack = QColor::fromRgbF(0.039F, 0.035F, 0.031F);
@@ -35,6 +36,9 @@ public:
     const QColor pvPaperDim = QColor::fromRgbF(0.604F, 0.58F, 0.541F);
     const QColor pvPaperFaint = QColor::fromRgbF(0.353F, 0.337F, 0.31F);
     const QColor pvGreen = QColor::fromRgbF(0.31F, 0.58F, 0.408F);
+
+    /// Of what is typed into, chosen from or switched: no brighter than 3 : 1 on pvBlack3 asks for.
+    const QColor outline = QColor::fromRgbF(0.42F, 0.4F, 0.37F);
 
     /// `color` at `opacity` (0 to 1), for tinted surfaces.
     Q_INVOKABLE static QColor withOpacity(QColor color, double opacity) {

@@ -77,7 +77,7 @@ T.Button {
         radius: button.look === PVButton.Filled ? 6 : 5
         color: {
             if (button.look === PVButton.Filled) {
-                return button.down ? Qt.darker(button.fill, 1.25) : button.hovered ? Qt.lighter(button.fill, 1.12) : button.fill;
+                return button.down ? Qt.darker(button.fill, 1.4) : button.hovered ? Qt.darker(button.fill, 1.15) : button.fill;
             }
             return button.down ? Colors.pvLine : button.hovered ? Colors.pvBlack3 : "transparent";
         }

@@ -23,6 +23,7 @@ ComboBox {
     rightPadding: 26
 
     Accessible.role: Accessible.ComboBox
+    Accessible.description: displayText
 
     Keys.onPressed: event => {
         if (!popup.visible) {
@@ -54,8 +55,8 @@ ComboBox {
     background: Rectangle {
         radius: 5
         color: chooser.down || chooser.hovered ? Colors.pvLine : Colors.pvBlack3
-        border.width: 1
-        border.color: chooser.activeFocus ? Colors.pvAmber : Colors.pvLine
+        border.width: chooser.activeFocus ? 2 : 1
+        border.color: chooser.activeFocus ? Colors.pvAmber : Colors.outline
     }
 
     delegate: PVComboEntry {

@@ -20,6 +20,7 @@ ItemDelegate {
         text: entry.label
         size: 13
         color: entry.current ? Colors.pvAmber : Colors.pvPaper
+        weight: entry.current ? Font.Bold : Font.Normal
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
@@ -27,5 +28,7 @@ ItemDelegate {
     background: Rectangle {
         radius: 4
         color: entry.highlighted ? Colors.pvLine : "transparent"
+        border.width: entry.highlighted ? 1 : 0
+        border.color: Colors.pvAmber
     }
 }

@@ -57,6 +57,8 @@ Menu {
         }
         background: Rectangle {
             color: item.highlighted ? Colors.pvLine : "transparent"
+            border.width: item.highlighted ? 1 : 0
+            border.color: Colors.pvAmber
             radius: 4
         }
     }

@@ -28,6 +28,19 @@ T.Switch {
         Accessible.ignored: true
     }
 
+    // Around all of it: amber can't be told from red.
+    leftInset: -6
+    rightInset: -6
+    topInset: -4
+    bottomInset: -4
+    background: Rectangle {
+        visible: control.activeFocus
+        color: "transparent"
+        radius: 5
+        border.width: 1
+        border.color: Colors.pvAmber
+    }
+
     indicator: Rectangle {
         x: control.width - width
         anchors.verticalCenter: control.verticalCenter
@@ -36,7 +49,7 @@ T.Switch {
         radius: 9
         color: control.checked ? Colors.pvRed : Colors.pvBlack3
         border.width: 1
-        border.color: control.activeFocus ? Colors.pvAmber : control.checked ? Colors.pvRed : Colors.pvPaperFaint
+        border.color: control.checked ? Colors.pvRed : Colors.outline
 
         Rectangle {
             x: control.checked ? parent.width - width - 2 : 2

@@ -61,8 +61,8 @@ TextField {
     background: Rectangle {
         radius: field.radius
         color: field.boxed || field.activeFocus ? Colors.pvBlack3 : "transparent"
-        border.width: field.activeFocus || (field.hovered && field.boxed) ? 1 : 0
-        border.color: field.activeFocus ? Colors.pvAmber : Colors.pvLine
+        border.width: field.activeFocus ? 2 : field.boxed ? 1 : 0
+        border.color: field.activeFocus ? Colors.pvAmber : field.hovered ? Colors.pvPaperDim : Colors.outline
     }
 
     Loader {

@@ -38,6 +38,11 @@ class Element:
         return self._accessible.get_name()
 
     @property
+    def description(self):
+        """What the element says when it is asked; of digits that run, the digits."""
+        return self._accessible.get_description()
+
+    @property
     def text(self):
         """What is typed in a field, or what a label says."""
         if "Text" in self._accessible.get_interfaces():

@@ -95,7 +95,9 @@ class TheWholeEvening(EndToEndTest):
         self.admin.start_capture(INPUT)
         player = self.sound.play(self.write_ltc("10:00:28:00", 38), INPUT)
         self.expect_song(2)
-        admin.screen().find(None, re.compile(r"10:00:3[3-9]:\d\d"))
+        timecode = admin.screen().find(None, "Timecode")
+        processes.wait_until(lambda: re.fullmatch(r"10:00:3[3-9]:\d\d", timecode.description),
+                             "the timecode after the song's start")
         admin.key("Left")
         self.expect_song(1)
         self.picture_of(admin, "evening-3-held")

@@ -77,6 +77,7 @@ ColumnLayout {
         }
         PVButton {
             text: "+ Ajouter"
+            Accessible.description: column.title
             onClicked: column.submitted(entry.text)
         }
     }

@@ -34,7 +34,9 @@ T.TabButton {
         Accessible.ignored: true
     }
     background: Rectangle {
-        color: button.activeFocus ? Colors.pvBlack3 : "transparent"
+        color: "transparent"
+        border.width: button.activeFocus ? 1 : 0
+        border.color: Colors.pvAmber
 
         Rectangle {
             anchors.bottom: parent.bottom

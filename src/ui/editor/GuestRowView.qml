@@ -33,6 +33,7 @@ RowLayout {
         label: row.guest.mic
         labels: row.guests.mics
         placeholder: "Micro"
+        whose: row.guest.name
         Accessible.name: placeholder
         Layout.preferredWidth: 130
         onChoose: label => row.guests.setMic(row.guest.id, label)
@@ -41,6 +42,7 @@ RowLayout {
         label: row.guest.iem
         labels: row.guests.iems
         placeholder: "IEM"
+        whose: row.guest.name
         Accessible.name: placeholder
         Layout.preferredWidth: 110
         onChoose: label => row.guests.setIem(row.guest.id, label)
@@ -50,6 +52,7 @@ RowLayout {
         drafts: row.drafts
         draftKey: row.guest.id + " volume"
         placeholderText: "Volume"
+        Accessible.description: row.guest.name
         Layout.preferredWidth: 70
         onCommit: typed => row.guests.setVolume(row.guest.id, typed)
     }
@@ -58,6 +61,7 @@ RowLayout {
         glyph: Icons.remove
         foreground: Colors.pvPaperFaint
         tip: "Retirer ce guest"
+        Accessible.description: row.guest.name
         onClicked: row.guests.remove(row.guest.id)
 
         AimGuard {

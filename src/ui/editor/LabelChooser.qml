@@ -9,6 +9,8 @@ PVComboBox {
 
     required property string label
     required property var labels
+    /** For whom one is chosen. */
+    required property string whose
 
     signal choose(string label)
 
@@ -16,6 +18,7 @@ PVComboBox {
         currentIndex = Qt.binding(() => labels.indexOf(label));
     }
 
+    Accessible.description: displayText + ", " + whose
     model: labels
     displayText: label
     size: Fonts.caption

@@ -143,6 +143,7 @@ FocusScope {
                 glyph: row.isExpanded ? Icons.chevronDown : Icons.chevronRight
                 foreground: Colors.pvPaperFaint
                 tip: row.isExpanded ? "Replier" : "Déplier"
+                Accessible.description: row.song.title
                 onClicked: row.toggleExpand()
             }
             PVButton {
@@ -151,6 +152,7 @@ FocusScope {
                 glyphSize: 15
                 foreground: Colors.pvPaperFaint
                 tip: "Supprimer le morceau"
+                Accessible.description: row.song.title
                 onClicked: row.editor.removeSong(row.song.id)
 
                 AimGuard {

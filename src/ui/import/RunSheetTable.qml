@@ -51,7 +51,7 @@ Rectangle {
                 text: parent.letters
                 size: 11
                 weight: Font.DemiBold
-                color: Colors.pvPaperFaint
+                color: Colors.pvPaperDim
             }
             PVText {
                 x: 8
@@ -92,7 +92,7 @@ Rectangle {
                 height: parent.height
                 text: side.row + 1
                 size: Fonts.smallCaption
-                color: Colors.pvPaperFaint
+                color: Colors.pvPaperDim
                 horizontalAlignment: Text.AlignRight
                 verticalAlignment: Text.AlignVCenter
             }
@@ -188,7 +188,7 @@ Rectangle {
                 height: parent.height
                 text: cell.cellText
                 size: Fonts.caption
-                weight: cell.isHeading ? Font.DemiBold : Font.Normal
+                weight: cell.isHeading || cell.isUnread ? Font.DemiBold : Font.Normal
                 color: cell.isUnread ? Colors.pvAmber : cell.isHeading || (cell.isData && cell.meaning !== "") ? Colors.pvPaper : cell.isData ? Colors.pvPaperDim : Colors.pvPaperFaint
                 elide: Text.ElideRight
                 verticalAlignment: Text.AlignVCenter

@@ -55,23 +55,23 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
             }
         }
-        // Red alone is grey to some eyes.
+        // Red alone is grey to some eyes, and on the card's red to all.
         Rectangle {
             visible: panel.urgent
             anchors.fill: timeLeft
             anchors.margins: -4
             radius: 5
-            color: "transparent"
+            color: Colors.pvBlack
             border.width: 2
             border.color: Colors.pvRed
         }
-        PVText {
+        PVReadout {
             id: timeLeft
 
+            what: "Temps restant"
             text: panel.countdown
             size: 18
             weight: Font.Bold
-            digits: true
             color: panel.urgent ? Colors.pvRed : Colors.pvPaperDim
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter

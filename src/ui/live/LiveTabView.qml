@@ -248,10 +248,10 @@ Rectangle {
                 color: Colors.pvPaperDim
                 Layout.minimumWidth: implicitWidth
             }
-            PVText {
+            PVReadout {
+                what: "Heure"
                 text: showClock.clock
                 size: 13
-                digits: true
                 Layout.leftMargin: 12
             }
             PVText {

@@ -40,11 +40,11 @@ Rectangle {
                 weight: Font.Bold
                 color: Colors.pvPaperFaint
             }
-            PVText {
+            PVReadout {
+                what: "Timecode"
                 text: TimecodeViewModel.currentTimecodeDisplay
                 size: 20
                 weight: Font.Bold
-                digits: true
                 color: Colors.pvAmber
             }
             PVText {
@@ -151,6 +151,7 @@ Rectangle {
             visible: TimecodeViewModel.lastError !== ""
             text: TimecodeViewModel.lastError
             size: Fonts.caption
+            weight: Font.DemiBold  // red is darker than other texts
             color: Colors.pvRed
             wrapMode: Text.Wrap
             Layout.fillWidth: true

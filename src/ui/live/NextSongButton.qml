@@ -41,7 +41,7 @@ T.AbstractButton {
         radius: 6
         color: button.down || button.hovered ? Colors.pvBlack3 : Colors.pvBlack
         border.width: button.announced ? 2 : 1
-        border.color: button.announced || button.activeFocus ? Colors.pvAmber : Colors.pvLine
+        border.color: button.announced ? Colors.pvAmber : Colors.pvLine
 
         Behavior on border.color {
             ColorAnimation {
@@ -63,6 +63,16 @@ T.AbstractButton {
         Fill {
             color: Colors.pvAmber
             opacity: button.announced ? 0.1 : 0
+        }
+        // Inside the frame of the announced song, which has the same colour.
+        Rectangle {
+            visible: button.activeFocus
+            anchors.fill: parent
+            anchors.margins: 3
+            radius: 4
+            color: "transparent"
+            border.width: 1
+            border.color: Colors.pvAmber
         }
     }
 
