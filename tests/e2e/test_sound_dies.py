@@ -30,7 +30,7 @@ class SoundDies(EndToEndTest):
         self.play("10:00:57:00")
         self.admin.see(TITLES[1], "heading")
         self.sound.kill_server()
-        self.note("from the server's death to the sentence", self.seconds_until(DEAD))
+        self.note("from the server's death to the sentence", self.admin.seconds_until(DEAD))
         self.admin.see("Pas de signal LTC")
         self.picture_of(self.admin, "sound-dead-input")
         time.sleep(5)
@@ -40,7 +40,7 @@ class SoundDies(EndToEndTest):
         self.assertIsNone(self.admin.screen().look(None, DEAD))
 
         self.sound.server.send_signal(signal.SIGSTOP)
-        self.note("from the server's standstill to the sentence", self.seconds_until(DEAD))
+        self.note("from the server's standstill to the sentence", self.admin.seconds_until(DEAD))
         for button in ("Actualiser la liste des entrées audio", "Arrêter la capture",
                        "Démarrer la capture"):
             self.admin.press(button)
@@ -58,11 +58,6 @@ class SoundDies(EndToEndTest):
 
     def play(self, start):
         self.sound.play(self.write_ltc(start, 40), INPUT)
-
-    def seconds_until(self, text):
-        begin = time.monotonic()
-        self.admin.see(text)
-        return f"{time.monotonic() - begin:.1f} s"
 
 
 if __name__ == "__main__":
