@@ -7,6 +7,9 @@ from array import array
 import processes
 
 RATE = 48_000
+#: In the order in which ALSA numbers the channels of PulseAudio, which goes by their names.
+_PLACES = ["front-left", "front-right", "rear-left", "rear-right", "front-center", "lfe",
+           "side-left", "side-right"]
 
 
 def read_wav(path):
@@ -42,7 +45,7 @@ class Sound:
 
     def __init__(self, stage, inputs, channels=2):
         self._stage = stage
-        self._channels = channels
+        self._places = ",".join(_PLACES[:channels])
         self._sinks = {name: f"out{index}" for index, name in enumerate(inputs)}
         self._socket = stage.folder / "runtime" / "sound"
         stage.environment["PULSE_SERVER"] = f"unix:{self._socket}"
@@ -76,11 +79,15 @@ class Sound:
 
     def _sink_module(self, name):
         return ["module-null-sink", f"sink_name={self._sinks[name]}", f"rate={RATE}",
-                f"channels={self._channels}"]
+                f"channel_map={self._places}"]
 
     def play(self, wav, output):
-        """Starts playing a file on the output of that name; gives back the player's process."""
-        return self._stage.start("paplay", ["paplay", f"--device={self._sinks[output]}", str(wav)])
+        """Starts playing a file on the output of that name, on all its channels or, if the file has
+        as many, on its own; gives back the player's process."""
+        with wave.open(str(wav)) as file:
+            places = "mono" if file.getnchannels() == 1 else self._places
+        return self._stage.start("paplay", ["paplay", f"--device={self._sinks[output]}",
+                                            f"--channel-map={places}", str(wav)])
 
     def _write_alsa_configuration(self):
         entries = ["</usr/share/alsa/alsa.conf>"]

@@ -110,7 +110,7 @@ class BadLines(EndToEndTest):
         self.sound.remove_output(INPUT)
         self.note("from the output's end to the sentence", self.admin.seconds_until(DEAD))
         self.sound.add_output(INPUT)
-        self.play(self.ltc(PLAYED[0], 20))
+        self.play(self.ltc("10:00:50:00", 20))
         self.admin.see(TITLES[0], "heading")
         self.assertIsNone(self.admin.screen().look(None, DEAD))
 
