@@ -12,8 +12,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
+#include <mutex>
 #include <numbers>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -172,49 +175,97 @@ struct Count {
     }
 };
 
-void run(const Kind& kind, double hours, const tessivo::Show& show) {
-    Random random(7);
+/// What a stretch of sound made of both ways of decoding.
+struct Result {
+    double hours = 0.0;
+    Count plainly, carefully;
+
+    void add(const Result& other) {
+        hours += other.hours;
+        plainly.frames += other.plainly.frames;
+        plainly.moves += other.plainly.moves;
+        carefully.frames += other.carefully.frames;
+        carefully.moves += other.carefully.moves;
+    }
+    void print(const Kind& kind) const {
+        std::printf("%-22s %8.0f %10lld %6lld %10lld %6lld\n", kind.name, hours,
+                    static_cast<long long>(plainly.frames), static_cast<long long>(plainly.moves),
+                    static_cast<long long>(carefully.frames),
+                    static_cast<long long>(carefully.moves));
+        std::fflush(stdout);
+    }
+};
+
+Result listen(const Kind& kind, double hours, std::uint64_t seed, const tessivo::Show& show) {
+    Random random(seed);
     const Loop first = kind.make(firstLength, random), second = kind.make(secondLength, random);
     const tessivo::SimulatedMainQueue clock;
     LtcBiphaseDecoder plain(clock);
     tessivo::CarefulDecoder careful(clock);
-    Count plainly, carefully;
+    Result result;
+    result.hours = hours;
     std::array<float, 512> block;
     std::size_t i = 0, k = 0;
     const auto blocks = static_cast<std::int64_t>(hours * 3600.0 * sampleRate / block.size());
     for (std::int64_t n = 0; n < blocks; ++n) {
-        for (float& sample : block) {
-            sample = first[i] + second[k];
-            i = i + 1 < firstLength ? i + 1 : 0;
-            k = k + 1 < secondLength ? k + 1 : 0;
+        for (std::size_t filled = 0; filled < block.size();) {
+            const std::size_t count =
+                std::min({block.size() - filled, firstLength - i, secondLength - k});
+            std::transform(&first[i], &first[i] + count, &second[k], &block[filled], std::plus());
+            filled += count;
+            i = (i + count) % firstLength;
+            k = (k + count) % secondLength;
         }
         if (kind.isRounded) {
             std::ranges::transform(block, block.begin(),
                                    [](float sample) { return std::nearbyint(sample) / 32'768; });
         }
-        plain.feed(block, [&](const auto& frame) { plainly.take(show, frame); });
+        plain.feed(block, [&](const auto& frame) { result.plainly.take(show, frame); });
         careful.feed(block, sampleRate,
-                     [&](const auto& heard) { carefully.take(show, heard.frame); });
+                     [&](const auto& heard) { result.carefully.take(show, heard.frame); });
     }
-    std::printf("%-22s %8.0f %10lld %6lld %10lld %6lld\n", kind.name, hours,
-                static_cast<long long>(plainly.frames), static_cast<long long>(plainly.moves),
-                static_cast<long long>(carefully.frames), static_cast<long long>(carefully.moves));
-    std::fflush(stdout);
+    return result;
+}
+
+/// So many hours of each kind, in shares that the processor's cores take in turn. Each share has a
+/// seed of its own, so the sums are the same on any number of cores.
+void run(const std::vector<Kind>& chosen, double hours) {
+    constexpr double shareHours = 10.0;
+    const tessivo::Show show = showFromMidnight();
+    const auto shareCount = static_cast<std::size_t>(std::ceil(hours / shareHours));
+    std::vector<Result> sums(chosen.size());
+    std::size_t next = 0;
+    std::mutex mutex;
+    const auto work = [&] {
+        std::unique_lock lock(mutex);
+        while (next < shareCount * chosen.size()) {
+            const std::size_t share = next / chosen.size(), kind = next % chosen.size();
+            ++next;
+            lock.unlock();
+            const double length =
+                std::min(shareHours, hours - static_cast<double>(share) * shareHours);
+            const Result result = listen(chosen[kind], length, 7 + share, show);
+            lock.lock();
+            sums[kind].add(result);
+            sums[kind].print(chosen[kind]);
+        }
+    };
+    std::vector<std::jthread> threads(std::max(1U, std::thread::hardware_concurrency()));
+    std::ranges::generate(threads, [&] { return std::jthread(work); });
 }
 
 }  // namespace
 
 /// bench_ltc_false_frames [HOURS [KIND]]: what both ways of decoding make of that much sound
-/// without timecode, 1 hour of each kind by itself.
+/// without timecode, 1 hour of each kind by itself. The figures of a kind are told as they grow.
 int main(int argumentCount, char** arguments) {
     const double hours = argumentCount > 1 ? std::atof(arguments[1]) : 1.0;
     const std::string only = argumentCount > 2 ? arguments[2] : "";
-    const tessivo::Show show = showFromMidnight();
+    std::vector<Kind> chosen;
+    std::ranges::copy_if(kinds, std::back_inserter(chosen), [&](const Kind& kind) {
+        return std::string(kind.name).starts_with(only);
+    });
     std::printf("%-22s %8s %10s %6s %10s %6s\n", "without timecode", "hours", "frames", "moves",
                 "carefully", "moves");
-    for (const Kind& kind : kinds) {
-        if (std::string(kind.name).starts_with(only)) {
-            run(kind, hours, show);
-        }
-    }
+    run(chosen, hours);
 }

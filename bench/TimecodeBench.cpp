@@ -110,7 +110,7 @@ std::int64_t decodeWithLibltc(std::span<Sample> samples, Write write) {
     return frames;
 }
 
-/// Budget: `times_libltc` at least 5 on timecode, and no more than 2 frames missed. Minima of runs
+/// Budget: `times_libltc` at least 18 on timecode, and no more than 2 frames missed. Minima of runs
 /// in turn: what else the computer does only ever adds.
 void decodeInTurn(benchmark::State& state, std::vector<float> samples) {
     double ours = 1e9, careful = 1e9, libltc = 1e9;

@@ -28,7 +28,7 @@ class Soak(evening.TheWholeEvening):
         self.begin()
         self.admin.press("Ouvrir l'affichage")
         self.open_live_tab()
-        self.start_capture()
+        self.admin.start_capture(evening.INPUT)
         wav = self.write_ltc("10:00:00:00", 180)
         players, used = [], []
         for minute in range(MINUTES):

@@ -486,6 +486,27 @@ private:
         playTimecode({10, 9, 15, 0}, "25", 10, 0.0F, 0.1F);
         take(*main_, "live-line-no-timecode", {1180, 820});
         take(*main_, "live-line-no-timecode-narrow", {720, 544});
+        takeManyChannels();
+    }
+
+    void takeManyChannels() {
+        LtcManager& manager = state_.ltcManager();
+        computer_.audio.setDevices({{3, "Interface MADI 64", {48000.0, 64}}});
+        manager.fetchInputDevices();
+        computer_.time.drain();
+        manager.stopCapturing();
+        manager.setSelectedDeviceId(3);
+        manager.setSelectedChannelIndex(41);
+        manager.startCapturing();
+        computer_.time.drain();
+        levels_.resize(64);
+        for (std::size_t i = 0; i < levels_.size(); ++i) {
+            levels_[i] = 0.5F / static_cast<float>(1 + i * i * 37 % 251);
+        }
+        timecodeChannel_ = 41;
+        playTimecode({10, 9, 40, 0}, "25", 12);
+        take(*main_, "live-line-64-channels", {1180, 820});
+        take(*main_, "live-line-64-channels-narrow", {720, 544});
     }
 
     void playSilence(int seconds) {
@@ -511,8 +532,12 @@ private:
         }
         for (std::size_t i = 0; i + 512 <= signal.size(); i += 512) {
             const auto block = signal.begin() + static_cast<std::ptrdiff_t>(i);
-            computer_.audio.deliver(
-                {std::vector<float>(block, block + 512), std::vector<float>(512)});
+            std::vector<std::vector<float>> channels;
+            for (const float level : levels_) {
+                channels.emplace_back(512, level);
+            }
+            channels[timecodeChannel_].assign(block, block + 512);
+            computer_.audio.deliver(channels);
             computer_.time.drain();
         }
     }
@@ -565,6 +590,8 @@ private:
     QQuickWindow* main_ = nullptr;
     std::unique_ptr<QQuickWindow> stage_;
     std::unique_ptr<QQuickWindow> passages_;
+    std::vector<float> levels_ = {0.0F, 0.0F};  ///< of the captured input's channels
+    std::size_t timecodeChannel_ = 0;
     bool complete_ = true;
 };
 

@@ -49,6 +49,7 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       carefulDecoder_(std::make_shared<CarefulDecoder>(clock)),
+      backwardsReader_(clock),
       capture_(audio),
       reopening_(mainQueue) {
     capture_.onStart = [this] {
@@ -181,6 +182,7 @@ void LtcManager::loseInput() {
 
 void LtcManager::forgetLine() {
     carefulDecoder_ = std::make_shared<CarefulDecoder>(clock_);
+    backwardsReader_.forget();
     lastConfirmedTime_ = Moment::distantPast();
     assign(health_, {}, Field::health);
     channelSearch_.reset();
@@ -244,7 +246,9 @@ void LtcManager::decode(std::span<const float> samples, double sampleRate,
             applyDecodedFrame(frame);
         }
     });
+    bool ranForwards = false;
     careful->feed(samples, sampleRate, [&](const HeardFrame& heard) {
+        ranForwards = true;
         if (!isRunning()) {
             return;
         }
@@ -257,6 +261,11 @@ void LtcManager::decode(std::span<const float> samples, double sampleRate,
             report(heard.frame, onFrameConfirmed);
         }
     });
+    if (ranForwards) {
+        backwardsReader_.forget();
+    } else if (backwardsReader_.take(samples, sampleRate)) {
+        health_.takeBackwards(careful->heardSeconds());
+    }
 }
 
 void LtcManager::applyDecodedFrame(const LtcBiphaseDecoder::Frame& frame) {

@@ -6,6 +6,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Turns.h"
 #include "timecode/AuhalCapture.h"
+#include "timecode/BackwardsReader.h"
 #include "timecode/CarefulDecoder.h"
 #include "timecode/ChannelSearch.h"
 #include "timecode/LtcBiphaseDecoder.h"
@@ -180,6 +181,7 @@ private:
 
     LtcBiphaseDecoder decoder_;
     std::shared_ptr<CarefulDecoder> carefulDecoder_;  ///< another one for each capture
+    BackwardsReader backwardsReader_;
     TimecodeHealth health_;
     std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
     Moment lastConfirmedTime_ = Moment::distantPast();

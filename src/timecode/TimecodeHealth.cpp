@@ -10,6 +10,8 @@ namespace {
 constexpr double pullDown = 1000.0 / 1001.0;
 constexpr double stoppedAfterSeconds = 0.5;
 constexpr double jumpIsToldSeconds = 3.0;
+/// From one look at it to the next, and some.
+constexpr double backwardsIsToldSeconds = 1.0;
 /// Enough to tell 29.97 from 30, a thousandth less, by whole samples.
 constexpr std::size_t framesToMeasure = 12;
 constexpr std::size_t framesKept = 32;
@@ -144,7 +146,10 @@ TimecodeHealth::Second TimecodeHealth::sumOfLast(std::int64_t seconds, double no
 
 TimecodeHealth::Reading TimecodeHealth::reading(double now) const {
     Reading reading;
-    if (last_) {
+    const bool isForwards = last_ && last_->end > backwardsAt_;
+    if (!isForwards && now - backwardsAt_ < backwardsIsToldSeconds) {
+        reading.motion = Motion::backwards;
+    } else if (last_) {
         reading.motion = now - last_->end > stoppedAfterSeconds ? Motion::stopped
                          : now - jumpedAt_ < jumpIsToldSeconds  ? Motion::jumped
                                                                 : Motion::running;
@@ -163,6 +168,9 @@ TimecodeHealth::Reading TimecodeHealth::reading(double now) const {
 
 LineAdvice TimecodeHealth::advice(const Reading& reading, double now) const {
     const Second recent = sumOfLast(secondsToJudge, now);
+    if (reading.motion == Motion::backwards) {
+        return LineAdvice::none;
+    }
     if (recent.came == 0) {
         const auto isLoud = [&](const Second& second) {
             return second.number >= static_cast<std::int64_t>(now) - secondsToJudge &&

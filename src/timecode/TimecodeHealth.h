@@ -34,11 +34,12 @@ enum class LineAdvice {
 /// music show nothing. All times are seconds of audio heard, as in `HeardFrame`.
 class TimecodeHealth {
 public:
-    enum class Motion { running, stopped, jumped };
+    enum class Motion { running, stopped, jumped, backwards };
 
     struct Reading {
-        std::optional<Motion> motion;  ///< none before the first frame
-        /// Known after half a second at usual speed, else with the first change of the second.
+        std::optional<Motion> motion;  ///< none before the first sign of timecode
+        /// Known after half a second at usual speed, else with the first change of the second; not
+        /// of timecode that runs backwards.
         std::optional<TimecodeRate> rate;
         double speed = 1.0;     ///< 1 for the rate's own; only with a rate
         std::int64_t came = 0;  ///< frames of the last minute
@@ -49,6 +50,8 @@ public:
 
     /// Takes the next confirmed frame.
     void take(const HeardFrame& heard);
+    /// Timecode ran backwards up to `now`.
+    void takeBackwards(double now) { backwardsAt_ = now; }
     /// Takes the level of a block that ended at `now`.
     void hear(float peak, double now);
     Reading reading(double now) const;
@@ -80,6 +83,7 @@ private:
     std::optional<TimecodeCounting> counting_;  ///< told by a change of the second
     std::deque<Mark> run_;
     double jumpedAt_ = -1e9;
+    double backwardsAt_ = -1e9;
     std::array<Second, 60> minute_;
 };
 

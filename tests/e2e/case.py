@@ -59,10 +59,10 @@ class EndToEndTest(unittest.TestCase):
         admin.see("Nouveau show", "push button")
         return admin
 
-    def write_ltc(self, start, seconds):
-        """Makes a .wav of 25 fps timecode that begins at `start` and returns its path."""
+    def write_ltc(self, start, seconds, rate="25"):
+        """Makes a .wav of timecode that begins at `start` and returns its path."""
         path = self.stage.folder / f"{start.replace(':', '-')}.wav"
-        self.stage.run(self.programs / "tessivo-ltc", "--start", start, "--rate", "25",
+        self.stage.run(self.programs / "tessivo-ltc", "--start", start, "--rate", rate,
                        "--length", str(seconds), path)
         return path
 

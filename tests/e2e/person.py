@@ -1,5 +1,7 @@
 """Someone at one of several computers."""
 
+import time
+
 import processes
 from program import Program
 
@@ -20,6 +22,11 @@ class Person:
 
     def see(self, text, role=None):
         self._screen.find(role, text, 60)
+
+    def seconds_until(self, text):
+        begin = time.monotonic()
+        self.see(text)
+        return f"{time.monotonic() - begin:.1f} s"
 
     def press(self, name, role="push button"):
         self._screen.find(role, name).press()

@@ -4,6 +4,7 @@ import signal
 import time
 import unittest
 
+import processes
 import shows
 from case import EndToEndTest, explained
 from sound import Sound
@@ -30,7 +31,7 @@ class SoundDies(EndToEndTest):
         self.play("10:00:57:00")
         self.admin.see(TITLES[1], "heading")
         self.sound.kill_server()
-        self.note("from the server's death to the sentence", self.seconds_until(DEAD))
+        self.note("from the server's death to the sentence", self.admin.seconds_until(DEAD))
         self.admin.see("Pas de signal LTC")
         self.picture_of(self.admin, "sound-dead-input")
         time.sleep(5)
@@ -40,17 +41,22 @@ class SoundDies(EndToEndTest):
         self.assertIsNone(self.admin.screen().look(None, DEAD))
 
         self.sound.server.send_signal(signal.SIGSTOP)
-        self.note("from the server's standstill to the sentence", self.seconds_until(DEAD))
+        self.note("from the server's standstill to the sentence", self.admin.seconds_until(DEAD))
         for button in ("Actualiser la liste des entrées audio", "Arrêter la capture",
                        "Démarrer la capture"):
             self.admin.press(button)
             for key, title in (("Left", TITLES[1]), ("space", TITLES[2])):
                 self.admin.to_front()
-                begin = time.monotonic()
+                x, y, width, height = self.admin.screen().find("heading").extents()
+                def picture():
+                    return self.stage.screen_bytes(x, y + height // 2, width)  # noqa: B023
+                before, begin = picture(), time.monotonic()
                 self.screen.key(key)
                 # A screen that waits for the server answers after a minute, or never.
+                processes.wait_until(lambda: picture() != before, title, 10, 0.0005)  # noqa: B023
+                answer = time.monotonic() - begin
                 self.admin.screen().find("heading", title, 10)
-                self.note(f"{button}, then {key}", f"{time.monotonic() - begin:.2f} s")
+                self.note(f"{button}, then {key}", f"{answer * 1000:.0f} ms, with xdotool's start")
         self.admin.see("Échec de création de l'AUHAL (status -110).")
         self.sound.server.send_signal(signal.SIGCONT)
         self.admin.press("Démarrer la capture")
@@ -58,11 +64,6 @@ class SoundDies(EndToEndTest):
 
     def play(self, start):
         self.sound.play(self.write_ltc(start, 40), INPUT)
-
-    def seconds_until(self, text):
-        begin = time.monotonic()
-        self.admin.see(text)
-        return f"{time.monotonic() - begin:.1f} s"
 
 
 if __name__ == "__main__":

@@ -1,17 +1,22 @@
 #include "ltc/LtcEncoder.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "state/AppState.h"
+#include "support/Random.h"
 #include "support/Shows.h"
 #include "timecode/LtcManager.h"
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 using namespace tessivo;
+using test::Random;
 
 namespace {
 
@@ -72,7 +77,8 @@ struct Fixture {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(Fixture, "counted in 30, songs start with their own frame at every rate") {
+TEST_CASE_FIXTURE(Fixture,
+                  "counted in 30, songs start with their own frame at every rate, either way") {
     struct Row {
         const char* rate;
         ltc::Timecode from;  ///< 30 frames before the start
@@ -92,19 +98,25 @@ TEST_CASE_FIXTURE(Fixture, "counted in 30, songs start with their own frame at e
     capture();
     for (const Row& row : rows) {
         for (const bool counts : {false, true}) {
-            CAPTURE(row.rate);
-            CAPTURE(row.start);
-            CAPTURE(counts);
-            openShow({row.start});
-            state->ltcManager().setCountsThirty(counts);
-            std::string movedAt;
-            const Subscription watching = state->didChange.subscribe([&](AppState::Field field) {
-                if (field == AppState::Field::activeSongIndex) {
-                    movedAt = state->ltcManager().currentTimecodeDisplay();
-                }
-            });
-            hear(timecode(row.rate, row.from, 50));
-            CHECK(movedAt == (counts ? row.movedAtCounting : row.movedAtUsually));
+            for (const auto following :
+                 {AppState::Following::atStarts, AppState::Following::byPosition}) {
+                CAPTURE(row.rate);
+                CAPTURE(row.start);
+                CAPTURE(counts);
+                CAPTURE(following);
+                openShow({row.start});
+                state->setFollowing(following);
+                state->ltcManager().setCountsThirty(counts);
+                std::string movedAt;
+                const Subscription watching =
+                    state->didChange.subscribe([&](AppState::Field field) {
+                        if (field == AppState::Field::activeSongIndex) {
+                            movedAt = state->ltcManager().currentTimecodeDisplay();
+                        }
+                    });
+                hear(timecode(row.rate, row.from, 50));
+                CHECK(movedAt == (counts ? row.movedAtCounting : row.movedAtUsually));
+            }
         }
     }
 }
@@ -140,6 +152,80 @@ TEST_CASE_FIXTURE(Fixture, "by position, the song that is played is found wherev
     }
 }
 
+TEST_CASE_FIXTURE(Fixture,
+                  "carefully, the songs asked for start at each rate on each usable line") {
+    using Disturb = void (*)(std::vector<float> & signal, Random & random);
+    struct Line {
+        const char* name;
+        Disturb disturb;
+    };
+    const Disturb addNoise = [](std::vector<float>& signal, Random& random) {
+        for (float& sample : signal) {
+            sample += 0.003F * random.gaussian();
+        }
+    };
+    const Line lines[] = {
+        {"clean", [](std::vector<float>&, Random&) {}},
+        {"noise floor", addNoise},
+        {"a fifth of a second lost",
+         [](std::vector<float>& signal, Random&) {
+             std::fill_n(signal.begin() + 24'000, 9'600, 0.0F);
+         }},
+        {"slow edges, offset and hum",
+         [](std::vector<float>& signal, Random&) {
+             float passed = 0.0F;
+             for (std::size_t i = 0; i < signal.size(); ++i) {
+                 passed += 0.4F * (signal[i] - passed);
+                 signal[i] = passed + 0.4F + 0.4F * std::sin(static_cast<float>(i % 960) / 152.8F);
+             }
+         }},
+    };
+    const ltc::Timecode starts[] = {{10, 0}, {10, 2}, {10, 10}, {0, 0}};
+    std::vector<std::string> texts;
+    std::ranges::transform(starts, std::back_inserter(texts), ltc::toText);
+    const std::vector<std::int64_t> asked = {3, 1, 4, 2, 1, 3, 4};
+    Random random(3);
+    capture();
+    state->ltcManager().setCareful(true);
+    std::vector<std::int64_t> moves;
+    const Subscription watching = state->didChange.subscribe([&](AppState::Field field) {
+        if (field == AppState::Field::activeSongIndex) {
+            moves.push_back(state->activeSongIndex());
+        }
+    });
+    for (const char* rateName : {"24", "25", "29.97df", "29.97ndf", "30"}) {
+        const ltc::FrameRate rate = ltc::parseFrameRate(rateName).value();
+        for (const Line& line : lines) {
+            for (const bool byPosition : {false, true}) {
+                CAPTURE(rateName);
+                CAPTURE(line.name);
+                CAPTURE(byPosition);
+                openShow(texts);
+                state->setFollowing(byPosition ? AppState::Following::byPosition
+                                               : AppState::Following::atStarts);
+                state->ltcManager().setCountsThirty(byPosition);
+                moves.clear();
+                for (std::size_t i = 0; i < asked.size(); ++i) {
+                    // Playback that begins just before the start, or right on it.
+                    ltc::Timecode at = starts[asked[i] - 1];
+                    if (i % 2 == 0) {
+                        at = {(at.hours + (at.minutes == 0 ? 23 : 0)) % 24, (at.minutes + 59) % 60,
+                              59, rate.counted - 7};
+                    } else if (rate.dropFrame && at.minutes % 10 != 0) {
+                        at.frames = 2;
+                    }
+                    std::vector<float> signal(14'400 + random.below(500));
+                    const std::vector<float> played = timecode(rateName, at, 30);
+                    signal.insert(signal.end(), played.begin(), played.end());
+                    line.disturb(signal, random);
+                    hear(signal);
+                }
+                CHECK(moves == asked);
+            }
+        }
+    }
+}
+
 TEST_CASE_FIXTURE(Fixture, "a move that nothing confirms is told; carefully, it isn't made") {
     capture();
     openShow({"00:10:00:00"});
@@ -157,6 +243,30 @@ TEST_CASE_FIXTURE(Fixture, "a move that nothing confirms is told; carefully, it 
         CHECK(state->activeSongIndex() == 1);
         hear(std::vector<float>(3 * 48'000));
         CHECK_FALSE(state->hasMovedUnconfirmed());
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "timecode that runs backwards is told, and moves nothing") {
+    using Motion = TimecodeHealth::Motion;
+    capture();
+    openShow({"00:10:00:00"});
+    for (const char* rate : {"24", "25", "29.97df", "29.97ndf", "30"}) {
+        for (const std::size_t speed : {1U, 3U}) {
+            CAPTURE(rate);
+            CAPTURE(speed);
+            std::vector<float> signal = timecode(rate, {0, 9, 59, 0}, 100);
+            std::ranges::reverse(signal);
+            for (std::size_t i = 0; i < signal.size() / speed; ++i) {
+                signal[i] = signal[i * speed];
+            }
+            signal.resize(signal.size() / speed);
+            hear(signal);
+            CHECK(state->ltcManager().health().motion == Motion::backwards);
+            CHECK(state->ltcManager().health().advice == LineAdvice::none);
+            CHECK(state->activeSongIndex() == 0);
+            hear(timecode(rate, {0, 20, 0, 0}, 12));
+            CHECK(state->ltcManager().health().motion == Motion::running);
+        }
     }
 }
 

@@ -3,6 +3,9 @@
 #include "platform/audio/CaptureReport.h"
 #include "platform/audio/PortAudioSession.h"
 #include "platform/audio/PortAudioStream.h"
+#ifdef __linux__
+#include "platform/audio/PulseSourceWatch.h"
+#endif
 
 #include <fcntl.h>
 #include <portaudio.h>
@@ -71,7 +74,13 @@ bool writeBlock(const AudioBlock& block) {
 
 // Until it is to end, or the device ends by itself.
 void passOn(PortAudioStream& stream) {
-    while (isToEnd == 0) {
+#ifdef __linux__
+    PulseSourceWatch watch;
+    const auto isSourceGone = [&] { return watch.isSourceGone(); };
+#else
+    const auto isSourceGone = [] { return false; };
+#endif
+    while (isToEnd == 0 && !isSourceGone()) {
         if (!stream.waitForBlock()) {
             if (!stream.isActive()) {
                 return;

@@ -28,6 +28,8 @@ QString motionText(Motion motion) {
             return QStringLiteral("à l'arrêt");
         case Motion::jumped:
             return QStringLiteral("saut");
+        case Motion::backwards:
+            return QStringLiteral("à l'envers, pas suivi");
     }
     return {};
 }
@@ -90,7 +92,8 @@ QString healthText(const TimecodeHealth::Reading& reading) {
 }
 
 bool isAlarming(const TimecodeHealth::Reading& reading) {
-    return reading.advice != LineAdvice::none || reading.motion == Motion::jumped;
+    return reading.advice != LineAdvice::none || reading.motion == Motion::jumped ||
+           reading.motion == Motion::backwards;
 }
 
 }  // namespace tessivo
