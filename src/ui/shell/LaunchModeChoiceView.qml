@@ -8,6 +8,7 @@ FocusScope {
     id: view
 
     signal choose(int mode)
+    signal resume
 
     Column {
         anchors.centerIn: parent
@@ -16,6 +17,15 @@ FocusScope {
         AppHeader {
             anchors.horizontalCenter: parent.horizontalCenter
         }
+        ResumeCard {
+            id: resumeCard
+
+            visible: ResumeViewModel.title !== ""
+            focus: visible
+            width: cards.width
+            onClicked: view.resume()
+            Keys.onEscapePressed: ResumeViewModel.dismiss()
+        }
         PVText {
             text: "Comment ce poste doit-il être utilisé ?"
             size: 14
@@ -23,6 +33,8 @@ FocusScope {
             anchors.horizontalCenter: parent.horizontalCenter
         }
         Row {
+            id: cards
+
             spacing: 20
             anchors.horizontalCenter: parent.horizontalCenter
 
@@ -30,7 +42,7 @@ FocusScope {
                 text: "Admin"
                 subtitle: "Crée et pilote le show"
                 glyph: Icons.controls
-                focus: true
+                focus: !resumeCard.visible
                 onClicked: view.choose(RootView.Admin)
             }
             LaunchModeCard {
