@@ -12,7 +12,8 @@ FocusScope {
 
     Column {
         anchors.centerIn: parent
-        spacing: 28
+        // The smallest window has room for all of it, and the notice of a newer version.
+        spacing: view.height < 600 ? 20 : 28
 
         AppHeader {
             anchors.horizontalCenter: parent.horizontalCenter
