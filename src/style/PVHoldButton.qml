@@ -13,6 +13,7 @@ T.AbstractButton {
     /** Of the second, from 0 to 1. */
     property real progress: 0
     readonly property bool isHeld: visible && (pressed || heldByKey || heldElsewhere)
+    /** By Space or Return, when it has the keyboard. */
     property bool heldByKey: false
 
     signal held
@@ -40,12 +41,19 @@ T.AbstractButton {
     }
     onActiveFocusChanged: heldByKey = false
 
-    // A held key repeats as releases that a press follows at once.
+    // A held key repeats as releases that a press follows at once. It acts when it is let go, or its
+    // repeats would answer what is asked next.
     Timer {
         id: releasing
 
         interval: 50
-        onTriggered: button.heldByKey = false
+        onTriggered: {
+            const isOver = button.heldByKey && button.progress === 1;
+            button.heldByKey = false;
+            if (isOver) {
+                button.held();
+            }
+        }
     }
 
     onIsHeldChanged: {
@@ -65,7 +73,11 @@ T.AbstractButton {
         from: 0
         to: 1
         duration: 1000
-        onFinished: button.held()
+        onFinished: {
+            if (!button.heldByKey) {
+                button.held();
+            }
+        }
     }
 
     contentItem: PVText {

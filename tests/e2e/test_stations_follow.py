@@ -93,8 +93,8 @@ class StationsFollow(EndToEndTest):
             before.key("Tab")
         processes.wait_until(lead.has_focus, "the keyboard on the button")
         self.picture_of(before, "station-leads-on")
-        begin = time.monotonic()
         self.screen.hold_key("space", 1.3)
+        begin = time.monotonic()
         processes.wait_until(lambda: not after.screen().look(None, SEARCHING),
                              "the other to follow")
         self.note("from the decision to the station that follows",
