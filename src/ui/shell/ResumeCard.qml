@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tessivo.Style
 import Tessivo.Ui
@@ -21,36 +22,29 @@ T.Button {
         card: card
     }
 
-    contentItem: Item {
-        Icon {
-            id: icon
+    contentItem: RowLayout {
+        spacing: 14
 
+        Icon {
             text: Icons.resume
             size: 30
             color: Colors.pvAmber
-            anchors.verticalCenter: parent.verticalCenter
         }
-        Column {
-            anchors.left: icon.right
-            anchors.leftMargin: 14
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
+        ColumnLayout {
             spacing: 4
 
             PVText {
                 text: ResumeViewModel.title
                 size: 16
                 weight: Font.DemiBold
-                width: parent.width
                 elide: Text.ElideRight
+                Layout.fillWidth: true
                 Accessible.ignored: true
             }
             PVText {
                 text: ResumeViewModel.detail
                 size: Fonts.caption
                 color: Colors.pvPaperDim
-                width: parent.width
-                elide: Text.ElideRight
                 Accessible.ignored: true
             }
         }
