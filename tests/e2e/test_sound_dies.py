@@ -22,6 +22,7 @@ DEAD = f"Plus de son reçu de « {INPUT} »."
 class SoundDies(EndToEndTest):
     def setUp(self):
         self.sound = Sound(self.stage, [INPUT])
+        self.addCleanup(lambda: processes.stop(self.sound.server))
         super().setUp()
         show = shows.show("Concert", TITLES)
         for song, start in zip(show["songs"], STARTS):
