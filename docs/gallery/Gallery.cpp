@@ -162,6 +162,7 @@ private:
         take(*main_, "launch-not-kept", size);
         computer_.preferences.isFull = false;
         state_.setActiveShowId(std::nullopt);
+        takeResumeState();
         main_->setProperty("launchMode", stationMode);
         take(*main_, "station-searching", size);
         AdminBroadcaster other(computer_.network.addComputer("Console FOH"), computer_.time);
@@ -179,6 +180,25 @@ private:
         computer_.time.advance(AdminBroadcaster::checkDuration);
         take(*main_, "admin-conflict", size);
         main_->setProperty("launchMode", noMode);
+    }
+
+    void takeResumeState() {
+        present(typicalShow(), 6);
+        context_.resumption.begin(true);
+        computer_.time.advance(45.0);
+        // What is kept then is what a crash would leave.
+        const auto left = computer_.preferences.values;
+        context_.resumption.leave();
+        computer_.preferences.values = left;
+        computer_.preferences.isFull = true;
+        state_.setActiveShowId(std::nullopt);
+        computer_.preferences.isFull = false;
+        computer_.time.advance(2.0);
+        main_->requestActivate();
+        take(*main_, "launch-resume", {1180, 820});
+        context_.resumption.dismiss();
+        state_.deleteShow(state_.shows()[0].id);
+        computer_.time.advance(1.0);
     }
 
     void takeListStates() {

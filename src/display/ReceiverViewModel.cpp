@@ -62,9 +62,8 @@ bool ReceiverViewModel::hasOtherVersion() const {
 void ReceiverViewModel::prepareTakeOver() {
     // The start as this computer's clock would have shown it.
     const LiveState& last = *show_->lastState();
-    context_->takeOver = [&state = context_->state, last,
-                          startedAt =
-                              last.currentSongStartedAt + show_->clockLead().value_or(0.0)] {
+    context_->goOn = [&state = context_->state, last,
+                      startedAt = last.currentSongStartedAt + show_->clockLead().value_or(0.0)] {
         state.takeOver(last.show, last.activeSongIndex, startedAt);
     };
 }

@@ -35,7 +35,10 @@ Rectangle {
             visible: band.canChangeMode
             text: "Changer de mode"
             textSize: 13 * band.magnification
-            foreground: Colors.pvBlack
+            // On amber an amber frame wouldn't tell that it has the keyboard.
+            look: PVButton.Filled
+            fill: Colors.pvBlack
+            foreground: Colors.pvAmber
             onClicked: band.changeMode()
         }
     }

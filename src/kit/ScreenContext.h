@@ -2,6 +2,7 @@
 
 #include "kit/ShowHandOvers.h"
 #include "platform/Platform.h"
+#include "state/Resumption.h"
 
 #include <functional>
 #include <set>
@@ -18,9 +19,11 @@ struct ScreenContext {
     AppState& state;
     Platform platform;
     ShowHandOvers handOvers{state};
+    Resumption resumption{state, platform};
     std::set<const QObject*> reasonsToStayAwake = {};
-    /// What a station hands over to the admin mode, to be led from here on.
-    std::function<void()> takeOver = nullptr;
+    /// What the admin mode goes on with once it leads: what a station followed until then, or what
+    /// a crash broke off.
+    std::function<void()> goOn = nullptr;
 
     /// The computer stays awake as long as there is a reason to.
     void keepAwake(const QObject* reason, bool active);

@@ -34,6 +34,10 @@ bool read(Value& value, double& result) {
     return !value.get_double().get(result);
 }
 
+bool read(Value& value, bool& result) {
+    return !value.get_bool().get(result);
+}
+
 bool read(Value& value, Uuid& result) {
     std::string_view text;
     const auto uuid = value.get_string().get(text) ? std::nullopt : Uuid::fromText(text);
@@ -54,6 +58,10 @@ void write(Writer& writer, double number) {
     char text[32];
     const char* end = std::to_chars(std::begin(text), std::end(text), number).ptr;
     writer.RawValue(text, static_cast<std::size_t>(end - text), rapidjson::kNumberType);
+}
+
+void write(Writer& writer, bool truth) {
+    writer.Bool(truth);
 }
 
 void write(Writer& writer, const Uuid& uuid) {

@@ -52,6 +52,7 @@ constexpr bool isOptional<std::optional<T>> = true;
 bool read(Value& value, std::string& result);
 bool read(Value& value, std::int64_t& result);
 bool read(Value& value, double& result);
+bool read(Value& value, bool& result);
 bool read(Value& value, Uuid& result);
 template <typename T>
 bool read(Value& value, std::optional<T>& result);
@@ -64,6 +65,7 @@ bool read(Value& value, Record& result);
 void write(Writer& writer, const std::string& text);
 void write(Writer& writer, std::int64_t number);
 void write(Writer& writer, double number);
+void write(Writer& writer, bool truth);
 void write(Writer& writer, const Uuid& uuid);
 template <typename T>
 void write(Writer& writer, const std::optional<T>& present);

@@ -31,6 +31,9 @@ public:
     /// store that isn't held is left as it is.
     virtual void setData(std::string_view key, std::string_view bytes) = 0;
 
+    /// Takes the value under `key` away. A power cut at this moment may bring it back.
+    virtual void remove(std::string_view key) = 0;
+
     /// Moves the present value to another name, out of reach of `setData`; false when that could
     /// not be done. A value that has gone meanwhile is out of reach too.
     virtual bool setAside(std::string_view key) = 0;

@@ -60,7 +60,7 @@ public:
     enum class Following { atStarts, byPosition };
 
     /// What moved the cursor.
-    enum class MovedBy { key, click, timecode };
+    enum class MovedBy { key, click, timecode, resumption };
 
     /// The key of the record in the preferences store.
     static constexpr std::string_view storageKey = "pavona_data_v1";
@@ -154,6 +154,9 @@ public:
     /// with this cursor and the countdown of a song that began at `startedAt`. Locked, too: the
     /// lock is on what was led here before.
     void takeOver(Show show, std::int64_t songIndex, Instant startedAt);
+    /// Goes on leading a show of this computer after a crash: makes it active where the cursor is,
+    /// with the countdown of a song that began at `startedAt`.
+    void resume(Uuid showId, Instant startedAt);
 
     /// Appends a show with the usual labels and makes it active; an empty name becomes "Nouveau
     /// show".

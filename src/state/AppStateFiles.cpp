@@ -78,6 +78,13 @@ void AppState::takeOver(Show show, std::int64_t songIndex, Instant startedAt) {
     Edit edit = named(withName("reprendre le show", show.name, "reprendre un show"));
     replaceOrAppend(std::move(show), std::move(edit));
     activate(id, songIndex);
+    movedBy_ = MovedBy::resumption;
+    startCountdown(startedAt);
+}
+
+void AppState::resume(Uuid showId, Instant startedAt) {
+    setActiveShowId(showId);
+    movedBy_ = MovedBy::resumption;
     startCountdown(startedAt);
 }
 

@@ -26,6 +26,10 @@ public:
                            set_.insert_or_assign(std::string(key), std::move(value)).first->second);
         }
     }
+    void remove(std::string_view key) {
+        set_.erase(std::string(key));
+        store_.remove(key);
+    }
     /// Sets what was chosen in this run once more: some of it may not have been written.
     void setAgain() {
         for (const auto& [key, value] : set_) {

@@ -13,6 +13,8 @@ std::string_view causeText(AppState::MovedBy by) {
             return "clic";
         case AppState::MovedBy::timecode:
             return "timecode";
+        case AppState::MovedBy::resumption:
+            return "reprise";
     }
     return "";
 }

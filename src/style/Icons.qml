@@ -26,6 +26,7 @@ QtObject {
     readonly property string minus: "\uf374"
     readonly property string refresh: "\uf450"
     readonly property string remove: "\uf15a"
+    readonly property string resume: "\uf40d"
     readonly property string screen: "\uf379"
     readonly property string setlist: "\uf411"
     readonly property string trash: "\uf1c0"

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tessivo.Style
 
-/** A button that acts when it is held for a second: nobody does that by accident. */
+/** A button that acts when it is held for a second, with the mouse, or with Space or Return once Tab
+    has brought the keyboard there: nobody does that by accident. */
 T.AbstractButton {
     id: button
 
@@ -11,11 +12,13 @@ T.AbstractButton {
 
     /** Of the second, from 0 to 1. */
     property real progress: 0
-    readonly property bool isHeld: visible && (pressed || heldElsewhere)
+    readonly property bool isHeld: visible && (pressed || heldByKey || heldElsewhere)
+    /** By Space or Return, when it has the keyboard. */
+    property bool heldByKey: false
 
     signal held
 
-    focusPolicy: Qt.NoFocus
+    focusPolicy: Qt.TabFocus
     implicitWidth: implicitContentWidth + 28
     implicitHeight: implicitContentHeight + 14
     hoverEnabled: true
@@ -24,6 +27,34 @@ T.AbstractButton {
     Accessible.name: text
     // An assistive tool can't hold, and doesn't press by accident.
     Accessible.onPressAction: button.held()
+
+    Keys.onPressed: event => {
+        event.accepted = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key);
+        if (event.accepted) {
+            releasing.stop();
+            heldByKey = true;
+        }
+    }
+    Keys.onReleased: event => {
+        event.accepted = heldByKey;
+        releasing.restart();
+    }
+    onActiveFocusChanged: heldByKey = false
+
+    // A held key repeats as releases that a press follows at once. It acts when it is let go, or its
+    // repeats would answer what is asked next.
+    Timer {
+        id: releasing
+
+        interval: 50
+        onTriggered: {
+            const isOver = button.heldByKey && button.progress === 1;
+            button.heldByKey = false;
+            if (isOver) {
+                button.held();
+            }
+        }
+    }
 
     onIsHeldChanged: {
         if (isHeld) {
@@ -42,7 +73,11 @@ T.AbstractButton {
         from: 0
         to: 1
         duration: 1000
-        onFinished: button.held()
+        onFinished: {
+            if (!button.heldByKey) {
+                button.held();
+            }
+        }
     }
 
     contentItem: PVText {
@@ -57,7 +92,7 @@ T.AbstractButton {
         radius: 5
         color: button.hovered ? Colors.pvLine : "transparent"
         border.width: 1
-        border.color: Colors.pvLine
+        border.color: button.activeFocus ? Colors.pvAmber : Colors.pvLine
 
         Rectangle {
             width: parent.width * button.progress

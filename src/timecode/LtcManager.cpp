@@ -80,13 +80,54 @@ void LtcManager::startCapturing() {
         assign(lastError_, {"Choisis d'abord un périphérique d'entrée."}, Field::lastError);
         return;
     }
+    wasOpen_ = false;
+    beginCapture(selectedDeviceId_, selectedName_);
+}
+
+void LtcManager::resumeCapturing(const std::string& inputName) {
+    if (!isCapturing_) {
+        wasOpen_ = true;
+        beginCapture(std::nullopt, inputName);
+    }
+}
+
+void LtcManager::beginCapture(std::optional<AudioDeviceId> input, std::string name) {
     assign(hasLostAudio_, false, Field::hasLostAudio);
     forgetLine();
-    input_ = {*selectedDeviceId_, selectedName_};
-    wasOpen_ = false;
+    input_ = input;
+    inputName_ = std::move(name);
     isLost_ = false;
-    capture_.start(input_.id);
+    openInput();
     assign(isCapturing_, true, Field::isCapturing);
+}
+
+void LtcManager::openInput() {
+    if (input_) {
+        capture_.start(*input_);
+    } else {
+        findInput();
+    }
+}
+
+void LtcManager::findInput() {
+    audio_.fetchDevices(life_.guard(
+        [this, number = captureNumber_](std::optional<std::vector<AudioInputDevice>> devices) {
+            if (number != captureNumber_) {
+                return;
+            }
+            if (devices) {
+                assign(availableInputDevices_, *std::move(devices), Field::availableInputDevices);
+            }
+            const auto listed =
+                std::ranges::find(availableInputDevices_, inputName_, &AudioInputDevice::name);
+            if (listed == availableInputDevices_.end()) {
+                loseInput();
+                return;
+            }
+            input_ = listed->id;
+            setSelectedDeviceId(input_);
+            openInput();
+        }));
 }
 
 void LtcManager::stopCapturing() {
@@ -168,11 +209,11 @@ void LtcManager::endInput(const std::string& why) {
 void LtcManager::loseInput() {
     capture_.stop();
     looks_.reset();
-    reopening_.postAfter(reopenSeconds, [this] { capture_.start(input_.id); });
+    reopening_.postAfter(reopenSeconds, [this] { openInput(); });
     if (std::exchange(isLost_, true)) {
         return;
     }
-    assign(lastError_, {"Plus de son reçu de « " + input_.name + " »."}, Field::lastError);
+    assign(lastError_, {"Plus de son reçu de « " + inputName_ + " »."}, Field::lastError);
     forgetLine();
     assign(signalDetected_, false, Field::signalDetected);
     assign(levelsPerChannel_, std::vector<float>(levelsPerChannel_.size()),

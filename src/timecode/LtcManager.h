@@ -71,6 +71,10 @@ public:
     /// and `lastError` says why. A device that was open and then delivers nothing any more is told
     /// within two seconds, and opened again as soon as that works. Does nothing while capturing.
     void startCapturing();
+    /// Goes on capturing from the input of this name, which an earlier run had open: looks for it,
+    /// selects it and opens it. As long as it isn't there or doesn't open, it is dead like one that
+    /// has died in this run, and looked for again. Does nothing while capturing.
+    void resumeCapturing(const std::string& inputName);
     /// Ends the capture. Nothing of it appears afterwards.
     void stopCapturing();
     /// Looks for what the operator can choose from now, and brings `availableInputDevices` up to
@@ -81,6 +85,8 @@ public:
 
     /// Whether the operator has a capture running; its device may be opening, or dead for now.
     bool isCapturing() const { return isCapturing_; }
+    /// The name of the input that is captured, or was last.
+    const std::string& capturedInput() const { return inputName_; }
     /// The last decoded timecode, HH:MM:SS:FF, or "--:--:--:--".
     const std::string& currentTimecodeDisplay() const { return currentTimecodeDisplay_; }
     std::int64_t detectedFps() const { return detectedFps_; }
@@ -129,6 +135,9 @@ private:
     template <typename T>
     void assign(T& member, T value, Field field);
 
+    void beginCapture(std::optional<AudioDeviceId> input, std::string name);
+    void openInput();
+    void findInput();
     void noteSound();
     void countSilence();
     void endInput(const std::string& why);
@@ -186,9 +195,10 @@ private:
     std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
     Moment lastConfirmedTime_ = Moment::distantPast();
 
-    AudioInputDevice input_;  ///< that is captured
-    bool wasOpen_ = false;    ///< in this capture
-    bool isLost_ = false;     ///< told, and not heard since
+    std::optional<AudioDeviceId> input_;  ///< that is captured; none until it is found by its name
+    std::string inputName_;
+    bool wasOpen_ = false;  ///< in this capture
+    bool isLost_ = false;   ///< told, and not heard since
     int silentLooks_ = 0;
     std::unique_ptr<MainQueue::Repetition> looks_;  ///< at whether sound comes, once open
     std::uint64_t captureNumber_ = 0;

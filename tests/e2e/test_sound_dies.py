@@ -1,5 +1,6 @@
-"""The sound server dies, comes back and hangs, and the show goes on."""
+"""The sound server dies, comes back and hangs, or the program dies, and the show goes on."""
 
+import re
 import signal
 import time
 import unittest
@@ -12,12 +13,16 @@ from sound import Sound
 INPUT = "Timecode LTC"
 TITLES = ["Ouverture", "Nuit blanche", "Carrousel"]
 STARTS = ["10:00:00:00", "10:01:00:00", "10:02:00:00"]
+STAGE = "Tessivo — Affichage"
+SEARCHING = "Recherche d'un admin sur le réseau…"
+OFFER = re.compile("Reprendre\u00a0: Concert, morceau 2, reste .*")
 DEAD = f"Plus de son reçu de « {INPUT} »."
 
 
 class SoundDies(EndToEndTest):
     def setUp(self):
         self.sound = Sound(self.stage, [INPUT])
+        self.addCleanup(lambda: processes.stop(self.sound.server))
         super().setUp()
         show = shows.show("Concert", TITLES)
         for song, start in zip(show["songs"], STARTS):
@@ -61,6 +66,43 @@ class SoundDies(EndToEndTest):
         self.sound.server.send_signal(signal.SIGCONT)
         self.admin.press("Démarrer la capture")
         self.admin.see("Signal LTC présent")
+
+    @explained
+    def test_one_return_brings_everything_back_when_the_program_is_killed(self):
+        station = self.start(self.switch.add_host("plateau"))
+        station.press("Affichage")
+        self.play("10:00:58:00")
+        self.admin.see(TITLES[1], "heading")
+        self.admin.press("Ouvrir l'affichage")
+        self.screen.window(STAGE).find("heading", TITLES[1])
+        crashed, self.admin = self.admin, self.start(self.desk)
+        self.admin.see("Admin", "push button")
+        self.assertIsNone(self.admin.screen().look(None, OFFER))  # as long as the other one runs
+        ends = [self.end_of_song(person) for person in (station, crashed)]
+        crashed.program.kill()
+        station.see(SEARCHING)
+        self.admin.see(OFFER)
+        self.admin.program.kill()
+        self.admin = self.start(self.desk)
+        self.admin.see(OFFER)
+        self.picture_of(self.admin, "sound-resume")
+        self.admin.key("Return")
+        pressed = time.monotonic()
+        self.admin.see("Signal LTC présent")
+        self.note("from Return to timecode", f"{time.monotonic() - pressed:.1f} s")
+        processes.wait_until(lambda: not station.screen().look(None, SEARCHING), "the station")
+        self.screen.window(STAGE).find("heading", TITLES[1])
+        self.note("from Return to everything", f"{time.monotonic() - pressed:.1f} s")
+        for person, end in zip((station, self.admin), ends):
+            person.see(TITLES[1], "heading")
+            # Each was read from whole seconds.
+            self.assertAlmostEqual(self.end_of_song(person), end, delta=2)
+
+    def end_of_song(self, person):
+        """When the countdown that somebody sees will be over."""
+        left = person.screen().find(None, re.compile(r"\d+:\d\d")).name
+        minutes, seconds = map(int, left.split(":"))
+        return time.monotonic() + 60 * minutes + seconds
 
     def play(self, start):
         self.sound.play(self.write_ltc(start, 40), INPUT)

@@ -88,8 +88,13 @@ class StationsFollow(EndToEndTest):
         after.see(TITLES[5], "heading")  # the last picture stays, and so does the screen
         screen_saver.wait_for(2)
         self.picture_of(after, "station-lost")
+        lead = before.screen().find("push button", "Reprendre la conduite ici")
+        for _ in range(2):  # past "Changer de mode"
+            before.key("Tab")
+        processes.wait_until(lead.has_focus, "the keyboard on the button")
+        self.picture_of(before, "station-leads-on")
+        self.screen.hold_key("space", 1.3)
         begin = time.monotonic()
-        before.press("Reprendre la conduite ici")
         processes.wait_until(lambda: not after.screen().look(None, SEARCHING),
                              "the other to follow")
         self.note("from the decision to the station that follows",

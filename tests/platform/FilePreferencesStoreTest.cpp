@@ -114,6 +114,25 @@ TEST_CASE("the folder is made, also when it is removed, and is the user's only")
     CHECK_FALSE(nowhere.isKeeping());
 }
 
+TEST_CASE("a value that is taken away stays away, whatever is being synced") {
+    const TemporaryFolder folder;
+    for (const int wait : {0, 300, 301, 302, 303, 304, 330}) {  // syncing begins after 300
+        CAPTURE(wait);
+        {
+            Holder store(folder);
+            store.setData(key, "1");
+            std::this_thread::sleep_for(std::chrono::milliseconds(wait));
+            store.setData(key, "2");
+            FilePreferencesStore(folder.path()).remove(key);  // which doesn't hold it
+            CHECK(store.data(key) == "2");
+            store.remove(key);
+            CHECK_FALSE(store.data(key).has_value());
+            CHECK(store.isKeeping());
+        }
+        CHECK(folder.names() == Names{"lock"});
+    }
+}
+
 TEST_CASE("values are set aside under names of their own, and none is lost") {
     const TemporaryFolder folder;
     Holder store(folder);

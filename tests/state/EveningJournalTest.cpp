@@ -34,6 +34,7 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         computer.preferences.isFull = false;
         computer.time.advance(2.0);
         state.ltcManager().startCapturing();
+        state.resume(show.id, computer.time.now());
     }
     const std::vector<std::string> expected = {
         "Tessivo démarre",
@@ -48,6 +49,7 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         "Les modifications ne sont plus conservées",
         "Les modifications sont de nouveau conservées",
         "Entrée audio\u00A0: Choisis d'abord un périphérique d'entrée.",
+        "Morceau 3/3 «\u00A0Morceau 3\u00A0», par reprise",
         "Tessivo se termine",
     };
     CHECK(computer.journal.lines == expected);

@@ -1,4 +1,5 @@
 #include <QQuickStyle>
+#include <QScreen>
 #include <QTest>
 
 #include "kit/LocalTime.h"
@@ -6,10 +7,13 @@
 #include "ltc/LtcEncoder.h"
 #include "support/Screen.h"
 #include "support/Shows.h"
+#include "sync/AdminBroadcaster.h"
 #include "timecode/LtcManager.h"
 #include "ui/shell/ShellViewModel.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 using namespace tessivo;
 
@@ -47,6 +51,8 @@ private Q_SLOTS:
     void aTickRebuildsNothing();
     void f11TogglesFullScreen();
     void aLockedScreenOpensWhenTheKeyIsHeld();
+    void aCrashedEveningComesBack_data();
+    void aCrashedEveningComesBack();
 };
 
 void LiveScreenTest::showsTheCurrentSongAndItsNeighbours() {
@@ -498,6 +504,69 @@ void LiveScreenTest::f11TogglesFullScreen() {
     QTRY_COMPARE(screen.window->visibility(), QWindow::FullScreen);
     screen.press(Qt::Key_F11);
     QTRY_COMPARE(screen.window->visibility(), QWindow::Windowed);
+}
+
+void LiveScreenTest::aCrashedEveningComesBack_data() {
+    QTest::addColumn<QString>("screenThen");
+    QTest::addColumn<bool>("fullScreen");
+    const QString screen = QGuiApplication::primaryScreen()->name();
+    QTest::newRow("on its screen") << screen << true;
+    QTest::newRow("whose projector is unplugged") << QStringLiteral("HDMI-9") << false;
+}
+
+void LiveScreenTest::aCrashedEveningComesBack() {
+    QFETCH(QString, screenThen);
+    QFETCH(bool, fullScreen);
+    LiveScreen screen(concert());
+    QQuickWindow* stage = screen.openStage();
+    stage->showFullScreen();
+    screen.computer.time.advance(5.0);
+    auto left = screen.computer.preferences.values;
+    std::string& point = left[std::string(Resumption::key)];
+    const std::string screenNow = stage->screen()->name().toStdString();
+    const std::size_t at = point.find('"' + screenNow + '"', point.find("display\""));
+    QVERIFY(at != std::string::npos);
+    point.replace(at + 1, screenNow.size(), screenThen.toStdString());
+
+    // Back to the choice, as the next run finds it.
+    stage->close();
+    screen.window->requestActivate();
+    QTRY_VERIFY(screen.window->isActive());
+    const auto crash = [&] {
+        screen.window->setProperty("launchMode", 0);
+        QTest::qWait(1);  // what led is gone
+        screen.application.resumption.leave();
+        screen.computer.preferences.isFull = true;
+        screen.state.setActiveShowId(std::nullopt);
+        screen.computer.preferences.values = left;
+        screen.computer.preferences.isFull = false;
+        screen.computer.time.advance(2.0);
+        screen.layOut();
+    };
+    crash();
+    QVERIFY(screen.shows("Reprendre\u00A0: Concert"));
+    QVERIFY(screen.shows("morceau 1, reste 0:05"));
+    screen.press(Qt::Key_Escape);
+    QVERIFY(!screen.shows("Reprendre\u00A0: Concert"));
+    screen.press(Qt::Key_Return);  // on "Admin" again
+    screen.computer.time.advance(2.0);
+    QVERIFY(screen.shows("Nouveau show"));
+    crash();
+    std::optional<AdminBroadcaster> other;
+    other.emplace(screen.computer.network.addComputer("Ailleurs"), screen.computer.time);
+    other->startChecking();
+    screen.computer.time.advance(2.0);
+    screen.press(Qt::Key_Return);
+    screen.computer.time.advance(2.0);
+    screen.click("Changer de mode");
+    QVERIFY(!screen.state.activeShow());
+    other.reset();
+    screen.press(Qt::Key_Return);
+    screen.computer.time.advance(2.0);
+    QTRY_VERIFY(screen.shows("● En cours — morceau 1/10"));
+    QCOMPARE(stage->isVisible(), true);
+    QCOMPARE(stage->visibility() == QWindow::FullScreen, fullScreen);
+    QTRY_VERIFY(screen.window->isActive());
 }
 
 QTEST_MAIN(LiveScreenTest)

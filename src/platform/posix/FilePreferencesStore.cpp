@@ -108,6 +108,19 @@ void FilePreferencesStore::setData(std::string_view key, std::string_view bytes)
     }
 }
 
+void FilePreferencesStore::remove(std::string_view key) {
+    if (!holdsStill()) {
+        return;
+    }
+    const std::lock_guard guard(mutex_);
+    // Also the older version that is perhaps being synced, which would get the key's name.
+    for (const std::string& path : versionsOf(pathOf(key))) {
+        ::unlink(path.c_str());
+    }
+    ::unlink(pathOf(key).c_str());
+    values_[std::string(key)] = {};
+}
+
 bool FilePreferencesStore::setAside(std::string_view key) {
     if (!holdsStill()) {
         return false;

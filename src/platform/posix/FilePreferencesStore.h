@@ -35,6 +35,7 @@ public:
     bool isKeeping() const override;
     std::optional<std::string> data(std::string_view key) override;
     void setData(std::string_view key, std::string_view bytes) override;
+    void remove(std::string_view key) override;
     /// Renames the file to `key`.illisible-N, N counting from 1.
     bool setAside(std::string_view key) override;
 

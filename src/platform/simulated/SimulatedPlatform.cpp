@@ -20,6 +20,12 @@ void SimulatedPreferences::setData(std::string_view key, std::string_view bytes)
     }
 }
 
+void SimulatedPreferences::remove(std::string_view key) {
+    if (isHeld) {
+        values.erase(std::string(key));
+    }
+}
+
 bool SimulatedPreferences::setAside(std::string_view key) {
     const auto found = values.find(key);
     if (found != values.end() && !refusesToSetAside) {

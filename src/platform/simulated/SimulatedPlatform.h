@@ -30,6 +30,7 @@ public:
     bool isKeeping() const override { return isHeld && !isUnwritten; }
     std::optional<std::string> data(std::string_view key) override;
     void setData(std::string_view key, std::string_view bytes) override;
+    void remove(std::string_view key) override;
     bool setAside(std::string_view key) override;
 
     std::map<std::string, std::string, std::less<>> values;

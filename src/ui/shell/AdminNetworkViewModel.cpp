@@ -29,12 +29,11 @@ void AdminNetworkViewModel::componentComplete() {
     broadcaster_.emplace(platform.network, platform.mainQueue);
     bridge_.emplace(platform.mainQueue);
     subscription_ = broadcaster_->didChange.subscribe([this](auto) {
-        const auto takeOver =
-            status() == Checking ? nullptr : std::exchange(context_->takeOver, nullptr);
+        const auto goOn = status() == Checking ? nullptr : std::exchange(context_->goOn, nullptr);
         if (status() == Broadcasting) {
-            if (takeOver) {
-                takeOver();
-                tookOver_ = true;
+            if (goOn) {
+                goOn();
+                goesOn_ = true;
             }
             bridge_->attach(context_->state, *broadcaster_);
         }

@@ -33,8 +33,8 @@ class AdminNetworkViewModel : public QObject, public QQmlParserStatus {
     /// What the stations may suffer from: a network that is gone or silent, or how many of them
     /// were lost and when, until they are back or ten minutes have passed; empty for nothing.
     Q_PROPERTY(QString trouble READ trouble NOTIFY statusChanged)
-    /// Whether what a station followed is led from here since.
-    Q_PROPERTY(bool tookOver READ tookOver NOTIFY statusChanged)
+    /// Whether a show that was under way goes on from here.
+    Q_PROPERTY(bool goesOn READ goesOn NOTIFY statusChanged)
 
 public:
     enum Status { Checking, Conflict, Broadcasting };
@@ -48,7 +48,7 @@ public:
     QString conflict() const;
     QString stations() const;
     QString trouble() const;
-    bool tookOver() const { return tookOver_; }
+    bool goesOn() const { return goesOn_; }
 
 Q_SIGNALS:
     void statusChanged();
@@ -61,7 +61,7 @@ private:
     std::optional<AdminBroadcaster> broadcaster_;
     std::optional<AdminSyncBridge> bridge_;
     std::optional<StationJournal> stations_;
-    bool tookOver_ = false;
+    bool goesOn_ = false;
     std::size_t stationCount_ = 0;
     std::size_t lostCount_ = 0;  // and not back
     Instant lostAt_;             // the last of them

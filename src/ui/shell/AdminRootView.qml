@@ -35,10 +35,9 @@ FocusScope {
 
         anchors.fill: parent
         focus: true
-        // Whoever took over goes on at once.
         onLeadsChanged: setSource("ContentView.qml", {
             focus: true,
-            firstTab: network.tookOver ? EditorView.Live : EditorView.Setlist
+            firstTab: network.goesOn ? EditorView.Live : EditorView.Setlist
         })
     }
 }

@@ -22,11 +22,8 @@ T.Button {
     Keys.onReturnPressed: card.clicked()
     Keys.onEnterPressed: card.clicked()
 
-    background: Rectangle {
-        radius: 10
-        color: card.down ? Colors.pvLine : card.hovered ? Colors.pvBlack3 : Colors.pvBlack2
-        border.width: 1
-        border.color: card.activeFocus ? Colors.pvAmber : Colors.pvLine
+    background: LaunchCardBackground {
+        card: card
     }
 
     contentItem: Item {

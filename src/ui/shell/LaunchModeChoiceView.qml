@@ -8,13 +8,24 @@ FocusScope {
     id: view
 
     signal choose(int mode)
+    signal resume
 
     Column {
         anchors.centerIn: parent
-        spacing: 28
+        // The smallest window has room for all of it, and the notice of a newer version.
+        spacing: view.height < 600 ? 20 : 28
 
         AppHeader {
             anchors.horizontalCenter: parent.horizontalCenter
+        }
+        ResumeCard {
+            id: resumeCard
+
+            visible: ResumeViewModel.title !== ""
+            focus: visible
+            width: cards.width
+            onClicked: view.resume()
+            Keys.onEscapePressed: ResumeViewModel.dismiss()
         }
         PVText {
             text: "Comment ce poste doit-il être utilisé ?"
@@ -23,6 +34,8 @@ FocusScope {
             anchors.horizontalCenter: parent.horizontalCenter
         }
         Row {
+            id: cards
+
             spacing: 20
             anchors.horizontalCenter: parent.horizontalCenter
 
@@ -30,7 +43,7 @@ FocusScope {
                 text: "Admin"
                 subtitle: "Crée et pilote le show"
                 glyph: Icons.controls
-                focus: true
+                focus: !resumeCard.visible
                 onClicked: view.choose(RootView.Admin)
             }
             LaunchModeCard {

@@ -33,6 +33,8 @@ Rectangle {
         }
         PVHoldButton {
             text: "Maintenir pour ouvrir (Ctrl+L)"
+            // Space goes on to the next song, whatever Tab has reached.
+            focusPolicy: Qt.NoFocus
             heldElsewhere: LockKey.holding
             onHeld: ShellViewModel.locked = false
         }

@@ -135,6 +135,7 @@ ApplicationWindow {
 
         active: false
         sourceComponent: DisplayWindow {}
+        onLoaded: ResumeViewModel.keepPlace(item as DisplayWindow, "display")
     }
 
     Loader {
@@ -145,6 +146,25 @@ ApplicationWindow {
         onLoaded: {
             (item as PassagesWindow).content = Qt.binding(() => root.passages());
             (item as PassagesWindow).silence = Qt.binding(() => root.silence());
+            ResumeViewModel.keepPlace(item as PassagesWindow, "passages");
+        }
+    }
+
+    Connections {
+        target: ResumeViewModel
+
+        function onWindowWanted(name: string, screen: string, fullScreen: bool): void {
+            if (name === "main") {
+                ResumeViewModel.putInPlace(window, screen, fullScreen);
+            } else if (name === "display") {
+                displayWindow.active = true;
+                ResumeViewModel.putInPlace(displayWindow.item as DisplayWindow, screen, fullScreen);
+            } else if (name === "passages") {
+                passagesWindow.active = true;
+                ResumeViewModel.putInPlace(passagesWindow.item as PassagesWindow, screen, fullScreen);
+            }
+            // The keys are the operator's, whatever has opened.
+            window.requestActivate();
         }
     }
 
@@ -224,5 +244,8 @@ ApplicationWindow {
             Qt.quit();
         }
     }
-    Component.onCompleted: ShellViewModel.checkForUpdateInformation()
+    Component.onCompleted: {
+        ShellViewModel.checkForUpdateInformation();
+        ResumeViewModel.keepPlace(window, "main");
+    }
 }

@@ -31,18 +31,28 @@ FocusScope {
         return station ? station.receiver.silence : "";
     }
 
+    function begin(chosen: int): void {
+        ResumeViewModel.begin(chosen === RootView.Admin);
+        mode = chosen;
+    }
     function lead() {
-        mode = RootView.Admin;
+        begin(RootView.Admin);
     }
     function leaveMode() {
         mode = RootView.None;
+        ResumeViewModel.leave();
     }
 
     LaunchModeChoiceView {
         anchors.fill: parent
         visible: root.mode === RootView.None
         focus: visible
-        onChoose: mode => root.mode = mode
+        onChoose: mode => root.begin(mode)
+        onResume: {
+            const offered = ResumeViewModel.leads ? RootView.Admin : RootView.Affichage;
+            ResumeViewModel.resume();
+            root.mode = offered;
+        }
     }
 
     Loader {
