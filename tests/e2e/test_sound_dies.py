@@ -100,7 +100,7 @@ class SoundDies(EndToEndTest):
 
     def end_of_song(self, person):
         """When the countdown that somebody sees will be over."""
-        left = person.screen().find(None, re.compile(r"\d+:\d\d")).name
+        left = person.screen().find(None, "Temps restant").description
         minutes, seconds = map(int, left.split(":"))
         return time.monotonic() + 60 * minutes + seconds
 
