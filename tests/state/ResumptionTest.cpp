@@ -90,6 +90,12 @@ TEST_CASE_FIXTURE(Computer, "what a crash broke off is offered as it stands by t
         {over.c_str(), [&] { platform.time.advance(24.0 * hour); }, nothing},
         {unknown.c_str(), nothing,
          [&] { platform.time.setWallClock(platform.time.now() + -9000.0 * hour); }},
+        {unknown.c_str(),
+         [&] {
+             resumption->leave();
+             resumption->begin(true);
+         },
+         nothing},
         {"Reprendre\u00A0: Concert | morceau 1", [&] { state->goPrev(); }, nothing},
         {"Reprendre\u00A0: Concert | show terminé", [&] { state->jumpTo(3); }, nothing},
         {"Reprendre | morceau 2, reste 4:00", [&] { state->renameActiveShow(" "); }, nothing},
@@ -101,6 +107,7 @@ TEST_CASE_FIXTURE(Computer, "what a crash broke off is offered as it stands by t
         // Another program went on with the record meanwhile.
         {unknown.c_str(), [&] { state->jumpTo(2); },
          [&] {
+             platform.time.advance(3.0);
              const AppState other(platform);
              platform.preferences.setData(AppState::storageKey,
                                           encodeJson(PersistedData{other.shows(), {}, 1}));
@@ -191,9 +198,8 @@ TEST_CASE_FIXTURE(Computer,
     resumption->goOn();
     CHECK_FALSE(state->ltcManager().isCapturing());
     state->ltcManager().resumeCapturing("Interface");
-    platform.time.advance(1.5);
-    state->ltcManager().stopCapturing();
     platform.audio.setDevices({{7, "Interface", {48'000.0, 4}}});
+    state->ltcManager().stopCapturing();
     platform.time.advance(5.0);  // the operator's stop holds
     CHECK_FALSE(platform.audio.openDevice());
 }
