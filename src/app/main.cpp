@@ -1,5 +1,7 @@
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 #include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
@@ -19,6 +21,7 @@
 #include "platform/posix/ThreadBackground.h"
 #include "platform/qt/DialogFilePanels.h"
 #include "platform/qt/DiskFileStore.h"
+#include "platform/qt/FileRequests.h"
 #include "platform/qt/HttpUpdateFeed.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/SessionStayAwake.h"
@@ -79,6 +82,20 @@ std::string journalFolder() {
     return state.toStdString() + "/tessivo/journal";
 }
 
+/// The whole path of the show file that the program is to open; empty for none.
+QString namedFile(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("La conduite des shows en direct."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("fichier"),
+                                 QStringLiteral("Un show (.tessivo) à ouvrir."),
+                                 QStringLiteral("[fichier]"));
+    parser.process(application);
+    const QStringList files = parser.positionalArguments();
+    return files.isEmpty() ? QString() : QFileInfo(files.first()).absoluteFilePath();
+}
+
 /// The user's own: "tessivo" in the configuration folder.
 std::string preferencesFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
@@ -100,6 +117,10 @@ int main(int argc, char* argv[]) try {
     QApplication::setWindowIcon(windowIcon());
     QGuiApplication::setDesktopFileName(QStringLiteral("tessivo"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    const QString file = namedFile(application);
+    if (!file.isEmpty() && tessivo::FileRequests::handOver(file)) {
+        return EXIT_SUCCESS;
+    }
 
     tessivo::SystemClock clock;
     tessivo::QtMainQueue mainQueue;
@@ -127,6 +148,11 @@ int main(int argc, char* argv[]) try {
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml")));
     if (engine.rootObjects().isEmpty()) {
         return EXIT_FAILURE;
+    }
+    const tessivo::FileRequests requests(
+        [&](const QString& path) { screens.fileRequested.emit(path.toStdString()); });
+    if (!file.isEmpty()) {
+        screens.fileRequested.emit(file.toStdString());
     }
     return QApplication::exec();
 } catch (const std::system_error& error) {

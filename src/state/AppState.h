@@ -149,6 +149,8 @@ public:
     /// that is no show changes nothing; one that is too large for a show is told. True when a show
     /// was opened.
     bool openShow();
+    /// The same with a file that was chosen elsewhere.
+    bool openShowFile(const FileLocation& location);
 
     /// Goes on leading a show that another computer led: makes it active like one that is opened,
     /// with this cursor and the countdown of a song that began at `startedAt`. Locked, too: the

@@ -53,11 +53,15 @@ bool AppState::openShow() {
     }
     const auto location =
         platform_.panels.chooseFileToOpen({"Ouvrir un show", std::string(showFileExtension)});
-    if (!location || isLocked_) {  // also locked while the panel was open
+    return location && openShowFile(*location);
+}
+
+bool AppState::openShowFile(const FileLocation& location) {
+    if (isLocked_) {  // also while a panel was open
         return false;
     }
-    const auto bytes = platform_.files.read(*location, maximumShowFileBytes);
-    if (!bytes && platform_.files.isLongerThan(*location, maximumShowFileBytes)) {
+    const auto bytes = platform_.files.read(location, maximumShowFileBytes);
+    if (!bytes && platform_.files.isLongerThan(location, maximumShowFileBytes)) {
         assign(Field::lastFileError, lastFileError_,
                "Ce fichier n'est pas ouvert\u00A0: il dépasse les 32 Mo qu'un show peut prendre.");
     }
@@ -68,7 +72,7 @@ bool AppState::openShow() {
     const Uuid id = show->id;
     Edit edit = named(withName("ouvrir le show", show->name, "ouvrir un show"));
     replaceOrAppend(std::move(*show), std::move(edit));
-    lastSavedLocations_[id] = *location;
+    lastSavedLocations_[id] = location;
     activate(id);
     return true;
 }

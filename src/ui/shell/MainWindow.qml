@@ -178,6 +178,10 @@ ApplicationWindow {
         function onUpdateRequested() {
             update.open();
         }
+        function onSummoned() {
+            window.raise();
+            window.requestActivate();
+        }
         function onShowOpened(name: string): void {
             if (root.mode !== RootView.Admin) {
                 news.tell("Show ouvert", "«\u00A0" + name + "\u00A0» est ouvert. Choisis le mode Admin pour le voir.");

@@ -13,14 +13,13 @@
 namespace tessivo {
 
 ShellViewModel* ShellViewModel::create(QQmlEngine* engine, QJSEngine*) {
-    const ScreenContext& context = screenContextOf(*engine);
-    return new ShellViewModel(context.state, context.platform.journal);
+    return new ShellViewModel(screenContextOf(*engine));
 }
 
-ShellViewModel::ShellViewModel(AppState& state, const Journal& journal)
-    : state_(state),
-      journal_(journal),
-      subscription_(state.didChange.subscribe([this](AppState::Field field) {
+ShellViewModel::ShellViewModel(ScreenContext& context)
+    : state_(context.state),
+      journal_(context.platform.journal),
+      stateChanges_(state_.didChange.subscribe([this](AppState::Field field) {
           switch (field) {
               case AppState::Field::shows:
               case AppState::Field::activeShowId:
@@ -45,7 +44,9 @@ ShellViewModel::ShellViewModel(AppState& state, const Journal& journal)
               default:
                   break;
           }
-      })) {}
+      })),
+      fileRequests_(context.fileRequested.subscribe(
+          [this](const std::string& path) { openShowFile(path); })) {}
 
 QString ShellViewModel::activeShowId() const {
     const Show* show = state_.activeShow();
@@ -62,6 +63,20 @@ void ShellViewModel::openShow() {
             Q_EMIT showOpened(toShownText(state_.activeShow()->name));
         }
     });
+}
+
+void ShellViewModel::openShowFile(const std::string& path) {
+    Q_EMIT summoned();
+    if (state_.openShowFile(path)) {
+        Q_EMIT showOpened(toShownText(state_.activeShow()->name));
+    } else if (state_.isLocked()) {
+        Q_EMIT fileRefused(
+            QStringLiteral("La vue live est verrouillée\u00A0: aucun autre show n'est ouvert."));
+    } else {
+        Q_EMIT fileRefused(
+            QStringLiteral("Ce fichier n'est pas un show que Tessivo peut lire\u00A0: ") +
+            toShownText(path));
+    }
 }
 
 void ShellViewModel::openDisplay() {

@@ -15,6 +15,8 @@ class QQmlEngine;
 
 namespace tessivo {
 
+struct ScreenContext;
+
 /// The operator's desk: the application state as the shell reads it, which show is open, and the
 /// commands.
 class ShellViewModel final : public QObject {
@@ -35,7 +37,7 @@ class ShellViewModel final : public QObject {
 public:
     static ShellViewModel* create(QQmlEngine* engine, QJSEngine*);
 
-    ShellViewModel(AppState& state, const Journal& journal);
+    explicit ShellViewModel(ScreenContext& context);
 
     QString activeShowId() const;
     bool keepsShows() const { return state_.keepsShows(); }
@@ -56,7 +58,6 @@ public:
         onNextTurn([this] { state_.saveCurrentShowAs(); });
     }
     Q_INVOKABLE void openShow();
-
     /// Returns to where a show is chosen.
     Q_INVOKABLE void closeShow() { state_.setActiveShowId(std::nullopt); }
 
@@ -81,6 +82,8 @@ Q_SIGNALS:
     void displayRequested();
     void updateRequested();
     void showOpened(const QString& name);
+    /// The desktop has turned to this program.
+    void summoned();
     /// A show file wasn't opened or written; `reason` is a sentence.
     void fileRefused(const QString& reason);
     /// No program opens the journal, which is this file.
@@ -88,10 +91,14 @@ Q_SIGNALS:
 
 private:
     void onNextTurn(std::function<void()> command);
+    /// One that the desktop asks for may be anything, unlike one that was chosen in a panel: a
+    /// refusal is told.
+    void openShowFile(const std::string& path);
 
     AppState& state_;
     const Journal& journal_;
-    Subscription subscription_;
+    Subscription stateChanges_;
+    Subscription fileRequests_;
 };
 
 }  // namespace tessivo
