@@ -82,6 +82,10 @@ class Switch:
         self.hosts.append(host)
         return host
 
+    def power(self, on):
+        """Cuts the switch's power, or gives it back; the cables stay in."""
+        self.namespaces.run("ip", "link", "set", "switch", "up" if on else "down")
+
     def remove(self):
         """Ends all that runs on the computers, and with it their network."""
         for host in reversed(self.hosts):
@@ -110,6 +114,11 @@ class Host:
         else:
             self._use_bus(switch.hosts[0])
 
+    @property
+    def inside(self):
+        """Its folder with what only this computer has mounted there."""
+        return Path(f"/proc/{self._namespaces.keeper.pid}/root{self.folder}")
+
     def command(self, *command):
         return self._namespaces.command(*command) if self._namespaces else [*map(str, command)]
 
@@ -127,6 +136,7 @@ class Host:
     def remove(self):
         for process in reversed(self._processes):
             processes.stop(process)
+        self._processes.clear()
         if self._namespaces:
             processes.stop(self._namespaces.keeper)
         elif self._turn is not None:
@@ -136,16 +146,30 @@ class Host:
         """Pulls the network cable, or puts it back."""
         self._switch.run("ip", "link", "set", self._port, "up" if plugged else "down")
 
+    def cut_power(self):
+        """Ends all that runs on this computer, and nobody hears of it."""
+        self.plug(False)
+        for process in self._processes:
+            process.kill()
+            process.wait()
+        self._processes.clear()
+
+    def boot(self):
+        """Starts the computer again after its power was cut."""
+        self.plug(True)
+        self._start_bus()
+        self.start_responder()
+
     def start_responder(self):
         configuration = self.folder / "avahi.conf"
         configuration.write_text(_RESPONDER.format(
             name=self.name, interface="eth0" if self._namespaces else "lo"))
-        self._responder = self.start("avahi", "avahi-daemon", "--no-chroot", "--no-drop-root",
+        self.responder = self.start("avahi", "avahi-daemon", "--no-chroot", "--no-drop-root",
                                      "--no-rlimits", "-f", configuration)
         processes.wait_until(self._responder_answers, f"the responder of {self.name}")
 
     def stop_responder(self):
-        processes.stop(self._responder)
+        processes.stop(self.responder)
 
     def services(self):
         """The services of this program that Avahi's own browser sees: name, address and port."""
@@ -171,7 +195,8 @@ class Host:
         self._use_bus(self)
         policy = self.folder / "bus.conf"
         policy.write_text(_BUS_POLICY.format(socket=self._socket))
-        self.start("bus", "dbus-daemon", f"--config-file={policy}", "--nofork", "--nopidfile")
+        self._socket.unlink(missing_ok=True)
+        self.bus = self.start("bus", "dbus-daemon", f"--config-file={policy}", "--nofork", "--nopidfile")
         processes.wait_until(self._socket.exists, f"the system bus of {self.name}")
         # The responder keeps its state in one folder of the system: here each has its own, or its
         # turn, since several stories may run at once.

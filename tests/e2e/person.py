@@ -11,9 +11,9 @@ MAIN = "Tessivo"
 class Person:
     """Someone at one of the computers."""
 
-    def __init__(self, test, host):
+    def __init__(self, test, host, **environment):
         self._test = test
-        self.program = Program(test.stage, test.programs / "tessivo", host)
+        self.program = Program(test.stage, test.programs / "tessivo", host, **environment)
         test.addCleanup(self.program.stop)
         self._screen = test.screen.program(self.program)
 

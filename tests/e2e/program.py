@@ -8,12 +8,15 @@ import processes
 
 
 class Program:
-    """Started on one of several computers, or on the stage itself, which holds their screens."""
+    """Started on one of several computers, or on the stage itself, which holds their screens.
 
-    def __init__(self, stage, executable, host=None):
+    `environment` is added to what that computer gives to every program.
+    """
+
+    def __init__(self, stage, executable, host=None, **environment):
         self._lines = []
         own = {**(host or stage).environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-               "QT_QUICK_BACKEND": "software"}
+               "QT_QUICK_BACKEND": "software", **environment}
         command = host.command(executable) if host else [str(executable)]
         self._process = processes.start(command, stage.log("program"), own,
                                         stdout=subprocess.PIPE, text=True, encoding="utf-8",

@@ -1,0 +1,233 @@
+"""What strikes during an evening. Each fault is a function of the evening that strikes, lets the
+crew do what a crew does, and gives back the moment from which recovery counts: when the cause has
+gone, or when somebody has decided how to go on."""
+
+import re
+import signal
+import sys
+import time
+from pathlib import Path
+
+import processes
+from evening import CHANGE_MODE, INPUT, SEARCHING
+
+HERE = Path(__file__).resolve().parent
+DEAD_INPUT = f"Plus de son reçu de « {INPUT} »."
+TWO_LEAD = re.compile("Un autre admin conduit aussi.*")
+
+
+def a_station(evening):
+    return evening.random.choice(evening.stations)
+
+
+def admin_killed(evening):
+    evening.admin.kill()
+    evening.reopen_admin()
+    return evening.admin.opened_at
+
+
+def admin_killed_station_leads(evening):
+    lost = evening.admin
+    lost.kill()
+    decided = evening.take_over(lost)
+    evening.open_station(lost)
+    return decided
+
+
+def admin_hangs(evening):
+    evening.admin.person.program.signal(signal.SIGSTOP)
+    time.sleep(12)  # nobody plays on
+    evening.admin.person.program.signal(signal.SIGCONT)
+    return time.monotonic()
+
+
+def admin_loses_power(evening):
+    lost = evening.admin
+    lost.cut_power()
+    decided = evening.take_over(lost)
+    evening.play(8)
+    lost.host.boot()
+    evening.open_station(lost)
+    return decided
+
+
+def station_killed(evening):
+    station = a_station(evening)
+    station.kill()
+    evening.darken(station)
+    killed = time.monotonic()
+    evening.open_station(station)
+    return killed
+
+
+def station_hangs(evening):
+    station = a_station(evening)
+    evening.ignore(station)
+    station.person.program.signal(signal.SIGSTOP)
+    evening.play(12)
+    station.person.program.signal(signal.SIGCONT)
+    evening.count(station)
+    return time.monotonic()
+
+
+def station_loses_power(evening):
+    station = a_station(evening)
+    evening.ignore(station)
+    station.cut_power()
+    evening.play(12)
+    station.host.boot()
+    evening.open_station(station)
+    return station.opened_at
+
+
+def cable(evening, computer):
+    computer.host.plug(False)
+    evening.play(evening.random.uniform(2, 20))
+    computer.host.plug(True)
+    return time.monotonic()
+
+
+def cable_of_admin(evening):
+    return cable(evening, evening.admin)
+
+
+def cable_of_station(evening):
+    return cable(evening, a_station(evening))
+
+
+def switch_without_power(evening):
+    evening.switch.power(False)
+    evening.play(15)
+    evening.switch.power(True)
+    return time.monotonic()
+
+
+def responder_killed(evening):
+    computer = evening.random.choice([evening.admin, *evening.stations])
+    computer.host.responder.kill()
+    evening.play(8)
+    computer.host.start_responder()
+    return time.monotonic()
+
+
+def responder_hangs(evening):
+    computer = evening.random.choice([evening.admin, *evening.stations])
+    computer.host.responder.send_signal(signal.SIGSTOP)
+    evening.play(12)
+    computer.host.responder.send_signal(signal.SIGCONT)
+    return time.monotonic()
+
+
+def bus_restarted(evening):
+    computer = evening.random.choice([evening.admin, *evening.stations])
+    computer.host.bus.kill()
+    computer.host.responder.kill()  # it can't live without
+    evening.play(5)
+    computer.host.boot()
+    return time.monotonic()
+
+
+def clock_jumps(evening, computer):
+    seconds = evening.random.choice((-600, -5, 5, 600))
+    computer.set_clock(seconds)
+    struck = time.monotonic()
+    evening.play(20)
+    computer.set_clock(0.0)
+    return struck
+
+
+def clock_of_admin_jumps(evening):
+    return clock_jumps(evening, evening.admin)
+
+
+def clock_of_station_jumps(evening):
+    return clock_jumps(evening, a_station(evening))
+
+
+def sound_server_dies(evening):
+    admin = evening.admin
+    admin.person.to_front()
+    if admin.shows("Démarrer la capture", "push button"):
+        admin.person.start_capture(INPUT)
+    admin.person.see("Arrêter la capture", "push button")
+    evening.sound.kill_server()
+    admin.person.see(DEAD_INPUT)
+    evening.play(5)
+    evening.sound.start_server()
+    back = time.monotonic()
+    processes.wait_until(lambda: not admin.shows(DEAD_INPUT), "the sound to be back")
+    return back
+
+
+def disk_full(evening):
+    filler = evening.admin.host.inside / "config" / "filler"
+    with open(filler, "wb") as file:
+        try:
+            while True:
+                file.write(bytes(4096))
+        except OSError:
+            pass
+    evening.play(10)
+    filler.unlink()
+    return time.monotonic()
+
+
+def second_admin(evening):
+    spare = evening.spare.person
+    spare.press("Admin")
+    spare.see("Un admin est déjà actif sur ce réseau")
+    spare.press(CHANGE_MODE)
+    spare.see("Affichage", "push button")
+    return time.monotonic()
+
+
+def two_lead(evening):
+    """The admin's side is cut off, a station leads on, and the two see each other again."""
+    cut_off = evening.admin
+    cut_off.host.plug(False)
+    evening.take_over(cut_off)
+    evening.play(5)
+    cut_off.host.plug(True)
+    for each in (cut_off, evening.admin):
+        each.person.see(TWO_LEAD)
+    evening.play(3)
+    cut_off.person.program.stop()
+    decided = time.monotonic()
+    evening.open_station(cut_off)
+    return decided
+
+
+def flood(evening):
+    address, port = next((address, port) for name, address, port in evening.spare.host.services()
+                         if name == evening.admin.name and "." in address)
+    flood = evening.spare.host.start("flood", sys.executable, "-B", HERE / "flood.py", address,
+                                     port, 1500, 10)
+    evening.play(10)
+    flood.wait()
+    return time.monotonic()
+
+
+#: By the names that they have in the table. True: while it lasts, or until somebody decides, no
+#: admin is left.
+FAULTS = {
+    "admin killed, opened again": (admin_killed, True),
+    "admin killed, a station leads on": (admin_killed_station_leads, True),
+    "admin hangs 12 s": (admin_hangs, True),
+    "admin without power, a station leads on": (admin_loses_power, True),
+    "station killed, opened again": (station_killed, False),
+    "station hangs 12 s": (station_hangs, False),
+    "station without power": (station_loses_power, False),
+    "admin's cable out 2 to 20 s": (cable_of_admin, False),
+    "station's cable out 2 to 20 s": (cable_of_station, False),
+    "switch without power 15 s": (switch_without_power, False),
+    "responder killed, back after 8 s": (responder_killed, False),
+    "responder hangs 12 s": (responder_hangs, False),
+    "message bus dies, back after 5 s": (bus_restarted, False),
+    "admin's clock jumps by 5 s or 10 min": (clock_of_admin_jumps, False),
+    "station's clock jumps by 5 s or 10 min": (clock_of_station_jumps, False),
+    "sound server dies, back after 5 s": (sound_server_dies, False),
+    "admin's disk full 10 s": (disk_full, False),
+    "somebody else chooses Admin": (second_admin, False),
+    "network in two parts, two lead": (two_lead, False),
+    "1,500 connections that send for 10 s": (flood, False),
+}
