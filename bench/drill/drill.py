@@ -32,17 +32,17 @@ class Record:
 
 
 def strike(evening, fault, record):
-    record.accounts.append(Account())
-    mended = fault(evening)
-    deadline = time.monotonic() + PATIENCE
-    while not evening.right_since():
-        if time.monotonic() > deadline:
-            record.lost.append("not right within a minute")
-            break
-        evening.play(0.5)
-    else:
+    course = fault(evening)
+    mended = next(course)
+    if evening.wait_until_right(PATIENCE):
         record.recoveries.append(max(0.0, evening.right_since() - mended))
+    else:
+        record.lost.append("the stations")
+    list(course)
+    evening.wait_until_right(PATIENCE)
     record.lost += evening.losses()
+    evening.play(2)
+    record.accounts.append(evening.account())
 
 
 def plan(seed, names):
@@ -63,9 +63,7 @@ def drill(options):
             next_stroke = time.monotonic() + options.every
             calm.add(evening.account())
             log(begin, name)
-            strike(evening, FAULTS[name][0], records[name])
-            evening.play(2)
-            records[name].accounts[-1] = evening.account()
+            strike(evening, FAULTS[name], records[name])
             log(begin, f"  {records[name].accounts[-1]} {records[name].recoveries[-1:]} "
                        f"{records[name].lost}")
             evening.play(max(5.0, next_stroke - time.monotonic()))

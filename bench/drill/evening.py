@@ -56,6 +56,10 @@ class Computer:
         self.person = Person(self._evening, self.host, **environment)
         self._evening.watcher.watch(self.name, self.person.program.pid)
 
+    def stop(self):
+        self._evening.watcher.forget(self.name)
+        self.person.program.stop()
+
     def kill(self):
         self._evening.watcher.forget(self.name)
         self.person.program.kill()
@@ -164,6 +168,11 @@ class Evening(contextlib.ExitStack):
         computer.person.press("Affichage")
         self.count(computer)
 
+    def add_station(self, computer):
+        """One that was something else before."""
+        self.stations.append(computer)
+        self.open_station(computer)
+
     def reopen_admin(self):
         """What one does whose admin has vanished: the offered way back, or the long one."""
         self.admin.open()
@@ -186,15 +195,15 @@ class Evening(contextlib.ExitStack):
                 return
             computer.person.press(CHANGE_MODE)
 
-    def take_over(self, lost):
-        """A station leads on in place of the admin, which becomes the station `lost` when it can.
-        Gives back when that was decided."""
+    def take_over(self):
+        """A station leads on in place of the admin. Gives back when that was decided."""
         successor = self.random.choice(self.stations)
         processes.wait_until(lambda: successor.shows(TAKE_OVER, "push button"), TAKE_OVER)
         self.ignore(successor)
         decided = time.monotonic()
         successor.person.press(TAKE_OVER)
-        self.stations[self.stations.index(successor)] = lost
+        self.stations.remove(successor)
+        self.collect()
         self.admin = successor
         successor.person.see(TITLES[self.index], "heading")
         return decided
@@ -226,6 +235,7 @@ class Evening(contextlib.ExitStack):
 
     def ignore(self, computer):
         """Until it is counted again: it has no power, hangs, or leads."""
+        self.collect()
         self._looks.setdefault(computer.name, []).append(None)
 
     def darken(self, computer):
@@ -266,6 +276,13 @@ class Evening(contextlib.ExitStack):
         if self.admin.stored_position() != self.index:
             lost.append("the record")
         return lost
+
+    def wait_until_right(self, seconds):
+        """Plays on until all stations are; says whether they were in time."""
+        deadline = time.monotonic() + seconds
+        while self.right_since() is None and time.monotonic() < deadline:
+            self.play(0.5)
+        return self.right_since() is not None
 
     def right_since(self):
         """From when on all stations show what the admin leads; None when one doesn't."""

@@ -150,8 +150,7 @@ class Host:
         """Ends all that runs on this computer, and nobody hears of it."""
         self.plug(False)
         for process in self._processes:
-            process.kill()
-            process.wait()
+            processes.kill(process)
         self._processes.clear()
 
     def boot(self):

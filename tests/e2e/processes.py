@@ -58,8 +58,13 @@ def stop(process, seconds=5.0):
         try:
             process.wait(seconds)
         except subprocess.TimeoutExpired:
-            process.kill()
-            process.wait()
+            kill(process)
+
+
+def kill(process):
+    """Ends `process` without asking, until nothing is left of it."""
+    process.kill()
+    process.wait()
 
 
 def stop_all_children():

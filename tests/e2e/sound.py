@@ -64,8 +64,7 @@ class Sound:
         processes.wait_until(self._socket.exists, "the sound server")
 
     def kill_server(self):
-        self.server.kill()
-        self.server.wait()
+        processes.kill(self.server)
         self._socket.unlink()
 
     def remove_output(self, name):
