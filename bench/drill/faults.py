@@ -158,7 +158,7 @@ def sound_server_dies(evening):
 
 def disk_full(evening):
     filler = evening.admin.host.inside / "config" / "filler"
-    with open(filler, "wb") as file:
+    with open(filler, "wb", buffering=0) as file:
         try:
             while True:
                 file.write(bytes(4096))

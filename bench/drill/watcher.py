@@ -50,6 +50,8 @@ class Watcher:
 
         def tell(texts):
             GLib.timeout_add(round(1000 * SECONDS_BETWEEN), lambda: self.look(name, pid))
+            if texts is None:
+                return
             heading = next((text for role, text in texts if role == HEADING), None)
             print(json.dumps({"name": name, "begin": begin, "end": time.monotonic(),
                               "heading": heading, "texts": [text for _, text in texts if text]}),
@@ -86,11 +88,13 @@ class Watcher:
 
 
 class Reading:
-    """What a program's windows show, in reading order."""
+    """What a program's windows show, in reading order; None of one that hangs, has ended, or has
+    changed its screen meanwhile."""
 
     def __init__(self, watcher, program, done):
         self.watcher, self.done = watcher, done
         self.open = 0
+        self.is_whole = True
         self.top = {}
         self.ask_children((program, ROOT[1]), self.top)
 
@@ -98,11 +102,13 @@ class Reading:
         self.open += 1
 
         def finish(answer):
-            if answer is not None:
+            if answer is None:
+                self.is_whole = False
+            else:
                 then(answer)
             self.open -= 1
             if not self.open:
-                self.done(list(texts_in(self.top)))
+                self.done(list(texts_in(self.top)) if self.is_whole else None)
         self.watcher.ask(place, interface, method, arguments, finish)
 
     def ask_children(self, place, node):

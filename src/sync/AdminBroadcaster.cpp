@@ -25,13 +25,9 @@ void AdminBroadcaster::startChecking() {
         std::ranges::for_each(services, [this](const auto& service) { call(service); });
     };
     conflictBrowser_->start();
-    endOfCheck_.postAfter(checkDuration, [this] {
-        if (calls_.empty()) {
-            decide();
-        } else {
-            endOfCheck_.postAfter(answerDuration, [this] { decide(); });
-        }
-    });
+    isOverdue_ = false;
+    endOfCheck_.postAfter(checkDuration, [this] { isOverdue_ = true; });
+    waitFor(checkDuration);
     setStatus({Kind::checking, {}});
 }
 
@@ -49,9 +45,10 @@ void AdminBroadcaster::setStatus(AdminNetworkStatus status) {
 }
 
 void AdminBroadcaster::call(const ServiceEndpoint& other) {
-    if (std::ranges::find(calls_, other, &Call::other) != calls_.end()) {
+    if (isOverdue_ || std::ranges::find(calls_, other, &Call::other) != calls_.end()) {
         return;
     }
+    waitFor(answerDuration);
     calls_.push_back({other, network_.connect(other)});
     StreamConnection& connection = *calls_.back().connection;
     connection.onStateChange = [this, other](StreamConnection::State state) {
@@ -60,6 +57,16 @@ void AdminBroadcaster::call(const ServiceEndpoint& other) {
         }
     };
     connection.start();
+}
+
+/// The check is decided once nothing is waited for any more.
+void AdminBroadcaster::waitFor(double seconds) {
+    ++waits_;
+    endOfCheck_.postAfter(seconds, [this] {
+        if (--waits_ == 0) {
+            decide();
+        }
+    });
 }
 
 /// A computer that refuses lives, and leads if it is still advertised: when a program ends without
@@ -77,6 +84,7 @@ void AdminBroadcaster::decide() {
 
 void AdminBroadcaster::endCheck() {
     endOfCheck_.callOff();
+    waits_ = 0;
     conflictBrowser_.reset();
     calls_.clear();
 }

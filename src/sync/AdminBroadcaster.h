@@ -34,7 +34,7 @@ public:
     static constexpr const char* serviceType = "_tessivo._tcp";
     /// How long another admin has to show up, in seconds.
     static constexpr double checkDuration = 1.5;
-    /// How much longer one has to answer that did, in seconds.
+    /// How long one has to answer that did, in seconds.
     static constexpr double answerDuration = 1.0;
     /// How many stations are served; whoever comes beyond is closed at once. Far more than any
     /// stage has, and few enough to leave the program descriptors for its files.
@@ -75,6 +75,7 @@ private:
     };
 
     void call(const ServiceEndpoint& other);
+    void waitFor(double seconds);
     void decide();
     void endCheck();
     void refuse(const ServiceEndpoint& other);
@@ -91,6 +92,8 @@ private:
     /// Present while a check is undecided.
     std::unique_ptr<ServiceBrowser> conflictBrowser_;
     std::vector<Call> calls_;           // by the check
+    int waits_ = 0;                     // until that is decided
+    bool isOverdue_ = false;            // for others to show up
     std::optional<RivalWatch> rivals_;  // while the broadcast runs
     std::optional<LiveState> latestState_;
     StreamConnection::Message latestFrame_;  // of that

@@ -183,7 +183,7 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
         CAPTURE(sighting.interface);
         CAPTURE(sighting.protocol);
         ServiceDialer dialer(responder, events, queue, stream.reports.all.back().front(),
-                             {sighting}, ServiceDialer::timeLimit);
+                             {sighting}, [] { return ServiceDialer::timeLimit; });
         FileDescriptor socket;
         dialer.start([&](FileDescriptor opened) { socket = std::move(opened); });
         REQUIRE(stream.runUntil([&] { return socket.isOpen(); }));

@@ -1,8 +1,10 @@
 #include "platform/network/AvahiBrowser.h"
 
 #include "platform/network/LocalNetwork.h"
+#include "platform/network/ServiceDialer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace tessivo {
@@ -20,6 +22,8 @@ constexpr double longDelay = 3.0;
 // moment of the next question, so this browser pauses around the fifth one, at 15 s.
 constexpr double questionSeconds = 14.6;
 constexpr double pauseSeconds = 0.8;
+
+constexpr double roundSeconds = 1.5;
 
 // AvahiLookupResultFlags
 constexpr uint isFromCache = 1;
@@ -62,7 +66,15 @@ std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endp
 void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
     std::erase(ended_, endpoint);
     ended_.push_back(endpoint);
-    if (!wasOpen && hasUntriedBeside(endpoint)) {
+    tried_.push_back(endpoint);
+    if (wasOpen) {
+        tried_.clear();
+        rounds_ = 0;
+    } else if (!hasUntried()) {
+        tried_.clear();
+        ++rounds_;
+    }
+    if (!tried_.empty()) {
         turns_.post([this] {
             isAnswerDue_ = true;
             if (hasSeenCache_) {  // else a whole report is to come
@@ -81,10 +93,24 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
     }
 }
 
-bool AvahiBrowser::hasUntriedBeside(const ServiceEndpoint& endpoint) const {
-    return std::ranges::any_of(endpoints(), [&](const ServiceEndpoint& known) {
-        return known != endpoint && std::ranges::find(ended_, known) == ended_.end();
+bool AvahiBrowser::hasUntried() const {
+    return std::ranges::any_of(endpoints(), [this](const ServiceEndpoint& known) {
+        return std::ranges::find(tried_, known) == tried_.end() && !network_.isCalled(known);
     });
+}
+
+/// A dozen computers that went without a word cost whoever tries one after another a second and a
+/// half. On a slow network that may be too little for the one that is there: it has more time in
+/// each round.
+double AvahiBrowser::patience(const ServiceEndpoint& endpoint) const {
+    const auto waiting = std::ranges::count_if(endpoints(), [&](const ServiceEndpoint& known) {
+        return known != endpoint && !network_.isCalled(known);
+    });
+    if (waiting == 0) {
+        return ServiceDialer::timeLimit;
+    }
+    const double first = std::clamp(roundSeconds / static_cast<double>(waiting), 0.1, 0.5);
+    return std::ldexp(first, std::min(rounds_, 6));
 }
 
 void AvahiBrowser::askAfresh() {

@@ -27,8 +27,9 @@ public:
 
     /// Where a service was seen; nowhere when it isn't there.
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
-    /// Whether there is another service, to which no connection has ended.
-    bool hasUntriedBeside(const ServiceEndpoint& endpoint) const;
+    /// How long a connection to a service may take to open, in seconds: others may wait for their
+    /// turn.
+    double patience(const ServiceEndpoint& endpoint) const;
     /// A connection to a service has ended, which may never have opened.
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
@@ -38,6 +39,7 @@ private:
     void handleItem(const QDBusMessage& item, bool isNew);
     void report();
     std::vector<ServiceEndpoint> endpoints() const;
+    bool hasUntried() const;
 
     /// The name and the domain.
     using Key = std::pair<std::string, std::string>;
@@ -51,6 +53,8 @@ private:
     Sightings found_;                     // by the same
     Sightings services_;                  // those that may be reported
     std::vector<ServiceEndpoint> ended_;  // of those, the ones to which a connection has ended
+    std::vector<ServiceEndpoint> tried_;  // of those, the ones tried in vain in this round
+    int rounds_ = 0;                      // in which all were tried in vain, one after the other
     bool isAnswerDue_ = true;             // even if nothing has changed
     bool isAskingAgain_ = false;
     std::optional<std::vector<ServiceEndpoint>> reported_;

@@ -24,12 +24,10 @@ std::unique_ptr<ServiceListener> LocalNetwork::makeListener(const std::string& t
 }
 
 std::unique_ptr<StreamConnection> LocalNetwork::connect(const ServiceEndpoint& endpoint) {
-    const bool isHasty = std::ranges::any_of(browsers_, [&](const AvahiBrowser* browser) {
-        return browser->hasUntriedBeside(endpoint);
-    });
-    auto dialer = std::make_unique<ServiceDialer>(
-        responder_, events_, queue_, endpoint, sightings(endpoint),
-        isHasty ? ServiceDialer::hastyLimit : ServiceDialer::timeLimit);
+    called_.push_back(endpoint);
+    auto dialer =
+        std::make_unique<ServiceDialer>(responder_, events_, queue_, endpoint, sightings(endpoint),
+                                        [this, endpoint] { return patience(endpoint); });
     return std::make_unique<TcpConnection>(
         events_, queue_, std::move(dialer),
         [this, endpoint](bool wasOpen) { connectionEnded(endpoint, wasOpen); });
@@ -46,7 +44,21 @@ std::vector<ServiceSighting> LocalNetwork::sightings(const ServiceEndpoint& endp
     return {ServiceSighting{}};
 }
 
+/// How long a connection may take to open as things stand now, in seconds.
+double LocalNetwork::patience(const ServiceEndpoint& endpoint) const {
+    double least = ServiceDialer::timeLimit;
+    for (const AvahiBrowser* browser : browsers_) {
+        least = std::min(least, browser->patience(endpoint));
+    }
+    return least;
+}
+
+bool LocalNetwork::isCalled(const ServiceEndpoint& endpoint) const {
+    return std::ranges::find(called_, endpoint) != called_.end();
+}
+
 void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
+    called_.erase(std::ranges::find(called_, endpoint));
     for (AvahiBrowser* browser : browsers_) {
         browser->connectionEnded(endpoint, wasOpen);
     }

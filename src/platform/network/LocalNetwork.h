@@ -37,11 +37,14 @@ private:
     friend class AvahiBrowser;
 
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
+    double patience(const ServiceEndpoint& endpoint) const;
+    bool isCalled(const ServiceEndpoint& endpoint) const;
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
     MainQueue& queue_;
     SocketEvents events_;
     std::vector<AvahiBrowser*> browsers_;  // those there are
+    std::vector<ServiceEndpoint> called_;  // by connections that have not ended
     Withdrawals withdrawals_;
     Responder responder_;
     NetworkWatch watch_;

@@ -14,6 +14,9 @@ namespace {
 /// How long an address may take before the next one is tried too (RFC 8305, 5).
 constexpr double patience = 0.25;
 
+/// From one look at the time to the next, in seconds.
+constexpr double longestPause = 0.1;
+
 constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
 
 /// The address in an answer; none in an error. One of a link (fe80::...) holds with its interface.
@@ -83,14 +86,14 @@ private:
 
 ServiceDialer::ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
                              ServiceEndpoint service, std::vector<ServiceSighting> sightings,
-                             double limit)
+                             std::function<double()> limit)
     : responder_(responder),
       events_(events),
       queue_(queue),
       turns_(queue),
       service_(std::move(service)),
       sightings_(std::move(sightings)),
-      limit_(limit) {}
+      limit_(std::move(limit)) {}
 
 ServiceDialer::~ServiceDialer() = default;
 
@@ -107,7 +110,18 @@ void ServiceDialer::start(Done done) {
             handleResolution(answer);
         }));
     }
-    turns_.postAfter(limit_, [this] { finish(FileDescriptor()); });
+    watchTime(0.0);
+}
+
+/// Another service may come up meanwhile, and must not wait for the end of this attempt.
+void ServiceDialer::watchTime(double passed) {
+    const double left = limit_() - passed;
+    if (left <= 0.0) {
+        finish(FileDescriptor());
+        return;
+    }
+    const double pause = std::min(left, longestPause);
+    turns_.postAfter(pause, [this, passed, pause] { watchTime(passed + pause); });
 }
 
 /// An error, too, is an answer.

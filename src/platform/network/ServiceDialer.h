@@ -21,13 +21,14 @@ class ServiceDialer {
 public:
     using Done = std::function<void(FileDescriptor)>;
 
-    /// How long all of it may take, in seconds. The system alone would wait for minutes.
+    /// How long all of it may take, in seconds, while nobody else waits for a turn. The system
+    /// alone would wait for minutes.
     static constexpr double timeLimit = 7.0;
-    /// The same while others might be there instead, who would be waited for.
-    static constexpr double hastyLimit = 0.5;
 
+    /// `limit` is how long it may take as things stand when it is asked, which it is all the time.
     ServiceDialer(Responder& responder, SocketEvents& events, MainQueue& queue,
-                  ServiceEndpoint service, std::vector<ServiceSighting> sightings, double limit);
+                  ServiceEndpoint service, std::vector<ServiceSighting> sightings,
+                  std::function<double()> limit);
     /// Gives up without a word.
     ~ServiceDialer();
     ServiceDialer(const ServiceDialer&) = delete;
@@ -42,6 +43,7 @@ public:
 private:
     class Attempt;
 
+    void watchTime(double passed);
     void handleResolution(const QDBusMessage& answer);
     void add(const sockaddr_storage& address);
     void tryNext();
@@ -55,7 +57,7 @@ private:
     Turns turns_;
     ServiceEndpoint service_;
     std::vector<ServiceSighting> sightings_;
-    const double limit_;
+    const std::function<double()> limit_;
     Done done_;
     bool wasRefused_ = false;
     std::size_t resolutionCount_ = 0;  // those without an answer yet
