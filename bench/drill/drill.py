@@ -63,9 +63,15 @@ def drill(options):
             next_stroke = time.monotonic() + options.every
             calm.add(evening.account())
             log(begin, name)
-            strike(evening, FAULTS[name], records[name])
-            log(begin, f"  {records[name].accounts[-1]} {records[name].recoveries[-1:]} "
-                       f"{records[name].lost}")
+            try:
+                strike(evening, FAULTS[name], records[name])
+            except AssertionError:  # the crew waited in vain
+                evening.explain()
+                raise
+            account = records[name].accounts[-1]
+            log(begin, f"  {account} {records[name].recoveries[-1:]} {records[name].lost}")
+            for seen in account.faults:
+                log(begin, f"  {seen}")
             evening.play(max(5.0, next_stroke - time.monotonic()))
         calm.add(evening.account())
     report(options, time.monotonic() - begin, records, calm)

@@ -1,27 +1,20 @@
 """An evening on five computers: an admin, three stations and a spare, with a crew that plays a show
 and helps itself as crews do, and a watcher of all screens."""
 
-import contextlib
 import json
 import random
 import re
 import struct
-import subprocess
 import sys
-import threading
 import time
-from pathlib import Path
 
 import processes
 import shows
-from case import BUILD
-from hosts import Switch
-from person import MAIN, Person
+from person import Person
+from scene import HERE, Scene
 from sound import Sound
-from stage import Stage
 from verdict import Account, Look, Truth, right_since
 
-HERE = Path(__file__).resolve().parent
 INPUT = "Timecode LTC"
 SEARCHING = "Recherche d'un admin sur le réseau…"
 TAKE_OVER = "Reprendre la conduite ici"
@@ -82,61 +75,18 @@ class Computer:
             return None
 
 
-class Watcher:
-    """The process that looks at the screens, and what it has seen."""
-
-    def __init__(self, stage):
-        self._process = stage.start("watcher", ["/usr/bin/python3", "-B", HERE / "watcher.py"],
-                                    stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-        self._lock = threading.Lock()
-        self._looks = []
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def watch(self, name, pid):
-        self._tell(f"watch {name} {pid}")
-
-    def forget(self, name):
-        self._tell(f"forget {name}")
-
-    def take(self):
-        """What was seen since the last time: pairs of a name and a look."""
-        with self._lock:
-            looks, self._looks = self._looks, []
-        return looks
-
-    def _tell(self, line):
-        self._process.stdin.write(line + "\n")
-        self._process.stdin.flush()
-
-    def _read(self):
-        for line in self._process.stdout:
-            seen = json.loads(line)
-            with self._lock:
-                self._looks.append((seen["name"], Look.of(seen)))
-
-
-class Evening(contextlib.ExitStack):
-    programs = BUILD / "bin"
-
-    def __init__(self, seed, build=None):
+class Evening(Scene):
+    def __init__(self, seed):
         super().__init__()
         self.random = random.Random(seed)
-        self.programs = (build or BUILD) / "bin"
 
     def __enter__(self):
         super().__enter__()
-        self.stage = self.enter_context(Stage())
-        from screen import Screen  # connects to the bus of the stage, so only now
-        self.screen = Screen(self.stage)
         self.sound = Sound(self.stage, [INPUT])
         self.clock_library = self.stage.folder / "clock.so"
         self.stage.run("gcc", "-O1", "-shared", "-fPIC", "-o", self.clock_library, HERE / "clock.c",
                        "-lm")
-        self.switch = Switch(self.stage)
-        if not self.switch.has_cables:
-            sys.exit("computers with cables take network namespaces, and those take root")
-        self.callback(self.switch.remove)
-        self.watcher = Watcher(self.stage)
+        self.switch = self.add_switch()
         self.computers = [Computer(self, name)
                           for name in ("regie", "cour", "jardin", "face", "secours")]
         self.admin, *self.stations, self.spare = self.computers
@@ -144,8 +94,6 @@ class Evening(contextlib.ExitStack):
         self.truth, self._looks = Truth(), {}
         self._begin()
         return self
-
-    addCleanup = contextlib.ExitStack.callback  # noqa: N815  by which people tidy up after a test
 
     # What the crew does
 
@@ -225,6 +173,12 @@ class Evening(contextlib.ExitStack):
         self.admin.person.key("space" if way > 0 else "Left")
         self.admin.person.screen().find("heading", TITLES[self.index], 10)
 
+    def explain(self):
+        """What every screen shows, for the reader of a drill that could not go on."""
+        for computer in self.computers:
+            shown = [str(element) for element in computer.person.screen().descendants()]
+            print(computer.name, *shown, sep="\n  ", file=sys.stderr)
+
     # What is seen of it
 
     def count(self, computer):
@@ -265,7 +219,7 @@ class Evening(contextlib.ExitStack):
         """What isn't as it would be without the fault."""
         self.collect()
         now = time.monotonic()
-        song, remaining = self.truth.at(now)
+        song, remaining, _ = self.truth.at(now)
         countdown_fault = remaining - (SONG_SECONDS - (now - self.stepped_at))
         self.stepped_at += countdown_fault  # one fault is told once
         lost = []

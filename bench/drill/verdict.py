@@ -61,9 +61,10 @@ class Truth:
             self._looks.append(look)
 
     def at(self, moment):
-        """The song, and the seconds left if the countdown went on since it was last seen."""
+        """The song, the seconds left if the countdown went on, and for how long it wasn't seen."""
         look = self._looks[bisect.bisect(self._looks, moment, key=lambda each: each.at) - 1]
-        return look.song, look.remaining - (moment - look.at)
+        age = moment - look.at
+        return look.song, look.remaining - age, age
 
     def state_of(self, look):
         if look.song is None:
@@ -91,6 +92,7 @@ class Account:
         self.seconds = dict.fromkeys(State, 0.0)
         self.unseen = 0.0
         self.longest_dark = 0.0
+        self.faults = []  # what was seen when a screen was wrong
 
     def add(self, other):
         for state, seconds in other.seconds.items():
@@ -107,6 +109,8 @@ class Account:
             length = after.at - before.at
             dark = dark + length if state is State.DARK else 0.0
             self.longest_dark = max(self.longest_dark, dark)
+            if state is State.WRONG:
+                self.faults.append(f"{before}, but the admin: {truth.at(before.at)}")
             if state in (State.DARK, following):
                 if length > LONGEST_GAP and state is not State.DARK:
                     self.unseen += length

@@ -25,6 +25,10 @@ constexpr double pauseSeconds = 0.8;
 
 constexpr double roundSeconds = 1.5;
 
+// For a first question to the network to leave; at 1 s Avahi would go on to a second one, and to
+// longer and longer pauses.
+constexpr double whereSeconds = 0.9;
+
 // AvahiLookupResultFlags
 constexpr uint isFromCache = 1;
 constexpr uint isOfThisComputer = 8;
@@ -67,6 +71,9 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
     std::erase(ended_, endpoint);
     ended_.push_back(endpoint);
     tried_.push_back(endpoint);
+    if (!wasOpen) {
+        askWhere(endpoint);
+    }
     if (wasOpen) {
         tried_.clear();
         rounds_ = 0;
@@ -90,6 +97,23 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
                 object_.begin();
             }
         });
+    }
+}
+
+/// Avahi answers from its cache, and then doesn't ask the network: a service that moved to another
+/// port while the network was cut would be looked for at the old one until its record is two
+/// minutes old. A resolver that lives on makes it ask.
+void AvahiBrowser::askWhere(const ServiceEndpoint& endpoint) {
+    for (const ServiceSighting& sighting : sightings(endpoint)) {
+        auto& question = questions_.emplace_back(std::make_unique<ResponderObject>(
+            network_.responder_, network_.queue_,
+            resolution("ServiceResolverPrepare", endpoint, sighting),
+            "org.freedesktop.Avahi.ServiceResolver"));
+        question->onMade = [object = question.get()] {
+            object->call(object->method("Start"), [](const auto&) {});
+        };
+        question->begin();
+        turns_.postAfter(whereSeconds, [this] { questions_.pop_front(); });
     }
 }
 

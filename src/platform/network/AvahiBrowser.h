@@ -5,7 +5,9 @@
 #include "platform/network/ResponderObject.h"
 #include "platform/network/ServiceSighting.h"
 
+#include <deque>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -35,6 +37,7 @@ public:
 
 private:
     void askAfresh();
+    void askWhere(const ServiceEndpoint& endpoint);
     void handleSignal(const QDBusMessage& signal);
     void handleItem(const QDBusMessage& item, bool isNew);
     void report();
@@ -55,7 +58,8 @@ private:
     std::vector<ServiceEndpoint> ended_;  // of those, the ones to which a connection has ended
     std::vector<ServiceEndpoint> tried_;  // of those, the ones tried in vain in this round
     int rounds_ = 0;                      // in which all were tried in vain, one after the other
-    bool isAnswerDue_ = true;             // even if nothing has changed
+    std::deque<std::unique_ptr<ResponderObject>> questions_;  // where services are
+    bool isAnswerDue_ = true;                                 // even if nothing has changed
     bool isAskingAgain_ = false;
     std::optional<std::vector<ServiceEndpoint>> reported_;
 };

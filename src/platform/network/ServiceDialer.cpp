@@ -17,8 +17,6 @@ constexpr double patience = 0.25;
 /// From one look at the time to the next, in seconds.
 constexpr double longestPause = 0.1;
 
-constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
-
 /// The address in an answer; none in an error. One of a link (fe80::...) holds with its interface.
 std::optional<sockaddr_storage> addressIn(const QDBusMessage& answer) {
     const auto arguments = answer.arguments();
@@ -41,6 +39,15 @@ std::optional<sockaddr_storage> addressIn(const QDBusMessage& answer) {
 }
 
 }  // namespace
+
+QDBusMessage resolution(const char* method, const ServiceEndpoint& service,
+                        const ServiceSighting& sighting) {
+    constexpr uint withoutText = 4;  // AVAHI_LOOKUP_NO_TXT
+    return Responder::method(
+        method, {sighting.interface, sighting.protocol, QString::fromStdString(service.name),
+                 QString::fromStdString(service.type), QString::fromStdString(service.domain),
+                 sighting.protocol, withoutText});
+}
 
 /// The call of one address.
 class ServiceDialer::Attempt final : private SocketEvents::Handler {
@@ -101,14 +108,9 @@ void ServiceDialer::start(Done done) {
     done_ = std::move(done);
     resolutionCount_ = sightings_.size();
     for (const ServiceSighting& sighting : sightings_) {
-        const QDBusMessage method = Responder::method(
-            "ResolveService",
-            {sighting.interface, sighting.protocol, QString::fromStdString(service_.name),
-             QString::fromStdString(service_.type), QString::fromStdString(service_.domain),
-             sighting.protocol, withoutText});
-        responder_.call(method, resolutions_.guard([this](const QDBusMessage& answer) {
-            handleResolution(answer);
-        }));
+        responder_.call(
+            resolution("ResolveService", service_, sighting),
+            resolutions_.guard([this](const QDBusMessage& answer) { handleResolution(answer); }));
     }
     watchTime(0.0);
 }

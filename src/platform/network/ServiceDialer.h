@@ -14,6 +14,10 @@
 
 namespace tessivo {
 
+/// A call of that method of the responder, which asks where a service is.
+QDBusMessage resolution(const char* method, const ServiceEndpoint& service,
+                        const ServiceSighting& sighting);
+
 /// Opens a socket to a service: resolves it, once for each of its sightings because a computer has
 /// other addresses on each of its networks, and tries the addresses, a new one whenever the last
 /// has failed or hasn't answered for a while, until one opens. Main thread only.
