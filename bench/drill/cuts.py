@@ -58,6 +58,11 @@ class Story:
     def mend(self):
         self.switch.power(True)
 
+    def end(self):
+        for person in (self.admin, self.station):
+            person.program.stop()
+        self.switch.remove()
+
     def shows_it(self, look):
         return look.song == TITLES[1] and not look.tells
 
@@ -137,26 +142,26 @@ def seconds_until_shown(scene, stories):
     return result
 
 
-def cut_for(seconds):
-    with Scene() as scene:
-        stories = {kind.__name__: kind(scene) for kind in STORIES}
-        for story in stories.values():
-            story.cut()
-        end = time.monotonic() + seconds
-        for story in stories.values():
-            story.meanwhile()
-        time.sleep(max(0.0, end - time.monotonic()))
-        for story in stories.values():
-            story.mend()
-        return seconds_until_shown(scene, stories)
+def cut_for(scene, seconds):
+    stories = {kind.__name__: kind(scene) for kind in STORIES}
+    for story in stories.values():
+        story.cut()
+    end = time.monotonic() + seconds
+    for story in stories.values():
+        story.meanwhile()
+    time.sleep(max(0.0, end - time.monotonic()))
+    for story in stories.values():
+        story.mend()
+    result = seconds_until_shown(scene, stories)
+    for story in stories.values():
+        story.end()
+    return result
 
 
 def main():
     durations = [int(word) for word in sys.argv[1:]] or [60, 200, 300, 900]
-    columns = []
-    for seconds in durations:
-        columns.append(cut_for(seconds))
-        print(f"{seconds} s: {columns[-1]}", file=sys.stderr, flush=True)
+    with Scene() as scene:
+        columns = [cut_for(scene, seconds) for seconds in durations]
     print("| what is cut | " + " | ".join(f"{seconds} s" for seconds in durations) + " |")
     print("|---" * (1 + len(durations)) + "|")
     for kind in STORIES:

@@ -37,14 +37,15 @@ public:
     virtual ~StreamConnection() = default;
 
     /// Called with each new state. A peer that has vanished without a word (a pulled cable) is
-    /// noticed within 10 seconds, one that has closed also while input from it is still unread.
+    /// noticed within 10 seconds, one that has closed also while input from it is still unread. One
+    /// that has only ended what it sends is served on, unless that is waited for.
     std::function<void(State)> onStateChange;
 
     /// Opens the connection; called once, when `onStateChange` is in place.
     virtual void start() = 0;
 
-    /// Of one that failed before it was ready: whether the other computer was there, but nobody
-    /// took the call, rather than nothing at all.
+    /// Of one that failed before it was ready: whether the other computer is there and says that it
+    /// has the service, but nobody took the call. Known a moment after the failure.
     virtual bool wasRefused() const = 0;
 
     /// Queues a message, which is not empty; before the connection is ready it waits for that.

@@ -69,8 +69,8 @@ void AdminBroadcaster::waitFor(double seconds) {
     });
 }
 
-/// A computer that refuses lives, and leads if it is still advertised: when a program ends without
-/// a word, what it advertised goes within a second.
+/// A computer that says it has the service leads, also when nobody takes the call there: when a
+/// program ends without a word, what it advertised goes within a second.
 void AdminBroadcaster::decide() {
     const auto refused =
         std::ranges::find_if(calls_, [](const Call& one) { return one.connection->wasRefused(); });

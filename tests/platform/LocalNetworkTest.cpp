@@ -2,6 +2,7 @@
 
 #include "platform/network/LocalNetwork.h"
 #include "platform/network/ServiceDialer.h"
+#include "platform/network/ServiceInquiry.h"
 #include "platform/qt/QtMainQueue.h"
 #include "support/EventLoop.h"
 #include "support/NetworkWorld.h"
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 
 using namespace tessivo;
 using test::Connected;
@@ -215,6 +217,30 @@ TEST_CASE("whoever takes the first service comes past one that can't be reached"
         REQUIRE(world.runUntil([&] { return reports.all.size() > reportCount; }));
         CHECK(callFirst());
     }
+}
+
+TEST_CASE("a computer is asked itself whether it has a service, past what others remember of it") {
+    LocalWorld world;
+    const std::string type = test::freshServiceType();
+    const auto other = publish("Console FOH (2)", type);
+    const Reports reports(world.here(), type);
+    REQUIRE(world.runUntil([&] { return reports.count() == 1U; }));
+    SocketEvents events;
+    sockaddr_storage here{};
+    auto& address = reinterpret_cast<sockaddr_in&>(here);
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const ServiceInquiry gone(events, here, {"Console FOH", type, "local"});
+    std::optional<ServiceInquiry> there;
+    const auto isConfirmed = [&] { return there->wasConfirmed(); };
+    const auto ask = [&] {  // again: it says nothing while it makes sure that the name is free
+        there.emplace(events, here, ServiceEndpoint{"Console FOH (2)", type, "local"});
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+        test::runUntil([&] { return isConfirmed() || std::chrono::steady_clock::now() > end; });
+        return isConfirmed();
+    };
+    CHECK(world.runUntil(ask));
+    CHECK(!gone.wasConfirmed());
 }
 
 TEST_CASE("nothing stays open behind a connection, a listener and a browser") {

@@ -57,14 +57,16 @@ TEST_CASE("who else advertises during the check decides its outcome") {
         double arrives;  // seconds after the check started
         double leaves;
         bool losesPower;  // by that
+        double decided;
         AdminNetworkStatus expected;
     };
     const Case cases[] = {
-        {"it was there before", 0.0, 10.0, false, {Kind::conflict, "Autre régie"}},
-        {"it shows up during the check", 1.0, 10.0, false, {Kind::conflict, "Autre régie"}},
-        {"it shows up and leaves again", 0.5, 1.0, false, {Kind::conflict, "Autre régie"}},
-        {"only its record is left", 0.0, 0.01, true, {Kind::broadcasting, {}}},
-        {"it shows up too late", 1.4, 10.0, false, {Kind::broadcasting, {}}},
+        {"it was there before", 0.0, 10.0, false, 0.5, {Kind::conflict, "Autre régie"}},
+        {"it shows up during the check", 1.0, 10.0, false, 1.5, {Kind::conflict, "Autre régie"}},
+        {"it shows up and leaves again", 0.5, 1.0, false, 1.0, {Kind::conflict, "Autre régie"}},
+        {"only its record is left", 0.0, 0.01, true, 1.6, {Kind::broadcasting, {}}},
+        {"only its record shows up", 1.0, 1.05, true, 2.3, {Kind::broadcasting, {}}},
+        {"it shows up too late", 1.4, 10.0, false, 1.6, {Kind::broadcasting, {}}},
     };
     for (const Case& row : cases) {
         CAPTURE(row.description);
@@ -81,6 +83,8 @@ TEST_CASE("who else advertises during the check decides its outcome") {
             listener.reset();
         });
         room.broadcaster.startChecking();
+        room.queue.advance(row.decided);
+        CHECK(room.broadcaster.status() == row.expected);
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);
     }

@@ -52,8 +52,8 @@ QDBusMessage resolution(const char* method, const ServiceEndpoint& service,
 /// The call of one address.
 class ServiceDialer::Attempt final : private SocketEvents::Handler {
 public:
-    Attempt(ServiceDialer& dialer, FileDescriptor socket)
-        : dialer_(dialer), turns_(dialer.queue_), socket_(std::move(socket)) {
+    Attempt(ServiceDialer& dialer, FileDescriptor socket, const sockaddr_storage& address)
+        : dialer_(dialer), turns_(dialer.queue_), socket_(std::move(socket)), address_(address) {
         if (!dialer_.events_.add(socket_, EPOLLOUT, *this)) {
             socket_ = FileDescriptor();
             settle();
@@ -71,7 +71,7 @@ public:
         socklen_t size = sizeof(error);
         const bool isOpen =
             ::getsockopt(socket_.value(), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
-        dialer_.wasRefused_ = dialer_.wasRefused_ || error == ECONNREFUSED;
+        dialer_.handleError(error, address_);
         return isOpen ? std::move(socket_) : FileDescriptor();
     }
 
@@ -88,6 +88,7 @@ private:
     ServiceDialer& dialer_;
     Turns turns_;
     FileDescriptor socket_;
+    const sockaddr_storage address_;
     bool isSettled_ = false;
 };
 
@@ -136,6 +137,12 @@ void ServiceDialer::handleResolution(const QDBusMessage& answer) {
     }
 }
 
+void ServiceDialer::handleError(int error, const sockaddr_storage& address) {
+    if (error == ECONNREFUSED && !inquiry_) {
+        inquiry_ = std::make_unique<ServiceInquiry>(events_, address, service_);
+    }
+}
+
 void ServiceDialer::add(const sockaddr_storage& address) {
     addresses_.push_back(address);
     if (attempts_.empty()) {
@@ -153,11 +160,11 @@ void ServiceDialer::tryNext() {
             ::socket(address.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
         const auto* where = reinterpret_cast<const sockaddr*>(&address);
         if (::connect(socket.value(), where, sizeof(address)) == 0 || errno == EINPROGRESS) {
-            attempts_.push_back(std::make_unique<Attempt>(*this, std::move(socket)));
+            attempts_.push_back(std::make_unique<Attempt>(*this, std::move(socket), address));
             turns_.postAfter(patience, [this] { tryNext(); });
             return;
         }
-        wasRefused_ = wasRefused_ || errno == ECONNREFUSED;
+        handleError(errno, address);
     }
     failIfNothingIsLeft();
 }

@@ -3,6 +3,7 @@
 #include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
 #include "platform/network/Responder.h"
+#include "platform/network/ServiceInquiry.h"
 #include "platform/network/ServiceSighting.h"
 #include "platform/network/SocketEvents.h"
 
@@ -41,14 +42,15 @@ public:
     /// Calls `done` once, in a turn of its own, with an open socket that doesn't block, or with
     /// none. It may destroy the dialer. To be called once.
     void start(Done done);
-    /// Whether a computer was there that refused.
-    bool wasRefused() const { return wasRefused_; }
+    /// What is asked of a computer that refused, if one did.
+    std::unique_ptr<ServiceInquiry> takeInquiry() { return std::move(inquiry_); }
 
 private:
     class Attempt;
 
     void watchTime(double passed);
     void handleResolution(const QDBusMessage& answer);
+    void handleError(int error, const sockaddr_storage& address);
     void add(const sockaddr_storage& address);
     void tryNext();
     void settle(Attempt& attempt);
@@ -63,7 +65,7 @@ private:
     std::vector<ServiceSighting> sightings_;
     const std::function<double()> limit_;
     Done done_;
-    bool wasRefused_ = false;
+    std::unique_ptr<ServiceInquiry> inquiry_;
     std::size_t resolutionCount_ = 0;  // those without an answer yet
     Lifetime resolutions_;
     std::deque<sockaddr_storage> addresses_;  // not tried yet

@@ -1,6 +1,7 @@
 #include "platform/network/TcpConnection.h"
 
 #include "platform/network/ServiceDialer.h"
+#include "platform/network/ServiceInquiry.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -61,7 +62,7 @@ void TcpConnection::start() {
         return;
     }
     dialer_->start([this](FileDescriptor socket) {
-        wasRefused_ = dialer_->wasRefused();
+        inquiry_ = dialer_->takeInquiry();
         dialer_.reset();
         socket_ = std::move(socket);
         if (socket_.isOpen()) {
@@ -72,13 +73,17 @@ void TcpConnection::start() {
     });
 }
 
+bool TcpConnection::wasRefused() const {
+    return inquiry_ && inquiry_->wasConfirmed();
+}
+
 void TcpConnection::open() {
     if (isOver()) {
         return;
     }
     prepare(socket_);
     state_ = State::ready;
-    watched_ = EPOLLRDHUP;
+    watched_ = EPOLLERR;
     if (!events_.add(socket_, watched_, *this)) {
         watched_ = 0;
         end(State::failed);
@@ -178,11 +183,13 @@ void TcpConnection::serve() {
     receive.completion(bytes.empty() ? std::nullopt : std::optional(bytes));
 }
 
+/// The end of what the peer sends is the end of it for whoever receives. Whoever only sends goes
+/// on: the peer may still listen, and if it is gone, the next bytes or the next probe tell.
 void TcpConnection::watch() {
     const bool isReading = receive_ && taken_.size() < receive_->minimum;
     const bool isWriting = outgoing_.size() > 0;
-    const std::uint32_t wanted =
-        EPOLLRDHUP | (isReading ? EPOLLIN : 0U) | (isWriting ? EPOLLOUT : 0U);
+    const std::uint32_t wanted = EPOLLERR | (receive_ ? EPOLLRDHUP : 0U) |
+                                 (isReading ? EPOLLIN : 0U) | (isWriting ? EPOLLOUT : 0U);
     if (wanted != watched_) {
         watched_ = wanted;
         if (!events_.change(socket_, watched_, *this)) {

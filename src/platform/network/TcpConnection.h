@@ -11,6 +11,7 @@
 namespace tessivo {
 
 class ServiceDialer;
+class ServiceInquiry;
 
 /// A connection over the system's TCP, on its sockets directly: nothing is read that nobody
 /// asked for, the system is given a small buffer for what arrives meanwhile, and nothing waits to
@@ -29,7 +30,7 @@ public:
     ~TcpConnection() override;
 
     void start() override;
-    bool wasRefused() const override { return wasRefused_; }
+    bool wasRefused() const override;
     void send(Message message) override;
     void receive(std::size_t minimum, std::size_t maximum, Completion completion) override;
     void cancel() override;
@@ -56,7 +57,7 @@ private:
     SocketEvents& events_;
     Turns turns_;
     std::unique_ptr<ServiceDialer> dialer_;
-    bool wasRefused_ = false;
+    std::unique_ptr<ServiceInquiry> inquiry_;  // about one that failed
     std::function<void(bool wasOpen)> onEnded_;
     FileDescriptor socket_;
     State state_ = State::preparing;
