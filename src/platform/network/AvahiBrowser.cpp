@@ -19,9 +19,11 @@ constexpr double longDelay = 3.0;
 
 // Avahi pauses 1, 2, 4, 8 … seconds between its questions, up to an hour, and would miss for as
 // long what came while the network was cut. It begins anew when nobody wants the answer at the
-// moment of the next question, so this browser pauses around the fifth one, at 15 s.
+// moment of the next question, so this browser pauses around the fifth one, at 15 s. The later ones,
+// at 31, 63, 127 … s, fall into its pauses too, as the pauses are 16 s apart: one that was held up,
+// and came too late for the fifth, is not lost for an hour.
 constexpr double questionSeconds = 14.6;
-constexpr double pauseSeconds = 0.8;
+constexpr double pauseSeconds = 1.4;
 
 constexpr double roundSeconds = 1.5;
 
