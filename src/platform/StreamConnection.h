@@ -37,8 +37,7 @@ public:
     virtual ~StreamConnection() = default;
 
     /// Called with each new state. A peer that has vanished without a word (a pulled cable) is
-    /// noticed within 10 seconds, one that has closed also while input from it is still unread. One
-    /// that has only ended what it sends is served on, unless that is waited for.
+    /// noticed within 10 seconds, one that has closed also while input from it is still unread.
     std::function<void(State)> onStateChange;
 
     /// Opens the connection; called once, when `onStateChange` is in place.

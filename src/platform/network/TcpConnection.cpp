@@ -83,7 +83,7 @@ void TcpConnection::open() {
     }
     prepare(socket_);
     state_ = State::ready;
-    watched_ = EPOLLERR;
+    watched_ = EPOLLRDHUP;
     if (!events_.add(socket_, watched_, *this)) {
         watched_ = 0;
         end(State::failed);
@@ -183,13 +183,11 @@ void TcpConnection::serve() {
     receive.completion(bytes.empty() ? std::nullopt : std::optional(bytes));
 }
 
-/// The end of what the peer sends is the end of it for whoever receives. Whoever only sends goes
-/// on: the peer may still listen, and if it is gone, the next bytes or the next probe tell.
 void TcpConnection::watch() {
     const bool isReading = receive_ && taken_.size() < receive_->minimum;
     const bool isWriting = outgoing_.size() > 0;
-    const std::uint32_t wanted = EPOLLERR | (receive_ ? EPOLLRDHUP : 0U) |
-                                 (isReading ? EPOLLIN : 0U) | (isWriting ? EPOLLOUT : 0U);
+    const std::uint32_t wanted =
+        EPOLLRDHUP | (isReading ? EPOLLIN : 0U) | (isWriting ? EPOLLOUT : 0U);
     if (wanted != watched_) {
         watched_ = wanted;
         if (!events_.change(socket_, watched_, *this)) {
