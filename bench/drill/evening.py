@@ -20,6 +20,8 @@ SEARCHING = "Recherche d'un admin sur le réseau…"
 TAKE_OVER = "Reprendre la conduite ici"
 CHANGE_MODE = "Changer de mode"
 TITLES = [f"Chanson {number}" for number in range(1, 13)]
+#: A record that couldn't be written is tried again; so long it may take, in seconds.
+STORED_AFTER = 10.0
 SONG_SECONDS = 1500  # long enough that no countdown ends
 
 
@@ -227,6 +229,9 @@ class Evening(Scene):
             lost.append("the song")
         if abs(countdown_fault) > 2.5:
             lost.append("the countdown")
+        deadline = now + STORED_AFTER
+        while self.admin.stored_position() != self.index and time.monotonic() < deadline:
+            time.sleep(0.2)
         if self.admin.stored_position() != self.index:
             lost.append("the record")
         return lost

@@ -19,11 +19,12 @@ constexpr double longDelay = 3.0;
 
 // Avahi pauses 1, 2, 4, 8 … seconds between its questions, up to an hour, and would miss for as
 // long what came while the network was cut. It begins anew when nobody wants the answer at the
-// moment of the next question, so this browser pauses around the fifth one, at 15 s. The later ones,
-// at 31, 63, 127 … s, fall into its pauses too, as the pauses are 16 s apart: one that was held up,
-// and came too late for the fifth, is not lost for an hour.
+// moment of the next question, so this browser pauses around the fifth one, at 15 s. When the
+// program is held up and misses that, it waits for one of the next: at 31, 63, 127 … s, all a
+// multiple of 16 s later.
 constexpr double questionSeconds = 14.6;
-constexpr double pauseSeconds = 1.4;
+constexpr double latestPause = 14.9;
+constexpr int roundOfQuestions = 16;
 
 constexpr double roundSeconds = 1.5;
 
@@ -60,7 +61,8 @@ AvahiBrowser::~AvahiBrowser() {
 
 void AvahiBrowser::start() {
     object_.begin();
-    askAfresh();
+    askedSince_ = std::chrono::steady_clock::now();
+    askAfreshLater();
 }
 
 std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endpoint) const {
@@ -139,14 +141,24 @@ double AvahiBrowser::patience(const ServiceEndpoint& endpoint) const {
     return std::ldexp(first, std::min(rounds_, 6));
 }
 
-void AvahiBrowser::askAfresh() {
-    turns_.postAfter(questionSeconds, [this] {
+void AvahiBrowser::askAfreshLater() {
+    using std::chrono::duration;
+    using Clock = std::chrono::steady_clock;
+    const double passed = duration<double>(Clock::now() - askedSince_).count();
+    turns_.postAfter(std::max(0.0, questionSeconds - passed), [this] {
+        const double now = duration<double>(Clock::now() - askedSince_).count();
+        if (now > latestPause) {
+            askedSince_ += std::chrono::seconds(roundOfQuestions);
+            askAfreshLater();
+            return;
+        }
         if (object_.isMade()) {
             object_.end();
         }
-        turns_.postAfter(pauseSeconds, [this] {
+        turns_.postAfter(roundOfQuestions - now, [this] {
             object_.begin();
-            askAfresh();
+            askedSince_ = Clock::now();
+            askAfreshLater();
         });
     });
 }

@@ -5,6 +5,7 @@
 #include "platform/network/ResponderObject.h"
 #include "platform/network/ServiceSighting.h"
 
+#include <chrono>
 #include <deque>
 #include <map>
 #include <memory>
@@ -36,7 +37,7 @@ public:
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
 private:
-    void askAfresh();
+    void askAfreshLater();
     void askWhere(const ServiceEndpoint& endpoint);
     void handleSignal(const QDBusMessage& signal);
     void handleItem(const QDBusMessage& item, bool isNew);
@@ -61,6 +62,7 @@ private:
     std::deque<std::unique_ptr<ResponderObject>> questions_;  // where services are
     bool isAnswerDue_ = true;                                 // even if nothing has changed
     bool isAskingAgain_ = false;
+    std::chrono::steady_clock::time_point askedSince_;  // by questions at longer and longer pauses
     std::optional<std::vector<ServiceEndpoint>> reported_;
 };
 
