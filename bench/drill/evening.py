@@ -126,7 +126,7 @@ class Evening(Scene):
     def reopen_admin(self):
         """What one does whose admin has vanished: the offered way back, or the long one."""
         self.admin.open()
-        offer = self.admin.shows(re.compile("Reprendre : .*"), "push button")
+        offer = self.admin.shows(re.compile(r"Reprendre\s:.*", re.DOTALL), "push button")
         if offer:
             self.admin.person.key("Return")
         else:

@@ -122,15 +122,18 @@ class Reading:
         def judge(answer):
             if answer[0][0] & SHOWING:
                 self.ask(place, "GetRole", None, lambda role: node.update(role=role[0]))
-                self.ask(place, "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name")),
-                         lambda name: node.update(name=name[0]), "org.freedesktop.DBus.Properties")
+                for word in ("Name", "Description"):  # what runs stands in the latter
+                    self.ask(place, "Get", GLib.Variant("(ss)", (ACCESSIBLE, word)),
+                             lambda text, word=word: node.update({word: text[0]}),
+                             "org.freedesktop.DBus.Properties")
                 self.ask_children(place, node)
         self.ask(place, "GetState", None, judge)
 
 
 def texts_in(node):
     if "role" in node:
-        yield node["role"], node.get("name", "")
+        yield node["role"], node.get("Name", "")
+        yield None, node.get("Description", "")
     for child in node.get("children", []):
         yield from texts_in(child)
 
