@@ -43,7 +43,7 @@ class EndToEndTest(unittest.TestCase):
     def stored(self):
         """What the admin has stored, also while it is on its way to that file."""
         while True:
-            newest = max(self.record.parent.glob("*.recent-*"), default=self.record)
+            newest = max(self.record.parent.glob(f"{self.record.name}.recent-*"), default=self.record)
             try:
                 return json.loads(newest.read_text(encoding="utf-8"))
             except (FileNotFoundError, json.JSONDecodeError):
