@@ -172,9 +172,17 @@ class Host:
 
     def services(self):
         """The services of this program that Avahi's own browser sees: name, address and port."""
-        lines = self.run("avahi-browse", "-rpt", "_tessivo._tcp").splitlines()
-        fields = [line.split(";") for line in lines if line.startswith("=")]
+        # The browser ends of itself, except when a service goes while it is being resolved.
+        browse = self.command("timeout", "10", "avahi-browse", "-rpt", "_tessivo._tcp")
+        seen = processes.wait_until(lambda: self._output_of(browse), "the browser to end", 60)
+        fields = [line.split(";") for line in seen.splitlines() if line.startswith("=")]
         return {(field[3], field[7], int(field[8])) for field in fields}
+
+    def _output_of(self, command):
+        """What it printed, at least an empty line; None when it had to be stopped."""
+        done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL,
+                              capture_output=True, text=True, timeout=60, check=False)
+        return done.stdout + "\n" if done.returncode == 0 else None
 
     def _lay_cable(self, switch, number):
         self._switch = switch
