@@ -13,6 +13,7 @@ class Person:
 
     def __init__(self, test, host, **environment):
         self._test = test
+        self._host = host
         self.program = Program(test.stage, test.programs / "tessivo", host, **environment)
         test.addCleanup(self.program.stop)
         self._screen = test.screen.program(self.program)
@@ -66,5 +67,13 @@ class Person:
     def open_show(self, path, first_title):
         self.key("ctrl+o")
         self._test.screen.answer_file_dialog("Ouvrir un show", path)
+        self._see_live(first_title)
+
+    def open_from_desktop(self, path, first_title):
+        """By a double click on the file, which starts the program once more with its name."""
+        self._host.run(self._test.programs / "tessivo", path)
+        self._see_live(first_title)
+
+    def _see_live(self, first_title):
         self._screen.find("page tab", "Vue live").press()
         self.see(first_title, "heading")

@@ -51,7 +51,8 @@ class BadLines(EndToEndTest):
         for song, start in zip(show["songs"][1:], PLAYED + ASKED):
             song["ltcTimecode"] = start
         self.admin = self.start_admin()
-        self.admin.open_show(shows.write(self.stage.folder / "concert.tessivo", show), "Avant")
+        self.admin.open_from_desktop(
+            shows.write(self.stage.folder / "concert.tessivo", show), "Avant")
         self.admin.start_capture(INPUT)
 
     @explained
