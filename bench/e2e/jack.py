@@ -49,7 +49,7 @@ class ManyChannels(EndToEndTest):
         self.assertEqual(len(inputs), CHANNELS)
         self.stage.run("jack_connect", player, inputs[CHANNEL - 1])
         admin.press(f"Décoder le canal {CHANNEL}")
-        admin.see(re.compile("25 · .*en marche.*"))
+        admin.see_line("25 · .*en marche.*")
         self.note_use("following", admin)
         self.picture_of(admin, "jack-64-channels")
         admin.press("Arrêter la capture")

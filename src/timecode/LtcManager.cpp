@@ -19,14 +19,6 @@ constexpr double signalHoldSeconds = 2.0;
 /// Losses that come closer to each other are one burst, so that a computer that is too slow all the
 /// time doesn't fill the log.
 constexpr double burstGapSeconds = 1.0;
-/// An open input is looked at this often, in seconds, and is dead when no block has come from one
-/// look to the next so many times. Looks are counted, not seconds: after the main thread stood
-/// still, the blocks that wait come before the next look. The first block of a server's idle output
-/// takes two seconds.
-constexpr double lookSeconds = 0.25;
-constexpr int looksUntilDead = 5;
-constexpr int looksBeforeFirstBlock = 12;
-constexpr double reopenSeconds = 1.0;
 constexpr const char* unreadableDevices =
     "Les entrées audio ne répondent pas : la liste d'avant est gardée.";
 
@@ -43,22 +35,27 @@ std::string timecodeText(const LtcBiphaseDecoder::Frame& frame) {
 LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSystem& audio,
                        std::ostream& log)
     : clock_(clock),
-      mainQueue_(mainQueue),
       audio_(audio),
       log_(log),
       currentTimecodeDisplay_(noTimecode),
       decoder_(clock),
       carefulDecoder_(std::make_shared<CarefulDecoder>(clock)),
       backwardsReader_(clock),
-      capture_(audio),
-      reopening_(mainQueue) {
-    capture_.onStart = [this] {
-        wasOpen_ = true;
-        silentLooks_ = looksUntilDead - looksBeforeFirstBlock;
-        looks_ = mainQueue_.repeatEvery(lookSeconds, [this] { countSilence(); });
+      input_(mainQueue, audio) {
+    input_.onBlock = [this](const AudioBlock& block) { handleChannelData(block); };
+    input_.onRefused = [this](const std::string& why) {
+        assign(lastError_, {why}, Field::lastError);
+        assign(isCapturing_, false, Field::isCapturing);
     };
-    capture_.onSamples = [this](const AudioBlock& block) { handleChannelData(block); };
-    capture_.onEnd = [this](const std::string& why) { endInput(why); };
+    input_.onLost = [this] { handleLoss(); };
+    input_.onBack = [this] { assign(lastError_, {}, Field::lastError); };
+    input_.onListed = [this](std::vector<AudioInputDevice> devices,
+                             std::optional<AudioDeviceId> found) {
+        assign(availableInputDevices_, std::move(devices), Field::availableInputDevices);
+        if (found) {
+            setSelectedDeviceId(found);
+        }
+    };
 }
 
 LtcManager::~LtcManager() {
@@ -80,61 +77,28 @@ void LtcManager::startCapturing() {
         assign(lastError_, {"Choisis d'abord un périphérique d'entrée."}, Field::lastError);
         return;
     }
-    wasOpen_ = false;
-    beginCapture(selectedDeviceId_, selectedName_);
+    beginCapture(selectedName_);
+    input_.open(*selectedDeviceId_);
+    assign(isCapturing_, true, Field::isCapturing);
 }
 
 void LtcManager::resumeCapturing(const std::string& inputName) {
     if (!isCapturing_) {
-        wasOpen_ = true;
-        beginCapture(std::nullopt, inputName);
+        beginCapture(inputName);
+        input_.openAgain(inputName);
+        assign(isCapturing_, true, Field::isCapturing);
     }
 }
 
-void LtcManager::beginCapture(std::optional<AudioDeviceId> input, std::string name) {
+void LtcManager::beginCapture(std::string inputName) {
     assign(hasLostAudio_, false, Field::hasLostAudio);
     forgetLine();
-    input_ = input;
-    inputName_ = std::move(name);
-    isLost_ = false;
-    openInput();
-    assign(isCapturing_, true, Field::isCapturing);
-}
-
-void LtcManager::openInput() {
-    if (input_) {
-        capture_.start(*input_);
-    } else {
-        findInput();
-    }
-}
-
-void LtcManager::findInput() {
-    audio_.fetchDevices(life_.guard(
-        [this, number = captureNumber_](std::optional<std::vector<AudioInputDevice>> devices) {
-            if (number != captureNumber_) {
-                return;
-            }
-            if (devices) {
-                assign(availableInputDevices_, *std::move(devices), Field::availableInputDevices);
-            }
-            const auto listed =
-                std::ranges::find(availableInputDevices_, inputName_, &AudioInputDevice::name);
-            if (listed == availableInputDevices_.end()) {
-                loseInput();
-                return;
-            }
-            input_ = listed->id;
-            setSelectedDeviceId(input_);
-            openInput();
-        }));
+    inputName_ = std::move(inputName);
 }
 
 void LtcManager::stopCapturing() {
     ++captureNumber_;
-    capture_.stop();
-    looks_.reset();
-    reopening_.callOff();
+    input_.close();
     tellLoss();
     assign(isCapturing_, false, Field::isCapturing);
     assign(signalDetected_, false, Field::signalDetected);
@@ -181,38 +145,7 @@ void LtcManager::setCountsThirty(bool countsThirty) {
     assign(countsThirty_, countsThirty, Field::countsThirty);
 }
 
-void LtcManager::noteSound() {
-    silentLooks_ = 0;
-    if (isLost_) {
-        isLost_ = false;
-        assign(lastError_, {}, Field::lastError);
-    }
-}
-
-void LtcManager::countSilence() {
-    if (++silentLooks_ >= looksUntilDead) {
-        loseInput();
-    }
-}
-
-void LtcManager::endInput(const std::string& why) {
-    if (wasOpen_) {
-        loseInput();
-        return;
-    }
-    assign(lastError_, {why}, Field::lastError);
-    assign(isCapturing_, false, Field::isCapturing);
-}
-
-// The sound may be gone for a moment or for the evening: whatever ails the device, the way back is
-// to open it anew.
-void LtcManager::loseInput() {
-    capture_.stop();
-    looks_.reset();
-    reopening_.postAfter(reopenSeconds, [this] { openInput(); });
-    if (std::exchange(isLost_, true)) {
-        return;
-    }
+void LtcManager::handleLoss() {
     assign(lastError_, {"Plus de son reçu de « " + inputName_ + " »."}, Field::lastError);
     forgetLine();
     assign(signalDetected_, false, Field::signalDetected);
@@ -234,7 +167,6 @@ void LtcManager::handleChannelData(const AudioBlock& block) {
     // Subscribers and the frame callback may end the capture that the block came from: then nothing
     // more of it may show.
     const auto isRunning = [this, number = captureNumber_] { return number == captureNumber_; };
-    noteSound();
     noteLoss(block.lostBefore, block.sampleRate);
     assign(buffersReceivedCount_, buffersReceivedCount_ + 1, Field::buffersReceivedCount);
     const auto channelCount = std::ssize(block.channels);

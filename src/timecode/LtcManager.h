@@ -4,11 +4,10 @@
 #include "base/Signal.h"
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
-#include "platform/Turns.h"
-#include "timecode/AuhalCapture.h"
 #include "timecode/BackwardsReader.h"
 #include "timecode/CarefulDecoder.h"
 #include "timecode/ChannelSearch.h"
+#include "timecode/HeldInput.h"
 #include "timecode/LtcBiphaseDecoder.h"
 #include "timecode/TimecodeHealth.h"
 
@@ -135,13 +134,8 @@ private:
     template <typename T>
     void assign(T& member, T value, Field field);
 
-    void beginCapture(std::optional<AudioDeviceId> input, std::string name);
-    void openInput();
-    void findInput();
-    void noteSound();
-    void countSilence();
-    void endInput(const std::string& why);
-    void loseInput();
+    void beginCapture(std::string inputName);
+    void handleLoss();
     void handleChannelData(const AudioBlock& block);
     void forgetLine();
     /// `isRunning` tells whether the capture that the samples came from still runs.
@@ -156,7 +150,6 @@ private:
     void tellLoss();
 
     const Clock& clock_;
-    MainQueue& mainQueue_;
     AudioInputSystem& audio_;
     std::ostream& log_;
     const std::thread::id mainThread_ = std::this_thread::get_id();
@@ -195,15 +188,9 @@ private:
     std::optional<ChannelSearch> channelSearch_;  ///< while the decoded channel has no timecode
     Moment lastConfirmedTime_ = Moment::distantPast();
 
-    std::optional<AudioDeviceId> input_;  ///< that is captured; none until it is found by its name
     std::string inputName_;
-    bool wasOpen_ = false;  ///< in this capture
-    bool isLost_ = false;   ///< told, and not heard since
-    int silentLooks_ = 0;
-    std::unique_ptr<MainQueue::Repetition> looks_;  ///< at whether sound comes, once open
     std::uint64_t captureNumber_ = 0;
-    AuhalCapture capture_;
-    Turns reopening_;
+    HeldInput input_;
     Lifetime life_;
 };
 

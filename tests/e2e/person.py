@@ -1,5 +1,6 @@
 """Someone at one of several computers."""
 
+import re
 import time
 
 import processes
@@ -28,6 +29,13 @@ class Person:
         begin = time.monotonic()
         self.see(text)
         return f"{time.monotonic() - begin:.1f} s"
+
+    def see_line(self, pattern):
+        """What the live screen says of the timecode line."""
+        def says():
+            line = self._screen.look(None, "État de la ligne")
+            return line and re.fullmatch(pattern, line.description)
+        processes.wait_until(says, f"the line to say {pattern}", 60)
 
     def press(self, name, role="push button"):
         self._screen.find(role, name).press()

@@ -7,7 +7,6 @@ TESSIVO_RESTARTS says how often playback starts anew over the noise (10)."""
 import math
 import os
 import random
-import re
 import unittest
 from array import array
 
@@ -69,13 +68,13 @@ class BadLines(EndToEndTest):
         self.play(array("h", (max(-32768, min(32767, one + other))
                               for one, other in zip(timecode, beside))), beside)
         self.admin.press(f"Décoder le canal {CHANNEL}")
-        self.say(r"29,97 DF · 100 % · .* · en marche · .*")
+        self.admin.see_line(r"29,97 DF · 100 % · .* · en marche · .*")
         self.admin.press("Suivi prudent", "check box")
         self.admin.press("Compter à 29,97 DF")
         for title in TITLES[:len(PLAYED)]:
             self.admin.see(title, "heading")
         self.picture_of(self.admin, "line-through-music")
-        self.say(r".* · à l'arrêt · .*")
+        self.admin.see_line(r".* · à l'arrêt · .*")
         self.assertEqual(self.moves(), list(range(1, len(PLAYED) + 1)))
 
     def restart_over_noise(self):
@@ -103,7 +102,7 @@ class BadLines(EndToEndTest):
         timecode = self.ltc(PLAYED[0], 5)
         timecode.reverse()
         self.play(timecode)
-        self.say(r"(.* · )?à l'envers, pas suivi · .*")
+        self.admin.see_line(r"(.* · )?à l'envers, pas suivi · .*")
         self.picture_of(self.admin, "line-backwards")
         self.assertEqual(self.moves(), before)
 
@@ -125,9 +124,6 @@ class BadLines(EndToEndTest):
         path = self.stage.folder / "line.wav"
         write_wav(path, channels)
         return self.sound.play(path, INPUT)
-
-    def say(self, pattern):
-        self.admin.see(re.compile(pattern))
 
     def moves(self):
         """Where timecode moved the cursor so far."""

@@ -19,8 +19,10 @@ ColumnLayout {
             size: 12
             color: Colors.pvAmber
         }
-        PVText {
+        PVReadout {
+            what: "État de la ligne"
             text: LineHealthViewModel.line
+            digits: false
             size: Fonts.caption
             color: LineHealthViewModel.alarming ? Colors.pvAmber : Colors.pvPaperDim
             wrapMode: Text.Wrap
