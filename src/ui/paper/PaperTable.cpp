@@ -9,8 +9,8 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPen>
-#include <QStringList>
-#include <QTextLayout>
+
+#include "ui/paper/PaperParagraph.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,7 +20,7 @@
 namespace tessivo {
 namespace {
 
-// All lengths are millimetres, but text is laid out in tenths of them: fonts have whole sizes.
+// All lengths are millimetres.
 constexpr double margin = 10.0;
 constexpr double headerHeight = 17.0;
 constexpr double headingHeight = 6.0;
@@ -30,7 +30,6 @@ constexpr double linePadding = 0.9;  // above and below
 constexpr double hairline = 0.1;
 constexpr double rule = 0.35;
 constexpr double thickFrame = 0.7;
-constexpr double tenths = 10.0;
 
 // Sizes of letters, in tenths of a millimetre.
 constexpr int nameSize = 56;
@@ -43,78 +42,13 @@ QSizeF pageSize(QPageLayout::Orientation orientation) {
     return orientation == QPageLayout::Portrait ? upright : upright.transposed();
 }
 
-/// Whether the letters merely stand side by side, as in French, Greek or Russian.
-bool areLettersSimple(const QString& text) {
-    return std::ranges::all_of(text, [](QChar letter) {
-        const char16_t code = letter.unicode();
-        return code < 0x300 || (code >= 0x370 && code < 0x530) || (code >= 0x2010 && code < 0x2300);
-    });
-}
-
-QFont fontFor(const QString& text, int size, bool isBold) {
-    QFont font(QStringLiteral("Inter"));
-    font.setPixelSize(size);
-    font.setWeight(isBold ? QFont::Bold : QFont::Normal);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    // The forms that the font has for signs between digits belong to no character: who searches a
-    // PDF for 20:30 wouldn't find it.
-    if (areLettersSimple(text)) {
-        font.setStyleStrategy(QFont::PreferNoShaping);
-    }
-    return font;
-}
-
-/// A text broken into lines of a width; what `limit` lines can't hold ends in "…".
-class Paragraph {
-public:
-    Paragraph(const QString& text, const QFont& font, double width, int limit) {
-        const double available = width * tenths;
-        const QFontMetricsF metrics(font);
-        QTextLayout layout(text, font);
-        layout.beginLayout();
-        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-            line.setLineWidth(available);
-            const bool isLast = static_cast<int>(lines_.size()) == limit - 1;
-            const QString rest = text.mid(line.textStart());
-            lines_.append(isLast ? metrics.elidedText(rest, Qt::ElideRight, available)
-                                 : rest.left(line.textLength()).trimmed());
-            if (isLast) {
-                break;
-            }
-        }
-        layout.endLayout();
-        font_ = font;
-        lineHeight_ = metrics.height();
-        ascent_ = metrics.ascent();
-    }
-
-    double height() const { return static_cast<double>(lines_.size()) * lineHeight_ / tenths; }
-
-    void draw(QPainter& painter, QPointF corner) const {
-        painter.save();
-        painter.translate(corner);
-        painter.scale(1.0 / tenths, 1.0 / tenths);
-        painter.setFont(font_);
-        for (qsizetype i = 0; i < lines_.size(); ++i) {
-            painter.drawText(QPointF(0, ascent_ + static_cast<double>(i) * lineHeight_), lines_[i]);
-        }
-        painter.restore();
-    }
-
-private:
-    QFont font_;
-    QStringList lines_;
-    double lineHeight_ = 0.0;  // tenths
-    double ascent_ = 0.0;      // tenths
-};
-
 /// A cell laid out in its column.
 struct LaidCell {
     LaidCell(const PaperCell& cell, double cellWidth)
-        : text(cell.text, fontFor(cell.text, textSize, cell.isBold), cellWidth - 2 * cellPadding,
+        : text(cell.text, paperFont(cell.text, textSize, cell.isBold), cellWidth - 2 * cellPadding,
                PaperTable::linesInCell),
-          detail(cell.detail, fontFor(cell.detail, detailSize, false), cellWidth - 2 * cellPadding,
-                 1),
+          detail(cell.detail, paperFont(cell.detail, detailSize, false),
+                 cellWidth - 2 * cellPadding, 1),
           hasDetail(!cell.detail.isEmpty()),
           frame(cell.frame) {}
 
@@ -136,8 +70,8 @@ struct LaidCell {
         }
     }
 
-    Paragraph text;
-    Paragraph detail;
+    PaperParagraph text;
+    PaperParagraph detail;
     bool hasDetail;
     PaperCell::Frame frame;
 };
@@ -225,11 +159,11 @@ enum class Side { left, right };
 
 void drawText(QPainter& painter, const QString& text, int size, bool isBold, QPointF corner,
               double width, Side side) {
-    const QFont font = fontFor(text, size, isBold);
+    const QFont font = paperFont(text, size, isBold);
     const QFontMetricsF metrics(font);
-    const QString shown = metrics.elidedText(text, Qt::ElideRight, width * tenths);
-    const double free = width - metrics.horizontalAdvance(shown) / tenths;
-    Paragraph(shown, font, width + 1.0, 1)
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, width * fontUnitsPerMillimetre);
+    const double free = width - metrics.horizontalAdvance(shown) / fontUnitsPerMillimetre;
+    PaperParagraph(shown, font, width + 1.0, 1)
         .draw(painter, corner + QPointF(side == Side::right ? free : 0.0, 0.0));
 }
 
