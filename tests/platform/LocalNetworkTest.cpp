@@ -1,6 +1,7 @@
 #include <QProcess>
 
 #include "platform/network/LocalNetwork.h"
+#include "platform/network/QuestionRhythm.h"
 #include "platform/network/ServiceDialer.h"
 #include "platform/network/ServiceInquiry.h"
 #include "platform/qt/QtMainQueue.h"
@@ -255,4 +256,46 @@ TEST_CASE("nothing stays open behind a connection, a listener and a browser") {
         counts.push_back(openFiles());
     }
     CHECK(counts[1] == counts[2]);
+}
+
+TEST_CASE("who browses for services makes way for a question that Avahi's pauses would put off") {
+    using std::chrono::milliseconds;
+    enum Step { joins, leaves };
+    struct Case {
+        const char* what;
+        std::vector<std::pair<int, Step>> steps;  // when, in ms
+        int now;
+        int question;
+    };
+    const Case cases[] = {
+        {"alone", {{0, joins}}, 10, 15'000},
+        {"beside one that has gone", {{0, joins}, {1500, joins}, {1600, leaves}}, 1600, 15'000},
+        {"held up a little", {{0, joins}}, 14'850, 15'000},
+        {"held up past that", {{0, joins}}, 14'950, 31'000},
+        {"held up for a minute", {{0, joins}}, 70'000, 127'000},
+        {"away between two questions",
+         {{0, joins}, {16'000, leaves}, {20'000, joins}},
+         20'000,
+         31'000},
+        {"away when one was due", {{0, joins}, {14'600, leaves}, {16'000, joins}}, 16'000, 31'000},
+        {"away for an hour",
+         {{0, joins}, {7'000, leaves}, {3'600'000, joins}},
+         3'600'000,
+         3'615'000},
+    };
+    for (const Case& one : cases) {
+        CAPTURE(one.what);
+        const auto at = [](int when) { return QuestionRhythm::Time{} + milliseconds(when); };
+        QuestionRhythm rhythm;
+        for (const auto& [when, step] : one.steps) {
+            step == joins ? rhythm.join("responder", at(when)) : rhythm.leave(at(when));
+        }
+        const auto pause = rhythm.nextPause(at(one.now));
+        CHECK(pause.begin < at(one.question));
+        CHECK(pause.begin > at(one.question - 1000));
+        CHECK(pause.end > at(one.question));
+        rhythm.join("responder, restarted", at(one.now));
+        CHECK(rhythm.nextPause(at(one.now)).begin > at(one.now + 14'000));
+        CHECK(rhythm.nextPause(at(one.now)).end < at(one.now + 17'000));
+    }
 }

@@ -17,15 +17,6 @@ namespace {
 constexpr double shortDelay = 1.0;
 constexpr double longDelay = 3.0;
 
-// Avahi pauses 1, 2, 4, 8 … seconds between its questions, up to an hour, and would miss for as
-// long what came while the network was cut. It begins anew when nobody wants the answer at the
-// moment of the next question, so this browser pauses around the fifth one, at 15 s. When the
-// program is held up and misses that, it waits for one of the next: at 31, 63, 127 … s, all a
-// multiple of 16 s later.
-constexpr double questionSeconds = 14.6;
-constexpr double latestPause = 14.9;
-constexpr int roundOfQuestions = 16;
-
 constexpr double roundSeconds = 1.5;
 
 // For a first question to the network to leave; at 1 s Avahi would go on to a second one, and to
@@ -42,6 +33,8 @@ AvahiBrowser::AvahiBrowser(LocalNetwork& network, const std::string& type)
     : network_(network),
       type_(type),
       turns_(network.queue_),
+      pause_(network.queue_),
+      rhythm_(network.rhythms_[type]),
       object_(network.responder_, network.queue_,
               Responder::method("ServiceBrowserPrepare",
                                 {-1, -1, QString::fromStdString(type), QString(), 0U}),
@@ -49,6 +42,10 @@ AvahiBrowser::AvahiBrowser(LocalNetwork& network, const std::string& type)
     object_.onMade = [this] {
         hasSeenCache_ = false;
         found_.clear();
+        stopCounting();  // when the object before has failed
+        rhythm_.join(object_.responder(), Clock::now());
+        isCounted_ = true;
+        askAfreshLater();
         object_.call(object_.method("Start"), [](const auto&) {});
     };
     object_.onSignal = [this](const QDBusMessage& signal) { handleSignal(signal); };
@@ -56,13 +53,12 @@ AvahiBrowser::AvahiBrowser(LocalNetwork& network, const std::string& type)
 }
 
 AvahiBrowser::~AvahiBrowser() {
+    stopCounting();
     std::erase(network_.browsers_, this);
 }
 
 void AvahiBrowser::start() {
     object_.begin();
-    askedSince_ = std::chrono::steady_clock::now();
-    askAfreshLater();
 }
 
 std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endpoint) const {
@@ -97,7 +93,7 @@ void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen
             isAskingAgain_ = false;
             isAnswerDue_ = true;
             if (object_.isMade()) {  // else it is about to begin
-                object_.end();
+                end();
                 object_.begin();
             }
         });
@@ -141,25 +137,30 @@ double AvahiBrowser::patience(const ServiceEndpoint& endpoint) const {
     return std::ldexp(first, std::min(rounds_, 6));
 }
 
+void AvahiBrowser::end() {
+    object_.end();
+    stopCounting();
+}
+
+void AvahiBrowser::stopCounting() {
+    if (std::exchange(isCounted_, false)) {
+        rhythm_.leave(Clock::now());
+    }
+}
+
 void AvahiBrowser::askAfreshLater() {
-    using std::chrono::duration;
-    using Clock = std::chrono::steady_clock;
-    const double passed = duration<double>(Clock::now() - askedSince_).count();
-    turns_.postAfter(std::max(0.0, questionSeconds - passed), [this] {
-        const double now = duration<double>(Clock::now() - askedSince_).count();
-        if (now > latestPause) {
-            askedSince_ += std::chrono::seconds(roundOfQuestions);
+    const auto secondsUntil = [](Clock::time_point moment) {
+        return std::max(0.0, std::chrono::duration<double>(moment - Clock::now()).count());
+    };
+    const QuestionRhythm::Pause pause = rhythm_.nextPause(Clock::now());
+    pause_.callOff();
+    pause_.postAfter(secondsUntil(pause.begin), [this, pause, secondsUntil] {
+        if (rhythm_.nextPause(Clock::now()).end != pause.end) {  // too late: it was held up
             askAfreshLater();
-            return;
+        } else if (object_.isMade()) {  // else it is about to begin
+            end();
+            pause_.postAfter(secondsUntil(pause.end), [this] { object_.begin(); });
         }
-        if (object_.isMade()) {
-            object_.end();
-        }
-        turns_.postAfter(roundOfQuestions - now, [this] {
-            object_.begin();
-            askedSince_ = Clock::now();
-            askAfreshLater();
-        });
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
+#include "platform/network/QuestionRhythm.h"
 #include "platform/network/ResponderObject.h"
 #include "platform/network/ServiceSighting.h"
 
@@ -37,7 +38,11 @@ public:
     void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void askAfreshLater();
+    void end();
+    void stopCounting();
     void askWhere(const ServiceEndpoint& endpoint);
     void handleSignal(const QDBusMessage& signal);
     void handleItem(const QDBusMessage& item, bool isNew);
@@ -52,6 +57,9 @@ private:
     LocalNetwork& network_;
     const std::string type_;
     Turns turns_;
+    Turns pause_;  // of the questions
+    QuestionRhythm& rhythm_;
+    bool isCounted_ = false;  // by that
     ResponderObject object_;
     bool hasSeenCache_ = false;           // of the responder, by the object that there is
     Sightings found_;                     // by the same
@@ -62,7 +70,6 @@ private:
     std::deque<std::unique_ptr<ResponderObject>> questions_;  // where services are
     bool isAnswerDue_ = true;                                 // even if nothing has changed
     bool isAskingAgain_ = false;
-    std::chrono::steady_clock::time_point askedSince_;  // by questions at longer and longer pauses
     std::optional<std::vector<ServiceEndpoint>> reported_;
 };
 

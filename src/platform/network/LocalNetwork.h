@@ -2,11 +2,13 @@
 
 #include "platform/Network.h"
 #include "platform/network/NetworkWatch.h"
+#include "platform/network/QuestionRhythm.h"
 #include "platform/network/Responder.h"
 #include "platform/network/ServiceSighting.h"
 #include "platform/network/SocketEvents.h"
 #include "platform/network/Withdrawals.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -43,8 +45,9 @@ private:
 
     MainQueue& queue_;
     SocketEvents events_;
-    std::vector<AvahiBrowser*> browsers_;  // those there are
-    std::vector<ServiceEndpoint> called_;  // by connections that have not ended
+    std::vector<AvahiBrowser*> browsers_;            // those there are
+    std::vector<ServiceEndpoint> called_;            // by connections that have not ended
+    std::map<std::string, QuestionRhythm> rhythms_;  // by type
     Withdrawals withdrawals_;
     Responder responder_;
     NetworkWatch watch_;

@@ -2,6 +2,8 @@
 
 #include "platform/network/Responder.h"
 
+#include <string>
+
 namespace tessivo {
 
 /// An object that the responder keeps for this program, such as a browser or a group of services:
@@ -26,6 +28,8 @@ public:
     void end();
     void fail();
     bool isMade() const { return !path_.isEmpty(); }
+    /// Which responder made it; another one after each of its restarts.
+    std::string responder() const { return daemon_.toStdString(); }
 
     QDBusMessage method(const char* name, const QVariantList& arguments = {}) const;
     /// Makes a call that the object depends on, be it to the object or not. A good answer goes to
