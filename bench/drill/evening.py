@@ -150,8 +150,9 @@ class Evening(Scene):
         successor = self.random.choice(self.stations)
         processes.wait_until(lambda: successor.shows(TAKE_OVER, "push button"), TAKE_OVER)
         self.ignore(successor)
-        decided = time.monotonic()
-        successor.person.press(TAKE_OVER)
+        button = successor.person.screen().find("push button", TAKE_OVER)
+        decided = time.monotonic()  # it may take a second to find a button by the accessibility bus
+        button.press()
         self.stations.remove(successor)
         self.collect()
         self.admin = successor

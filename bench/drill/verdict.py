@@ -76,9 +76,11 @@ class Truth:
         return State.BEHIND if self._holds(look, UNTOLD_AGE) else State.WRONG
 
     def _holds(self, look, age):
-        """Whether the admin showed the same, at most so long before."""
+        """Whether the admin showed the same, at most so long before. A station may show what the
+        admin, whose screen couldn't be read for a while, is only next seen to show: the countdown
+        says that it has shown it since."""
         first = bisect.bisect(self._looks, look.at - age, key=lambda each: each.at)
-        last = bisect.bisect(self._looks, look.at + ONE_MOMENT, key=lambda each: each.at)
+        last = bisect.bisect(self._looks, look.at + ONE_MOMENT, key=lambda each: each.at) + 1
         return look.remaining is not None and any(
             each.song == look.song and
             abs(max(0.0, each.remaining - (look.at - each.at)) - look.remaining) < TOLERANCE

@@ -24,7 +24,8 @@ struct LiveState {
 /// since 2001-01-01 00:00:00 UTC. Encoding cannot fail.
 std::string encodeJson(const LiveState& state);
 
-/// The whole state or nothing, under the rules of `decodeShow`; all three members are required.
+/// The whole state or nothing, under the rules of `decodeShow`; all three members are required. One
+/// of more records and labels than any show has is nothing.
 std::optional<LiveState> decodeLiveState(std::string_view json);
 
 }  // namespace tessivo

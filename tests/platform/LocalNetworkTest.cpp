@@ -48,13 +48,18 @@ void servers(const std::string& orders) {
     REQUIRE(std::system((std::getenv("TESSIVO_SERVERS") + (" " + orders)).c_str()) == 0);
 }
 
-/// A service of another program, on a port that is closed.
-std::unique_ptr<QProcess> publish(const char* name, const std::string& type) {
+/// Publishes a service of another program, on a port that is closed.
+std::unique_ptr<QProcess> publish(const char* name, const std::string& type,
+                                  const QStringList& options = {}) {
     auto program = std::make_unique<QProcess>();
     program->start(QStringLiteral("avahi-publish"),
-                   {QStringLiteral("-s"), QString::fromUtf8(name), QString::fromStdString(type),
-                    QStringLiteral("9")});
+                   options + QStringList{QStringLiteral("-s"), QString::fromUtf8(name),
+                                         QString::fromStdString(type), QStringLiteral("9")});
     return program;
+}
+
+double secondsSince(std::chrono::steady_clock::time_point begin) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
 std::ptrdiff_t openFiles() {
@@ -199,25 +204,61 @@ TEST_CASE("every way on which a service was seen leads to it, those with a scope
     }
 }
 
-TEST_CASE("whoever takes the first service comes past one that can't be reached") {
+TEST_CASE("whoever takes the first service comes past one that refuses, or says nothing for long") {
+    QProcess silentComputer;
+    silentComputer.start(
+        QStringLiteral("avahi-publish"),
+        {QStringLiteral("-a"), QStringLiteral("silent.local"), QStringLiteral("10.77.0.77")});
+    for (const QStringList& options :
+         {QStringList(), QStringList{QStringLiteral("--host=silent.local")}}) {
+        CAPTURE(options.size());
+        LocalWorld world;
+        const std::string type = test::freshServiceType();
+        const auto dead = publish("a dead one", type, options);
+        const auto listener = world.there().makeListener(type);
+        listener->start();
+        const Reports reports(world.here(), type);
+        REQUIRE(world.runUntil([&] { return reports.count() == 2U; }));
+        const auto begin = std::chrono::steady_clock::now();
+        const auto callFirst = [&] {
+            End end;
+            end.open(world.here().connect(reports.all.back().front()));
+            CHECK(world.runUntil([&] { return !end.states.empty(); }));
+            return end.states.front() == State::ready;
+        };
+        const auto reportCount = reports.all.size();
+        if (!callFirst()) {
+            REQUIRE(world.runUntil([&] { return reports.all.size() > reportCount; }));
+            CHECK(callFirst());
+        }
+        CHECK(secondsSince(begin) < 2.0);
+        dead->kill();
+        dead->waitForFinished();
+    }
+    silentComputer.kill();
+    silentComputer.waitForFinished();
+}
+
+TEST_CASE("whoever wants none but one that refuses hears of it again, but not without a pause") {
     LocalWorld world;
     const std::string type = test::freshServiceType();
     const auto dead = publish("a dead one", type);
-    const auto listener = world.there().makeListener(type);
-    listener->start();
-    const Reports reports(world.here(), type);
+    const auto own = world.here().makeListener(type);
+    own->start();
+    Reports reports(world.here(), type);
     REQUIRE(world.runUntil([&] { return reports.count() == 2U; }));
-    const auto callFirst = [&] {
+    const auto begin = std::chrono::steady_clock::now();
+    int count = 0;
+    while (secondsSince(begin) < 4.0) {
+        const auto reportCount = reports.all.size();
         End end;
-        end.open(world.here().connect(reports.all.back().front()));
-        CHECK(world.runUntil([&] { return !end.states.empty(); }));
-        return end.states.front() == State::ready;
-    };
-    const auto reportCount = reports.all.size();
-    if (!callFirst()) {
+        end.open(world.here().connect({"a dead one", type, "local"}));
+        REQUIRE(world.runUntil([&] { return end.is(State::failed); }));
+        ++count;
         REQUIRE(world.runUntil([&] { return reports.all.size() > reportCount; }));
-        CHECK(callFirst());
     }
+    CHECK(count > 2);  // two in each round
+    CHECK(count < 12);
 }
 
 TEST_CASE("a computer is asked itself whether it has a service, past what others remember of it") {

@@ -66,8 +66,11 @@ TEST_CASE("a message that is no state is passed over") {
     RawAdmin admin(room.regie);
     room.start();
     std::int64_t index = 0;
-    for (const std::string& payload : {std::string("x"), std::string("{}"), std::string("\xFF\xFE"),
-                                       jsonAt(1) + jsonAt(1), std::string(300'000, ' ')}) {
+    LiveState absurd{showWithSongs(2), 0, {1.0}};
+    absurd.show.mics.resize(1'000'000);
+    for (const std::string& payload :
+         {std::string("x"), std::string("{}"), std::string("\xFF\xFE"), jsonAt(1) + jsonAt(1),
+          std::string(300'000, ' '), encodeJson(absurd)}) {
         CAPTURE(payload.substr(0, 60));
         admin.say(jsonAt(++index));
         admin.say(payload);

@@ -11,13 +11,14 @@ namespace tessivo {
 namespace {
 
 // From the end of a connection to the question what there is now, in seconds: the long one when
-// no service could be reached. A search for an address ends after 5 s without an answer,
+// Avahi didn't know where a service is. A search for an address ends after 5 s without an answer,
 // and Avahi repeats its question at 7 s if there is another search by then, each time later. With
 // the long delay there is none: Avahi forgets the question, and asks the network anew at once.
 constexpr double shortDelay = 1.0;
 constexpr double longDelay = 3.0;
 
 constexpr double roundSeconds = 1.5;
+constexpr double longestPatience = 2.0;
 
 // For a first question to the network to leave; at 1 s Avahi would go on to a second one, and to
 // longer and longer pauses.
@@ -67,37 +68,46 @@ std::vector<ServiceSighting> AvahiBrowser::sightings(const ServiceEndpoint& endp
                                                               : std::vector<ServiceSighting>();
 }
 
-void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
+void AvahiBrowser::connectionEnded(const ServiceEndpoint& endpoint, CallEnd how) {
     std::erase(ended_, endpoint);
     ended_.push_back(endpoint);
-    tried_.push_back(endpoint);
-    if (!wasOpen) {
-        askWhere(endpoint);
-    }
-    if (wasOpen) {
+    if (how == CallEnd::opened) {
         tried_.clear();
         rounds_ = 0;
-    } else if (!hasUntried()) {
+        askAgainAfter(shortDelay);
+        return;
+    }
+    askWhere(endpoint);
+    isPlaced_ = isPlaced_ && how == CallEnd::notTaken;
+    // Whoever calls one again while there are others doesn't want those.
+    const bool isRoundOver = isTried(endpoint);
+    tried_.push_back(endpoint);
+    if (isRoundOver || !hasUntried()) {
         tried_.clear();
         ++rounds_;
-    }
-    if (!tried_.empty()) {
+        askAgainAfter(std::exchange(isPlaced_, true) ? shortDelay : longDelay);
+    } else {
         turns_.post([this] {
             isAnswerDue_ = true;
             if (hasSeenCache_) {  // else a whole report is to come
                 report();
             }
         });
-    } else if (!std::exchange(isAskingAgain_, true)) {
-        turns_.postAfter(wasOpen ? shortDelay : longDelay, [this] {
-            isAskingAgain_ = false;
-            isAnswerDue_ = true;
-            if (object_.isMade()) {  // else it is about to begin
-                end();
-                object_.begin();
-            }
-        });
     }
+}
+
+void AvahiBrowser::askAgainAfter(double seconds) {
+    if (std::exchange(isAskingAgain_, true)) {
+        return;
+    }
+    turns_.postAfter(seconds, [this] {
+        isAskingAgain_ = false;
+        isAnswerDue_ = true;
+        if (object_.isMade()) {  // else it is about to begin
+            end();
+            object_.begin();
+        }
+    });
 }
 
 /// Avahi answers from its cache, and then doesn't ask the network: a service that moved to another
@@ -119,8 +129,12 @@ void AvahiBrowser::askWhere(const ServiceEndpoint& endpoint) {
 
 bool AvahiBrowser::hasUntried() const {
     return std::ranges::any_of(endpoints(), [this](const ServiceEndpoint& known) {
-        return std::ranges::find(tried_, known) == tried_.end() && !network_.isCalled(known);
+        return !isTried(known) && !network_.isCalled(known);
     });
+}
+
+bool AvahiBrowser::isTried(const ServiceEndpoint& endpoint) const {
+    return std::ranges::find(tried_, endpoint) != tried_.end();
 }
 
 /// A dozen computers that went without a word cost whoever tries one after another a second and a
@@ -134,7 +148,7 @@ double AvahiBrowser::patience(const ServiceEndpoint& endpoint) const {
         return ServiceDialer::timeLimit;
     }
     const double first = std::clamp(roundSeconds / static_cast<double>(waiting), 0.1, 0.5);
-    return std::ldexp(first, std::min(rounds_, 6));
+    return std::min(std::ldexp(first, std::min(rounds_, 6)), longestPatience);
 }
 
 void AvahiBrowser::end() {
@@ -221,6 +235,12 @@ void AvahiBrowser::report() {
     });
     std::erase_if(ended_, [this](const auto& endpoint) { return sightings(endpoint).empty(); });
     auto found = endpoints();
+    const auto isNew = [this](const ServiceEndpoint& service) {
+        return reported_ && std::ranges::find(*reported_, service) == reported_->end();
+    };
+    if (std::ranges::any_of(found, isNew)) {
+        rounds_ = 0;  // it mustn't wait long for those that were tried for minutes
+    }
     if (std::exchange(isAnswerDue_, false) || found != reported_) {
         reported_ = found;
         callHandler(onResultsChanged, found);

@@ -2,6 +2,7 @@
 
 #include "platform/ServiceBrowser.h"
 #include "platform/Turns.h"
+#include "platform/network/CallEnd.h"
 #include "platform/network/QuestionRhythm.h"
 #include "platform/network/ResponderObject.h"
 #include "platform/network/ServiceSighting.h"
@@ -34,8 +35,7 @@ public:
     /// How long a connection to a service may take to open, in seconds: others may wait for their
     /// turn.
     double patience(const ServiceEndpoint& endpoint) const;
-    /// A connection to a service has ended, which may never have opened.
-    void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
+    void connectionEnded(const ServiceEndpoint& endpoint, CallEnd how);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -43,12 +43,14 @@ private:
     void askAfreshLater();
     void end();
     void stopCounting();
+    void askAgainAfter(double seconds);
     void askWhere(const ServiceEndpoint& endpoint);
     void handleSignal(const QDBusMessage& signal);
     void handleItem(const QDBusMessage& item, bool isNew);
     void report();
     std::vector<ServiceEndpoint> endpoints() const;
     bool hasUntried() const;
+    bool isTried(const ServiceEndpoint& endpoint) const;
 
     /// The name and the domain.
     using Key = std::pair<std::string, std::string>;
@@ -67,6 +69,7 @@ private:
     std::vector<ServiceEndpoint> ended_;  // of those, the ones to which a connection has ended
     std::vector<ServiceEndpoint> tried_;  // of those, the ones tried in vain in this round
     int rounds_ = 0;                      // in which all were tried in vain, one after the other
+    bool isPlaced_ = true;                // each of those that were tried in this round
     std::deque<std::unique_ptr<ResponderObject>> questions_;  // where services are
     bool isAnswerDue_ = true;                                 // even if nothing has changed
     bool isAskingAgain_ = false;

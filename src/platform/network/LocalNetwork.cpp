@@ -30,7 +30,7 @@ std::unique_ptr<StreamConnection> LocalNetwork::connect(const ServiceEndpoint& e
                                         [this, endpoint] { return patience(endpoint); });
     return std::make_unique<TcpConnection>(
         events_, queue_, std::move(dialer),
-        [this, endpoint](bool wasOpen) { connectionEnded(endpoint, wasOpen); });
+        [this, endpoint](CallEnd how) { connectionEnded(endpoint, how); });
 }
 
 /// Where a service was seen by the browsers; anywhere when they don't know it.
@@ -57,10 +57,10 @@ bool LocalNetwork::isCalled(const ServiceEndpoint& endpoint) const {
     return std::ranges::find(called_, endpoint) != called_.end();
 }
 
-void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen) {
+void LocalNetwork::connectionEnded(const ServiceEndpoint& endpoint, CallEnd how) {
     called_.erase(std::ranges::find(called_, endpoint));
     for (AvahiBrowser* browser : browsers_) {
-        browser->connectionEnded(endpoint, wasOpen);
+        browser->connectionEnded(endpoint, how);
     }
 }
 

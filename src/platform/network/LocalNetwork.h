@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Network.h"
+#include "platform/network/CallEnd.h"
 #include "platform/network/NetworkWatch.h"
 #include "platform/network/QuestionRhythm.h"
 #include "platform/network/Responder.h"
@@ -41,7 +42,7 @@ private:
     std::vector<ServiceSighting> sightings(const ServiceEndpoint& endpoint) const;
     double patience(const ServiceEndpoint& endpoint) const;
     bool isCalled(const ServiceEndpoint& endpoint) const;
-    void connectionEnded(const ServiceEndpoint& endpoint, bool wasOpen);
+    void connectionEnded(const ServiceEndpoint& endpoint, CallEnd how);
 
     MainQueue& queue_;
     SocketEvents events_;

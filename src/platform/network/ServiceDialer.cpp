@@ -133,6 +133,7 @@ void ServiceDialer::handleResolution(const QDBusMessage& answer) {
     if (const auto address = addressIn(answer)) {
         add(*address);
     } else {
+        hasUnplaced_ = true;
         failIfNothingIsLeft();
     }
 }

@@ -42,6 +42,9 @@ public:
     /// Calls `done` once, in a turn of its own, with an open socket that doesn't block, or with
     /// none. It may destroy the dialer. To be called once.
     void start(Done done);
+    /// Whether the responder has said of each sighting where the service is, so that nothing that
+    /// it was asked goes on.
+    bool isPlaced() const { return resolutionCount_ == 0 && !hasUnplaced_; }
     /// What is asked of a computer that refused, if one did.
     std::unique_ptr<ServiceInquiry> takeInquiry() { return std::move(inquiry_); }
 
@@ -67,6 +70,7 @@ private:
     Done done_;
     std::unique_ptr<ServiceInquiry> inquiry_;
     std::size_t resolutionCount_ = 0;  // those without an answer yet
+    bool hasUnplaced_ = false;
     Lifetime resolutions_;
     std::deque<sockaddr_storage> addresses_;  // not tried yet
     std::vector<std::unique_ptr<Attempt>> attempts_;

@@ -49,7 +49,7 @@ TcpConnection::TcpConnection(SocketEvents& events, MainQueue& queue, FileDescrip
 
 TcpConnection::TcpConnection(SocketEvents& events, MainQueue& queue,
                              std::unique_ptr<ServiceDialer> dialer,
-                             std::function<void(bool wasOpen)> onEnded)
+                             std::function<void(CallEnd)> onEnded)
     : events_(events), turns_(queue), dialer_(std::move(dialer)), onEnded_(std::move(onEnded)) {}
 
 TcpConnection::~TcpConnection() {
@@ -63,6 +63,7 @@ void TcpConnection::start() {
     }
     dialer_->start([this](FileDescriptor socket) {
         inquiry_ = dialer_->takeInquiry();
+        callEnd_ = dialer_->isPlaced() ? CallEnd::notTaken : CallEnd::unplaced;
         dialer_.reset();
         socket_ = std::move(socket);
         if (socket_.isOpen()) {
@@ -83,6 +84,7 @@ void TcpConnection::open() {
     }
     prepare(socket_);
     state_ = State::ready;
+    callEnd_ = CallEnd::opened;
     watched_ = EPOLLRDHUP;
     if (!events_.add(socket_, watched_, *this)) {
         watched_ = 0;
@@ -179,8 +181,8 @@ void TcpConnection::serve() {
         return;
     }
     const Receive receive = std::move(*std::exchange(receive_, std::nullopt));
-    const std::string bytes = std::exchange(taken_, {});
-    receive.completion(bytes.empty() ? std::nullopt : std::optional(bytes));
+    std::string bytes = std::exchange(taken_, {});
+    receive.completion(bytes.empty() ? std::nullopt : std::optional(std::move(bytes)));
 }
 
 void TcpConnection::watch() {
@@ -200,7 +202,6 @@ void TcpConnection::end(State state) {
     if (isOver()) {
         return;
     }
-    const bool wasOpen = state_ == State::ready;
     state_ = state;
     outgoing_ = {};
     if (watched_ != 0) {
@@ -212,7 +213,7 @@ void TcpConnection::end(State state) {
     }
     turns_.post([this] { finish(); });
     if (onEnded_) {
-        onEnded_(wasOpen);
+        onEnded_(callEnd_);
     }
 }
 

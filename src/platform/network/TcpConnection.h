@@ -3,6 +3,7 @@
 #include "platform/OutgoingMessages.h"
 #include "platform/StreamConnection.h"
 #include "platform/Turns.h"
+#include "platform/network/CallEnd.h"
 #include "platform/network/SocketEvents.h"
 
 #include <memory>
@@ -23,10 +24,9 @@ class TcpConnection final : public StreamConnection, private SocketEvents::Handl
 public:
     /// One that came in.
     TcpConnection(SocketEvents& events, MainQueue& queue, FileDescriptor socket);
-    /// One that is still to be opened. `onEnded` is called when it is over, however that came, with
-    /// whether it had opened.
+    /// One that is still to be opened. `onEnded` is called when it is over, however that came.
     TcpConnection(SocketEvents& events, MainQueue& queue, std::unique_ptr<ServiceDialer> dialer,
-                  std::function<void(bool wasOpen)> onEnded);
+                  std::function<void(CallEnd)> onEnded);
     ~TcpConnection() override;
 
     void start() override;
@@ -58,7 +58,8 @@ private:
     Turns turns_;
     std::unique_ptr<ServiceDialer> dialer_;
     std::unique_ptr<ServiceInquiry> inquiry_;  // about one that failed
-    std::function<void(bool wasOpen)> onEnded_;
+    std::function<void(CallEnd)> onEnded_;
+    CallEnd callEnd_ = CallEnd::unplaced;  // if it ended now
     FileDescriptor socket_;
     State state_ = State::preparing;
     OutgoingMessages outgoing_;
