@@ -128,12 +128,16 @@ TEST_CASE_FIXTURE(Fixture, "a preview tells what will be read, and which cells w
     CHECK_FALSE(songs[1].duration.has_value());
     import.selectSheet(0);
     CHECK_FALSE(import.accepts(Notation::units));
+    assignGala();
+    import.accept(Notation::units, true);
+    CHECK(outcome().taken == 299);
 }
 
 TEST_CASE_FIXTURE(Fixture, "what is read but unlikely is told, and changed by nobody") {
     const std::string formula = R"(<c r="B9"><f>1/0</f></c>)";
-    const std::string merged = R"(</sheetData><mergeCells><mergeCell ref="C3:C5"/>)"
-                               R"(<mergeCell ref="C1:D1"/></mergeCells><sheetData>)";
+    const std::string merged =
+        R"(</sheetData><mergeCells><mergeCell ref="C3:C5"/>)"
+        R"(<mergeCell ref="C1:D1"/><mergeCell ref="C1:C2"/></mergeCells><sheetData>)";
     const std::string hidden =
         R"(</sheetData><cols><col min="6" max="9" hidden="1"/></cols><sheetData>)";
     load({row(1, cell("B1", "Titre")) + hidden +
@@ -141,10 +145,11 @@ TEST_CASE_FIXTURE(Fixture, "what is read but unlikely is told, and changed by no
           row(3, cell("B3", "Deux") + cell("C3", "Anna") + cell("D3", "3:45:00") +
                      cell("F3", "11:00:00:00")) +
           row(4, cell("B4", "ENTRACTE") + cell("D4", "-3'45") + cell("F4", "10:30:00:00")) +
-          row(5, cell("B5", "SET 2") + cell("D5", "3'75") + cell("F5", "10:30:00:00")) +
-          row(6, cell("B6", "0.3125") + cell("F6", "25:61:61:99")) + R"(<row r="7" hidden="1">)" +
+          row(5, cell("B5", "SET 2") + cell("D5", "3'60") + cell("F5", "10:30:00:00")) +
+          row(6, cell("B6", "0.3125") + cell("F6", "24:00:00:00")) + R"(<row r="7" hidden="1">)" +
           cell("B7", "#DIV/0!") + "</row>" +
-          row(8, cell("B8", "12/05/2026") + cell("D8", "0:03:45")) + row(9, formula) + merged});
+          row(8, cell("B8", "12/05/2026") + cell("D8", "0:03:45") + cell("F8", "10:45:00:00")) +
+          row(9, formula + R"(<c r="C9"/>)") + row(10, R"(<c r="B10"/>)") + merged});
     assignGala();
     std::string found;
     for (const RunSheetPreview::DoubtfulCell& doubtful : outcome().doubtfulCells) {

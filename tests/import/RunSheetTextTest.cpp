@@ -90,7 +90,7 @@ TEST_CASE("what a person would read is told by its notation, and never guessed")
         {"225 s", Notation::units, "3:45"},
         {"1 h 02", Notation::units, "62:00"},
         {"1h2min3s", Notation::units, "62:03"},
-        {"3 min 75", none, ""},
+        {"3 min 60", none, ""},
         {"45 s 3 min", none, ""},
         {"3 mesures", none, ""},
         {"min", none, ""},

@@ -41,3 +41,18 @@ TEST_CASE("the first other song whose first second holds the frame is triggered"
         CHECK(songTriggeredBy(show, row.current, row.frame, 25) == row.triggered);
     }
 }
+
+TEST_CASE("the song that plays is the first with the latest start, until its length is over") {
+    Show show = showWithSongs(3);
+    for (Song& song : show.songs) {
+        song.ltcTimecode = &song == &show.songs[2] ? "00:00:01:00" : "00:00:02:00";
+        song.duration = 10;
+    }
+    const std::pair<std::int64_t, std::optional<std::size_t>> rows[] = {
+        {24, std::nullopt}, {25, 2}, {49, 2}, {50, 0}, {299, 0}, {300, std::nullopt}};
+    for (const auto& [frame, song] : rows) {
+        CAPTURE(frame);
+        const auto playing = songPlayingAt(show, frame, 25);
+        CHECK((playing ? std::optional(playing->song) : std::nullopt) == song);
+    }
+}

@@ -52,6 +52,8 @@ TEST_CASE("equipment is handed from song to song") {
         {{song({{"Léa", "HF 2"}}), song({}, 200), song({}, std::nullopt),
           song({{"Karim", "HF 2"}})},
          "HF 2\u00A0: Léa → Karim, passage (2 morceaux, au moins 3 min)"},
+        {{song({{"Léa", "HF 2"}}, std::nullopt), song({}, 150), song({{"Karim", "HF 2"}})},
+         "HF 2\u00A0: Léa → Karim, passage (1 morceau, 3 min)"},
         {{song({{"Léa", "HF 2"}}), song({}, -5), song({{"Karim", "HF 2"}})},
          "HF 2\u00A0: Léa → Karim, passage (1 morceau)"},
         {{song({{"Léa", "HF 2"}, {"", "HF 2"}, {"Noé", "HF 2"}})},

@@ -70,6 +70,7 @@ TEST_CASE("a guest's line leaves out an empty volume and names the nameless") {
 TEST_CASE("a time in words has its two largest units") {
     const std::pair<double, const char*> rows[] = {{0.9, "0 s"},
                                                    {59.9, "59 s"},
+                                                   {61.0, "1 min 1 s"},
                                                    {125.0, "2 min 5 s"},
                                                    {600.0, "10 min"},
                                                    {3605.0, "1 h"},

@@ -139,6 +139,7 @@ TEST_CASE_FIXTURE(Fixture, "what another computer led goes on at its song and it
     CHECK(state.shows() == std::vector{theirs});
     CHECK(state.activeShow() == &state.shows().front());
     CHECK(storedCursor() == 1);
+    CHECK(state.movedBy() == AppState::MovedBy::resumption);
     CHECK(state.currentSongRemainingSeconds() == 140);
     state.undo();
     CHECK(state.shows().front().name == ours);

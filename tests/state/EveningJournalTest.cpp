@@ -36,6 +36,10 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         state.ltcManager().startCapturing();
         state.resume(show.id, computer.time.now());
     }
+    {
+        AppState state(platform);
+        const EveningJournal journal(state, computer.time, computer.journal);
+    }
     const std::vector<std::string> expected = {
         "Tessivo démarre",
         "Show ouvert\u00A0: «\u00A0Été\u00A0»",
@@ -50,6 +54,9 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         "Les modifications sont de nouveau conservées",
         "Entrée audio\u00A0: Choisis d'abord un périphérique d'entrée.",
         "Morceau 3/3 «\u00A0Morceau 3\u00A0», par reprise",
+        "Tessivo se termine",
+        "Tessivo démarre",
+        "Vue live verrouillée",
         "Tessivo se termine",
     };
     CHECK(computer.journal.lines == expected);

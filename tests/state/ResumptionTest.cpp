@@ -102,6 +102,15 @@ TEST_CASE_FIXTURE(Computer, "what a crash broke off is offered as it stands by t
         {"", [&] { state->setActiveShowId(std::nullopt); }, nothing},
         {"", [&] { state->deleteShow(show.id); }, nothing},
         {"", [&] { resumption->leave(); }, nothing},
+        {"",
+         [&] {
+             platform.preferences.isFull = true;
+             state->goNext();
+             platform.preferences.isFull = false;
+             platform.time.advance(1.0);
+             resumption->leave();
+         },
+         nothing},
         {"Reprendre l'affichage | Ce poste suivait le show à distance",
          [&] { resumption->begin(false); }, [&] { platform.time.advance(3.0); }},
         // Another program went on with the record meanwhile.
@@ -126,7 +135,8 @@ TEST_CASE_FIXTURE(Computer, "what a crash broke off is offered as it stands by t
         start();
         CHECK(offered() == row.offered);
         const std::string again = offered();
-        crash();  // with the offer on the screen
+        resumption->leave();  // a mode that couldn't begin
+        crash();              // with the offer on the screen
         start();
         CHECK(offered() == again);
         resumption.reset();

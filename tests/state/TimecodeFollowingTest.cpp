@@ -135,11 +135,19 @@ TEST_CASE_FIXTURE(Fixture, "by position, the song that is played is found wherev
     const Row rows[] = {
         {{0, 9, 59, 0}, nothing, 0, -1},
         {{0, 10, 20, 0}, nothing, 1, 39},
-        {{0, 10, 40, 0}, nothing, 1, 19},                          // located within the song
-        {{0, 11, 30, 0}, nothing, 2, 29},                          // its start fell into a gap
-        {{0, 11, 40, 0}, [](AppState& s) { s.goNext(); }, 3, 59},  // hands win…
-        {{0, 12, 30, 0}, nothing, 3, 58},                          // …between songs, too
-        {{0, 13, 5, 0}, [](AppState& s) { s.goNext(); }, 3, 54},   // …until the next start
+        {{0, 10, 40, 0}, nothing, 1, 19},                           // located within the song
+        {{0, 11, 30, 0}, nothing, 2, 29},                           // its start fell into a gap
+        {{0, 11, 40, 0}, [](AppState& s) { s.goNext(); }, 3, 59},   // hands win…
+        {{0, 12, 30, 0}, nothing, 3, 58},                           // …between songs, too
+        {{0, 13, 5, 0}, [](AppState& s) { s.goNext(); }, 3, 54},    // …until the next start
+        {{0, 13, 10, 0}, [](AppState& s) { s.jumpTo(3); }, 3, 59},  // begun anew by hand
+        {{0, 13, 20, 0},
+         [](AppState& s) {
+             s.goNext();
+             s.setFollowing(AppState::Following::byPosition);  // asked for again
+         },
+         3,
+         39},
         {{0, 10, 20, 0}, [](AppState& s) { s.goPrev(); }, 2, 59},  // held off for 15 seconds
     };
     for (const Row& row : rows) {
@@ -233,7 +241,7 @@ TEST_CASE_FIXTURE(Fixture, "a move that nothing confirms is told; carefully, it 
         state->ltcManager().setCareful(careful);
         state->jumpTo(2);
         hear(timecode("25", {0, 10, 0, 0}, 2));  // one of two frames is read
-        hear(std::vector<float>(3 * 48'000));
+        hear(timecode("25", {0, 20, 0, 0}, 75));
         CHECK(state->activeSongIndex() == (careful ? 2 : 1));
         CHECK(state->hasMovedUnconfirmed() == !careful);
         state->ltcManager().stopCapturing();

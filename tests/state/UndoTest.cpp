@@ -133,6 +133,11 @@ TEST_CASE("taking back keeps the cursor on its song, the countdown and the open 
     CHECK(state.activeShow()->songs == songs);
     CHECK(state.currentSongStartedAt() == start);
 
+    state.addSong("Rappel");
+    state.jumpTo(6);  // past it
+    state.undo();
+    CHECK(state.activeSongIndex() == 5);
+
     const auto id = state.activeShowId();
     state.undo();
     CHECK(state.shows().empty());
@@ -149,8 +154,15 @@ TEST_CASE("taking back keeps the cursor on its song, the countdown and the open 
 TEST_CASE("what is typed into one field without a pause is one step with the first name") {
     SimulatedPlatform computer;
     AppState state(computer);
-    state.importShow(showWithSongs(4));
+    const Show other = showWithSongs(1);
+    state.importShow(other);
+    Show show = showWithSongs(4);
+    show.songs[3].guests.resize(2);
+    state.importShow(show);
     const std::vector<Song> songs = state.activeShow()->songs;
+    const auto name = [&](std::size_t guest, const char* text) {
+        state.updateGuest(songs[3].id, songs[3].guests[guest].id, text, {}, {});
+    };
     const auto type = [&](std::size_t song, const char* text, double pause) {
         computer.time.advance(pause);
         state.updateSongTitle(songs[song].id, text);
@@ -168,6 +180,23 @@ TEST_CASE("what is typed into one field without a pause is one step with the fir
         {"taken back between",
          [&] { type(0, "A", 2.0), type(0, "B", 0.1), state.undo(), type(0, "C", 0.1); }, 1,
          "renommer «\u00A0Morceau 1\u00A0»"},
+        {"taken back twice between",
+         [&] {
+             type(0, "A", 2.0), type(0, "B", 2.0), type(0, "C", 2.0);
+             state.undo(), state.undo(), type(0, "D", 0.1);
+         },
+         2, "renommer «\u00A0A\u00A0»"},
+        {"two of a kind: songs", [&] { state.moveSong({0}, 2), state.moveSong({3}, 0); }, 2,
+         "déplacer «\u00A0Morceau 4\u00A0»"},
+        {"guests", [&] { name(0, "A"), name(1, "B"); }, 2, "nommer un guest"},
+        {"microphones", [&] { state.updateMic(0, "A"), state.updateMic(1, "B"); }, 2,
+         "renommer «\u00A0Guest 2\u00A0»"},
+        {"shows",
+         [&] {
+             state.updateMic(0, "A"), state.setActiveShowId(other.id), state.updateMic(0, "A");
+             state.setActiveShowId(show.id);
+         },
+         2, "renommer «\u00A0Guest 1\u00A0»"},
         {"a drag over rows",
          [&] { computer.time.advance(2.0), state.moveSong({0}, 2), state.moveSong({1}, 3); }, 1,
          "déplacer «\u00A0Morceau 1\u00A0»"},
@@ -207,7 +236,11 @@ TEST_CASE("a removal offers for eight seconds to take it back, as long as it is 
     CHECK_FALSE(state.offeredUndo());
     state.undo();
     CHECK(state.offeredUndo());
+    computer.time.setWallClock(computer.time.now() + -60.0);
     computer.time.advance(2.0);
+    CHECK_FALSE(state.offeredUndo());
+    computer.time.setWallClock(computer.time.now() + 60.0);
+    computer.time.advance(1.0);
     CHECK_FALSE(state.offeredUndo());
 }
 

@@ -184,6 +184,7 @@ TEST_CASE_FIXTURE(Fixture, "an input that dies is told within two seconds, and c
         CAPTURE(death);
         captureOpen(mono);
         queue.advance(2.9);  // the first sound of a server's idle output
+        CHECK(manager->lastError() == std::nullopt);
         handle({timecode({{1, 2, 3, 4}})});
         REQUIRE(manager->signalDetected());
         const auto devices = audio.devices();
