@@ -15,9 +15,9 @@ namespace tessivo {
 constexpr std::size_t pastSongsShown = 2;
 /// How many coming songs the live control screen lists.
 constexpr std::size_t nextSongsOnLiveScreen = 4;
-/// The stage display lists all that a show can have; a message from the network may hold hundreds
-/// of thousands.
-constexpr std::size_t nextSongsOnStage = 500;
+/// The stage display lists all that an evening has; a message from the network may hold thousands,
+/// and to make a hundred rows holds the screen for a tenth of a second.
+constexpr std::size_t nextSongsOnStage = 100;
 
 /// The songs just before the cursor, oldest first: at most `pastSongsShown`, none when the cursor
 /// lies beyond the finished position or before the first song.
