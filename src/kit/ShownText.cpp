@@ -9,7 +9,7 @@ constexpr qsizetype charactersShown = 300;
 
 /// Of those that UTF-16 writes as a pair, emoji most of all: the system shapes each as slowly as a
 /// hundred letters, and again for each size that a card tries.
-constexpr int pairsShown = 4;
+constexpr int pairsShown = 8;
 
 }  // namespace
 

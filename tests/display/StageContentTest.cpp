@@ -53,9 +53,9 @@ void StageContentTest::keepsRowsWhileStepping() {
     show.songs[2].title = std::string(2000, 'x');
     content.presentShow(&show, 2);
     QCOMPARE(content.current().title, QString(300, 'x') + "…");
-    show.songs[3].title = "🎸🎸🎸🎸🎸";
+    show.songs[3].title = "🎸🎸🎸🎸🎸🎸🎸🎸🎸";
     content.presentShow(&show, 2);
-    QCOMPARE(content.next()->rows().front().title, QString("🎸🎸🎸🎸…"));
+    QCOMPARE(content.next()->rows().front().title, QString("🎸🎸🎸🎸🎸🎸🎸🎸…"));
     QCOMPARE(content.current().position, 3);
     QCOMPARE(content.past()->rowCount(), 2);
     QCOMPARE(content.next()->rowCount(), 3);
