@@ -62,6 +62,7 @@ inline void visitEveryScreen(
     look("passages", passages);
     passages->close();
     screen.window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(screen.window));
     screen.press(Qt::Key_F1);
     QQuickWindow* guide = Screen::windowTitled("Tessivo — Guide");
     look("guide", guide);

@@ -51,6 +51,7 @@ CrewWindow {
 
                     label: modelData
                     current: ListView.isCurrentItem
+                    highlighted: current && chapters.activeFocus
                     focusPolicy: Qt.NoFocus
                     onClicked: chapters.currentIndex = index
                 }
