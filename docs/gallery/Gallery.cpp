@@ -150,6 +150,7 @@ public:
         takeEditorStates();
         takeLiveStates();
         takePassagesStates();
+        takeGuideStates();
         return complete_;
     }
 
@@ -477,6 +478,18 @@ private:
             QTest::keyClick(passages_.get(), Qt::Key_Plus, Qt::ControlModifier);
         }
         take(*passages_, "passages-zoomed", {1280, 800});
+    }
+
+    void takeGuideStates() {
+        QQmlComponent component(
+            &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Ui/guide/GuideWindow.qml")));
+        const std::unique_ptr<QObject> made(component.create());
+        auto* guide = qobject_cast<QQuickWindow*>(made.get());
+        guide->show();
+        take(*guide, "guide-first", {1100, 760});
+        guide->setProperty("chapter", 5);
+        take(*guide, "guide-timecode", {1100, 760});
+        take(*guide, "guide-narrow", {640, 460});
     }
 
     void present(Show show, std::int64_t index) {

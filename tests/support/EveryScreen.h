@@ -61,6 +61,12 @@ inline void visitEveryScreen(
     QQuickWindow* passages = Screen::windowTitled("Tessivo — Passages");
     look("passages", passages);
     passages->close();
+    screen.window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(screen.window));
+    screen.press(Qt::Key_F1);
+    QQuickWindow* guide = Screen::windowTitled("Tessivo — Guide");
+    look("guide", guide);
+    guide->close();
     screen.state.jumpTo(10);
     look("live, finished", screen.window);
     look("stage, finished", stage);

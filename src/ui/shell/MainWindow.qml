@@ -71,6 +71,12 @@ ApplicationWindow {
                 (passagesWindow.item as PassagesWindow).present();
             }
         }
+        HelpMenu {
+            onGuideRequested: {
+                guideWindow.active = true;
+                (guideWindow.item as GuideWindow).present();
+            }
+        }
     }
 
     ColumnLayout {
@@ -148,6 +154,13 @@ ApplicationWindow {
             (item as PassagesWindow).silence = Qt.binding(() => root.silence());
             ResumeViewModel.keepPlace(item as PassagesWindow, "passages");
         }
+    }
+
+    Loader {
+        id: guideWindow
+
+        active: false
+        sourceComponent: GuideWindow {}
     }
 
     Connections {
