@@ -78,7 +78,7 @@ KINDS = {
     "20 MB of [] that nobody asked for": lambda: state_with("unknown", b"[]"),
     "20 MB of empty songs": lambda: state_with("songs", song_bytes()),
     "20 MB of empty guests of a song": one_song_of_guests,
-    "40,000 songs": lambda: songs(40_000, guests=[]),
+    "200,000 songs": lambda: songs(200_000, guests=[]),
     "9,000 songs": lambda: songs(9_000, guests=[]),
     "600 songs": lambda: songs(600, guests=[]),
     "strings of 10 MB": lambda: wire.live_state({**shows.show("x" * 9_900_000, ["y" * 9_900_000])}),

@@ -7,10 +7,10 @@
 namespace tessivo {
 namespace {
 
-/// How many commas and opened brackets a state may have. One with a thousand songs has some twenty
-/// thousand; a liar's millions would take a station half a second and hundreds of megabytes to
-/// read, and counting them takes milliseconds.
-constexpr std::ptrdiff_t mostMarks = 100'000;
+/// How many commas and opened brackets a state may have: as many as 20 MB of songs. Labels could be
+/// millions more in as many bytes, and would hold a station for seconds and take it hundreds of
+/// megabytes to read; counting them takes milliseconds.
+constexpr std::ptrdiff_t mostMarks = 2'000'000;
 
 bool isBelievable(std::string_view json) {
     return std::ranges::count_if(json, [](char c) { return c == ',' || c == '[' || c == '{'; }) <=

@@ -25,7 +25,7 @@ struct LiveState {
 std::string encodeJson(const LiveState& state);
 
 /// The whole state or nothing, under the rules of `decodeShow`; all three members are required. One
-/// of more records and labels than any show has is nothing.
+/// of millions of labels, more than songs could be in as many bytes, is nothing.
 std::optional<LiveState> decodeLiveState(std::string_view json);
 
 }  // namespace tessivo

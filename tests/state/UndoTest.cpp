@@ -212,6 +212,7 @@ TEST_CASE("what is typed into one field without a pause is one step with the fir
         const std::vector<Show> before = state.shows();
         row.act();
         if (row.name) {
+            REQUIRE(state.undoableEdit());
             CHECK(state.undoableEdit()->name == row.name);
         }
         for (int i = 0; i < row.steps; ++i) {

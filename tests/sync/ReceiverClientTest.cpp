@@ -67,7 +67,7 @@ TEST_CASE("a message that is no state is passed over") {
     room.start();
     std::int64_t index = 0;
     LiveState absurd{showWithSongs(2), 0, {1.0}};
-    absurd.show.mics.resize(1'000'000);
+    absurd.show.mics.resize(3'000'000);
     for (const std::string& payload :
          {std::string("x"), std::string("{}"), std::string("\xFF\xFE"), jsonAt(1) + jsonAt(1),
           std::string(300'000, ' '), encodeJson(absurd)}) {
