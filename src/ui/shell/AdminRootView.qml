@@ -19,7 +19,7 @@ FocusScope {
 
     NetworkStatusView {
         anchors.fill: parent
-        visible: content.item === null
+        visible: network.status !== AdminNetworkViewModel.Broadcasting
         systemImage: root.refused ? Icons.alert : Icons.wifi
         text: root.refused ? "Un admin est déjà actif sur ce réseau" : "Vérification du réseau…"
         detail: network.conflict
@@ -31,22 +31,11 @@ FocusScope {
     }
 
     Loader {
-        id: content
-
         readonly property bool leads: network.status === AdminNetworkViewModel.Broadcasting
 
         anchors.fill: parent
         focus: true
-        onLeadsChanged: opening.start()
-    }
-
-    // The responder is first told what to advertise, which takes a few calls to and fro: making the
-    // screens holds the program for far longer, and stations are searching.
-    Timer {
-        id: opening
-
-        interval: 50
-        onTriggered: content.setSource("ContentView.qml", {
+        onLeadsChanged: setSource("ContentView.qml", {
             focus: true,
             firstTab: network.goesOn ? EditorView.Live : EditorView.Setlist
         })
