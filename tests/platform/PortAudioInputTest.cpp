@@ -213,7 +213,7 @@ TEST_CASE("quick starts and stops leave no thread and no descriptor behind") {
     cycle(stereo);  // what the libraries keep for the whole run
     const std::size_t threads = entries("/proc/self/task");
     const std::size_t descriptors = entries("/proc/self/fd");
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 8; ++i) {
         cycle(i % 2 == 0 ? quad : stereo);
     }
     CHECK(entries("/proc/self/task") == threads);
