@@ -21,7 +21,9 @@ public:
     /// run any more.
     std::function<void(std::unique_ptr<StreamConnection>)> onNewConnection;
 
-    /// Called once, when `onNewConnection` is in place.
+    /// Called once, when `onNewConnection` is in place: nobody is told of the service before. What
+    /// can be prepared for it is by then, so that the news goes out however busy the main thread is
+    /// afterwards.
     virtual void start() = 0;
 
     /// The name under which it is advertised; empty until there is one.

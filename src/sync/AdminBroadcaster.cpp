@@ -17,6 +17,7 @@ void AdminBroadcaster::startChecking() {
     if (listener_ || conflictBrowser_) {
         return;
     }
+    listener_ = network_.makeListener(serviceType);
     conflictBrowser_ = network_.makeBrowser(serviceType);
     conflictBrowser_->onResultsChanged = [this](const std::vector<ServiceEndpoint>& services) {
         std::erase_if(calls_, [&](const Call& one) {
@@ -93,12 +94,12 @@ void AdminBroadcaster::refuse(const ServiceEndpoint& other) {
     // Copied before the call goes, which owns the endpoint.
     const std::string name = other.name.empty() ? "un autre ordinateur" : other.name;
     endCheck();
+    listener_.reset();
     setStatus({Kind::conflict, name});
 }
 
 void AdminBroadcaster::beginBroadcasting() {
-    assert(!listener_ && !conflictBrowser_);
-    listener_ = network_.makeListener(serviceType);
+    assert(!conflictBrowser_);
     if (!listener_) {
         setStatus({Kind::conflict, "erreur réseau — impossible d'ouvrir le service"});
         return;

@@ -35,6 +35,8 @@ public:
     /// Makes a call that the object depends on, be it to the object or not. A good answer goes to
     /// `next`, and so does the error that a name is taken; any other error is a failure.
     void call(const QDBusMessage& method, Responder::Answer next);
+    /// Makes a call whose answer nobody needs.
+    void send(const QDBusMessage& method) const { bus_.send(method); }
 
 private:
     Q_SLOT void handleSignal(const QDBusMessage& signal);

@@ -19,16 +19,14 @@ constexpr int failure = 4;
 ServiceAdvertisement::ServiceAdvertisement(Responder& responder, MainQueue& queue,
                                            Withdrawals& withdrawals, std::string type,
                                            std::uint16_t port)
-    : withdrawals_(withdrawals),
+    : responder_(responder),
+      withdrawals_(withdrawals),
       type_(std::move(type)),
       port_(port),
       group_(responder, queue, Responder::method("EntryGroupNew"),
              "org.freedesktop.Avahi.EntryGroup") {
     qDBusRegisterMetaType<Texts>();
-    group_.onMade = [this, &responder] {
-        name_ = *responder.hostName();
-        addService();
-    };
+    group_.onMade = [this] { advertise(); };
     group_.onSignal = [this](const QDBusMessage& signal) {
         handleState(signal.arguments().value(0).toInt());
     };
@@ -36,8 +34,20 @@ ServiceAdvertisement::ServiceAdvertisement(Responder& responder, MainQueue& queu
 }
 
 ServiceAdvertisement::~ServiceAdvertisement() {
-    if (group_.isMade()) {
+    if (hasBegun_ && group_.isMade()) {
         withdrawals_.add(name_.toStdString(), type_, Withdrawals::ownSeconds);
+    }
+}
+
+void ServiceAdvertisement::begin() {
+    hasBegun_ = true;
+    advertise();
+}
+
+void ServiceAdvertisement::advertise() {
+    if (hasBegun_ && group_.isMade()) {
+        name_ = *responder_.hostName();
+        addService();
     }
 }
 
@@ -56,10 +66,11 @@ void ServiceAdvertisement::addService() {
     group_.call(group_.method("AddService", arguments), [this](const QDBusMessage& answer) {
         if (isCollision(answer)) {  // with another program on this computer
             rename();
-        } else {
-            group_.call(group_.method("Commit"), [](const auto&) {});
         }
     });
+    // Not only when the answer is there: the main thread may be busy with the admin's screens by
+    // then. After a collision there is nothing to commit, and the responder says no more than that.
+    group_.send(group_.method("Commit"));
 }
 
 void ServiceAdvertisement::rename() {

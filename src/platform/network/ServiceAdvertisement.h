@@ -9,7 +9,8 @@
 namespace tessivo {
 
 /// Has the responder advertise a TCP port of this computer under the computer's name, or under one
-/// like it when that is taken. Destroying it withdraws the service, without waiting.
+/// like it when that is taken, from `begin` on. Destroying it withdraws the service, without
+/// waiting.
 class ServiceAdvertisement {
 public:
     ServiceAdvertisement(Responder& responder, MainQueue& queue, Withdrawals& withdrawals,
@@ -18,17 +19,22 @@ public:
     ServiceAdvertisement(const ServiceAdvertisement&) = delete;
     ServiceAdvertisement& operator=(const ServiceAdvertisement&) = delete;
 
-    /// That it has, or is about to have; empty before the responder was there.
+    void begin();
+
+    /// That it has, or is about to have; empty before it has begun and the responder was there.
     std::string name() const { return name_.toStdString(); }
 
 private:
+    void advertise();
     void addService();
     void rename();
     void handleState(int state);
 
+    Responder& responder_;
     Withdrawals& withdrawals_;
     const std::string type_;
     const std::uint16_t port_;
+    bool hasBegun_ = false;
     QString name_;
     ResponderObject group_;
 };

@@ -54,13 +54,11 @@ FileDescriptor TcpListener::openPort() {
 
 TcpListener::TcpListener(Responder& responder, SocketEvents& events, MainQueue& queue,
                          Withdrawals& withdrawals, FileDescriptor socket, std::string type)
-    : responder_(responder),
-      events_(events),
+    : events_(events),
       queue_(queue),
-      withdrawals_(withdrawals),
       turns_(queue),
       socket_(std::move(socket)),
-      type_(std::move(type)) {}
+      advertisement_(responder, queue, withdrawals, std::move(type), portOf(socket_)) {}
 
 TcpListener::~TcpListener() {
     if (isWatched_) {
@@ -70,7 +68,7 @@ TcpListener::~TcpListener() {
 
 void TcpListener::start() {
     watch();
-    advertisement_.emplace(responder_, queue_, withdrawals_, type_, portOf(socket_));
+    advertisement_.begin();
 }
 
 void TcpListener::handleSocket(std::uint32_t) {

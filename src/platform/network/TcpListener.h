@@ -5,8 +5,6 @@
 #include "platform/network/ServiceAdvertisement.h"
 #include "platform/network/SocketEvents.h"
 
-#include <optional>
-
 namespace tessivo {
 
 /// A TCP port that Avahi advertises.
@@ -24,9 +22,7 @@ public:
     TcpListener& operator=(const TcpListener&) = delete;
 
     void start() override;
-    std::string name() const override {
-        return advertisement_ ? advertisement_->name() : std::string();
-    }
+    std::string name() const override { return advertisement_.name(); }
 
 private:
     void handleSocket(std::uint32_t events) override;
@@ -34,15 +30,12 @@ private:
     void watch();
     void pause();
 
-    Responder& responder_;
     SocketEvents& events_;
     MainQueue& queue_;
-    Withdrawals& withdrawals_;
     Turns turns_;
     FileDescriptor socket_;
-    const std::string type_;
     bool isWatched_ = false;
-    std::optional<ServiceAdvertisement> advertisement_;
+    ServiceAdvertisement advertisement_;
 };
 
 }  // namespace tessivo
