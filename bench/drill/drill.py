@@ -67,6 +67,7 @@ def drill(options):
                 strike(evening, FAULTS[name], records[name])
             except AssertionError:  # the crew waited in vain
                 evening.explain()
+                report(options, time.monotonic() - begin, records, calm)
                 raise
             account = records[name].accounts[-1]
             log(begin, f"  {account} {records[name].recoveries[-1:]} {records[name].lost}")
