@@ -22,15 +22,32 @@ set(tessivo_warning_options
 add_library(tessivo_warnings INTERFACE)
 target_compile_options(tessivo_warnings INTERFACE ${tessivo_warning_options})
 
-# A QML module also compiles what Qt's tools generate, a hundred files that include the same headers:
-# those are read once. That code isn't ours to mend, so the warnings are for the named sources only,
-# which include what they use.
-function(tessivo_screen_module name)
-  set_source_files_properties(${ARGN} PROPERTIES
-    COMPILE_OPTIONS "${tessivo_warning_options}" SKIP_PRECOMPILE_HEADERS ON)
-  if(NOT tessivo_screen_options)
-    target_precompile_headers(${name} PRIVATE <QtQml/qqmlprivate.h> <QtQml/qqmlcontext.h> <QtQml/qqmlengine.h>)
+# In the sanitised builds, what most files of a target include is read once, headers of the standard
+# library always; the other builds and the checks see to it that each file includes what it uses.
+function(tessivo_read_once name)
+  if(TESSIVO_SANITISE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_precompile_headers(${name} PRIVATE
+      <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector> ${ARGN})
   endif()
+endfunction()
+
+# The same headers as another target, which is compiled alike.
+function(tessivo_reads_as name other)
+  if(TESSIVO_SANITISE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_precompile_headers(${name} REUSE_FROM ${other})
+  endif()
+endfunction()
+
+# A QML module also compiles what Qt's tools generate, a hundred files that include the same headers:
+# those are compiled together. That code isn't ours to mend, so the warnings are for the named sources
+# only, which stay apart; and not for what shares precompiled headers with it.
+function(tessivo_screen_module name)
+  set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  if(NOT TESSIVO_SANITISE)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${tessivo_warning_options}")
+  endif()
+  tessivo_read_once(${name} <QGuiApplication> <QQmlEngine> <QQuickItem> <QTimer>)
 endfunction()
 
 if(TESSIVO_SANITISE)
