@@ -1,4 +1,4 @@
-# The one home of compiler settings: language level, warnings, sanitizers.
+# The one home of compiler settings: language level, warnings, hardening, sanitizers.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -49,6 +49,20 @@ function(tessivo_screen_module name)
   endif()
   tessivo_read_once(${name} <QGuiApplication> <QQmlEngine> <QQuickItem> <QTimer>)
 endfunction()
+
+# What outsiders send is read by this program: a fault in that is to end it, not to serve them.
+# tests/platform/hardening.py holds the built programs against this; the sanitised look after themselves.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT TESSIVO_SANITISE)
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection
+    $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+    add_compile_options(-fcf-protection)
+  endif()
+  add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
 
 if(TESSIVO_SANITISE)
   # GCC 12 takes what the sanitizers add for reads of uninitialised memory.

@@ -30,6 +30,10 @@
 #include "state/EveningJournal.h"
 #include "style/Colors.h"
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 #include <csignal>
 #include <iostream>
 #include <system_error>
@@ -96,6 +100,16 @@ QString namedFile(const QApplication& application) {
     return files.isEmpty() ? QString() : QFileInfo(files.first()).absoluteFilePath();
 }
 
+/// Whoever finds a fault in a program of the administrator has the whole computer.
+void tellWhetherRoot() {
+#ifdef Q_OS_UNIX
+    if (geteuid() == 0) {
+        std::cerr << "Tessivo n'a jamais besoin des droits d'administrateur : "
+                     "lance-le sous ton propre compte.\n";
+    }
+#endif
+}
+
 /// The user's own: "tessivo" in the configuration folder.
 std::string preferencesFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
@@ -109,6 +123,7 @@ int main(int argc, char* argv[]) try {
     // Standard output may be piped to a program that ends before this one.
     std::signal(SIGPIPE, SIG_IGN);
 #endif
+    tellWhetherRoot();
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessivo"));
     QCoreApplication::setApplicationVersion(QStringLiteral("Beta " TESSIVO_VERSION));

@@ -9,6 +9,7 @@ Text {
     font.family: Icons.family
     font.pixelSize: size
     color: Colors.pvPaperDim
+    textFormat: Text.PlainText
     horizontalAlignment: Text.AlignHCenter
     verticalAlignment: Text.AlignVCenter
 }

@@ -7,6 +7,7 @@
 #include <doctest/doctest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <future>
 
 using namespace tessivo;
@@ -34,6 +35,9 @@ TEST_CASE("a file goes to the program that runs, and to nobody else's leavings")
         const FileRequests second([](const QString&) { FAIL("not the first"); });
         CHECK(handsOver(path));
         CHECK(handsOver(path));
+        using std::filesystem::perms;
+        const perms rights = std::filesystem::status(folder.path("tessivo-files")).permissions();
+        CHECK((rights & (perms::group_all | perms::others_all)) == perms::none);
     }
     CHECK(opened == QStringList{path, path});
     CHECK_FALSE(handsOver(path));
