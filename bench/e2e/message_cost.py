@@ -86,6 +86,12 @@ KINDS = {
     "no JSON": lambda: b"x" * LONGEST,
     "guitars": lambda: guests(8, "\U0001f3b8" * 150),
     "women": lambda: guests(60, "\U0001f469\u200d\U0001f3a4" * 150, 40),
+    "stars": lambda: guests(60, "\u2b50" * 300, 40),
+    "letters": lambda: guests(60, "Mw " * 100, 40),
+    "letters of Devanagari": lambda: guests(60, "\u0915\u094d\u0937\u093f " * 60, 40),
+    "letters of Arabic": lambda: guests(60, "\u0645\u064f\u062d\u064e\u0645\u0651 " * 43, 40),
+    "ideographs": lambda: guests(60, "\u8b5c\u9762" * 150, 40),
+    "marks on one letter": lambda: guests(60, "a" + "\u0301" * 299, 40),
 }
 
 

@@ -11,10 +11,9 @@ Rectangle {
     id: row
 
     required property songInfo song
-    required property int index
+    required property bool first
     property bool urgent: false
 
-    readonly property bool first: index === 0
     readonly property int horizontalPadding: first ? 18 : 12
     readonly property int verticalPadding: first ? 14 : 7
 

@@ -105,9 +105,9 @@ Flickable {
                 id: nextSongs
 
                 model: view.content.next
-                delegate: NextSongRow {
+                delegate: NextSongPlace {
                     width: column.width
-                    urgent: first && view.content.urgent
+                    urgent: view.content.urgent
                 }
             }
         }

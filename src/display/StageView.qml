@@ -106,12 +106,14 @@ Rectangle {
         }
     }
 
-    FittedStage {
+    Loader {
         anchors.fill: parent
         anchors.bottomMargin: Math.max(36, stage.covered + 8)
         opacity: stage.contentOpacity
-        visible: stage.fits
-        content: stage.content
+        active: stage.fits
+        Component.onCompleted: setSource("FittedStage.qml", {
+            content: Qt.binding(() => stage.content)
+        })
     }
 
     Zoom {

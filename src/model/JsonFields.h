@@ -115,10 +115,12 @@ bool read(Value& value, std::vector<T>& result) {
     // A random identity for each, made only to be replaced, would cost more than all the reading.
     static const T blank{};
     simdjson::ondemand::array array;
-    if (value.get_array().get(array)) {
+    std::size_t count = 0;
+    if (value.get_array().get(array) || array.count_elements().get(count)) {
         return false;
     }
     result.clear();
+    result.reserve(count);
     for (auto item : array) {
         Value element;
         if (item.get(element) || !read(element, result.emplace_back(blank))) {

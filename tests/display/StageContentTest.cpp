@@ -12,6 +12,7 @@ class StageContentTest final : public QObject {
 private Q_SLOTS:
     void announcesOnlyWhatDiffers();
     void keepsRowsWhileStepping();
+    void cutsTheLongestTextsOfManyGuests();
 };
 
 void StageContentTest::announcesOnlyWhatDiffers() {
@@ -67,6 +68,29 @@ void StageContentTest::keepsRowsWhileStepping() {
     QCOMPARE(removed.size(), 1);
     QCOMPARE(inserted.size(), 0);
     QCOMPARE(content.past()->rows().back().title, QString(300, 'x') + "…");
+}
+
+void StageContentTest::cutsTheLongestTextsOfManyGuests() {
+    Show show = showWithSongs(1);
+    auto& guests = show.songs[0].guests;
+    guests.assign(61, {.name = "Ana", .mic = "HF 12", .iem = "IEM 3", .volume = "-3 dB"});
+    guests[1].name = std::string(10'000'000, 'x');
+    guests[2].name = "🎤 Éléonore";
+    StageContent content;
+    content.presentShow(&show, 0);
+    const auto& shown = content.current().guests;
+    QCOMPARE(shown.size(), 60U);
+    QCOMPARE(shown[1].name, QString(300, 'x') + "…");
+    QCOMPARE(shown[2].name, QString("🎤 Éléonore"));
+
+    for (Guest& guest : guests) {
+        guest.name = "⭐⭐" + std::string(200, 'y');
+    }
+    content.presentShow(&show, 0);
+    for (const GuestInfo& guest : shown) {
+        QCOMPARE(guest.name, QString(23, 'y') + "…");
+        QCOMPARE(guest.stageLine, guest.name + " — HF 12 · IEM 3 · vol -3 dB");
+    }
 }
 
 QTEST_GUILESS_MAIN(StageContentTest)
