@@ -19,6 +19,7 @@ Flickable {
     readonly property int footerHeight: 40
     readonly property real pastHeight: card.y
     property bool fitting: false
+    property bool keepsPast: true
     /// Whether the current song's card can't be seen whole at its size.
     property bool isCrowded: false
 
@@ -27,14 +28,18 @@ Flickable {
     function fitCard() {
         fitting = true;
         column.forceLayout();
-        const keepsPast = card.fitInto(room - pastHeight, 0.7);
+        keepsPast = card.fitInto(room - pastHeight, 0.7);
         if (!keepsPast) {
             card.fitInto(room, 0.3);
         }
         column.forceLayout();
         isCrowded = card.isReduced || card.height > room;
-        contentY = keepsPast ? 0 : Math.max(0, Math.min(pastHeight + column.spacing, contentHeight - height));
+        scrollToCard();
         fitting = false;
+    }
+
+    function scrollToCard() {
+        contentY = keepsPast ? 0 : Math.max(0, Math.min(pastHeight + column.spacing, contentHeight - height));
     }
 
     /// Not at once: a layout that is being made can't be made again.
@@ -56,6 +61,7 @@ Flickable {
 
     contentWidth: width
     contentHeight: column.height + 2 * outerMargin
+    onContentHeightChanged: scrollToCard()  // more songs to come were made
     boundsBehavior: Flickable.StopAtBounds
     clip: true
 

@@ -16,6 +16,7 @@ inline void visitEveryScreen(
     const auto look = [&](const QString& state, QQuickWindow* window) {
         window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(window));
+        QTRY_VERIFY(Screen::isComplete(window));
         window->grabWindow();  // lays out
         visit(state, window);
     };

@@ -119,6 +119,14 @@ public:
         return found;
     }
 
+    /// Whether nothing of a window is still to be made when there is time.
+    static bool isComplete(const QQuickWindow* shown) {
+        constexpr int loading = 2;  // QQuickLoader::Loading
+        return std::ranges::none_of(items(shown->contentItem()), [](const auto& item) {
+            return item->inherits("QQuickLoader") && item->property("status").toInt() == loading;
+        });
+    }
+
     /// The stage window, opened as the operator does.
     QQuickWindow* openStage() const {
         click("Ouvrir l'affichage");
