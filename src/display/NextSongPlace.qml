@@ -1,16 +1,16 @@
 import QtQuick
 import Tessivo.Kit
 
-/** The row of a song still to come. All but the first are made when there is time: a show may have more
-    of them, with more guests, than a screen can show. */
+/** The row of a song still to come, once it is made: the first at once, another when it is due. */
 Loader {
     required property songInfo song
     required property int index
     property bool urgent: false
+    property bool due: false
 
     readonly property bool first: index === 0
 
-    asynchronous: !first
+    active: first || due
     Component.onCompleted: setSource("NextSongRow.qml", {
         song: Qt.binding(() => song),
         first: Qt.binding(() => first),

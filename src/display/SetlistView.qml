@@ -56,6 +56,24 @@ Flickable {
         onTriggered: view.fitCard()
     }
 
+    // A show may have more songs to come, with more guests, than a screen can show: their rows are
+    // made one after the other, a frame each, so that none holds the screen.
+    Timer {
+        id: making
+
+        interval: 0
+        onTriggered: {
+            for (let i = 0; i < nextSongs.count; ++i) {
+                const place = nextSongs.itemAt(i) as NextSongPlace;
+                if (place && !place.active) {
+                    place.due = true;
+                    restart();
+                    return;
+                }
+            }
+        }
+    }
+
     onRoomChanged: fitCardSoon()
     onPastHeightChanged: fitCardSoon()
 
@@ -111,6 +129,7 @@ Flickable {
                 id: nextSongs
 
                 model: view.content.next
+                onItemAdded: making.start()
                 delegate: NextSongPlace {
                     width: column.width
                     urgent: view.content.urgent

@@ -119,11 +119,10 @@ public:
         return found;
     }
 
-    /// Whether nothing of a window is still to be made when there is time.
+    /// Whether a window has nothing more to make that isn't due yet.
     static bool isComplete(const QQuickWindow* shown) {
-        constexpr int loading = 2;  // QQuickLoader::Loading
         return std::ranges::none_of(items(shown->contentItem()), [](const auto& item) {
-            return item->inherits("QQuickLoader") && item->property("status").toInt() == loading;
+            return item->property("due").isValid() && !item->property("active").toBool();
         });
     }
 
