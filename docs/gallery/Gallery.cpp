@@ -154,6 +154,29 @@ public:
         return complete_;
     }
 
+    /// A song change by timecode, second by second, for film.sh.
+    bool takeFilm() {
+        main_->setProperty("launchMode", adminMode);
+        computer_.time.advance(AdminBroadcaster::checkDuration + 0.5);
+        present(typicalShow(), 2);
+        QTest::qWait(400);
+        set("selectedTab", liveTab);
+        computer_.audio.setDevices({{1, "Interface 2×2 USB", {48000.0, 2}}});
+        state_.ltcManager().fetchInputDevices();
+        state_.ltcManager().setSelectedDeviceId(1);
+        state_.ltcManager().startCapturing();
+        playSilence(180);
+        for (int second = 0; second < 10; ++second) {
+            const int clock = 9 * 60 + 54 + second;
+            computer_.time.advance(1.0);
+            playTimecode({10, clock / 60, clock % 60, 0});
+            const std::string number = std::to_string(second);
+            take(*main_, ("live-" + number).c_str(), {1180, 740});
+            take(*stage_, ("stage-" + number).c_str(), {1180, 740});
+        }
+        return complete_;
+    }
+
 private:
     void takeLaunchStates() {
         const QSize size(1180, 820);
@@ -633,10 +656,12 @@ private:
 int main(int argc, char* argv[]) {
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral("Beta 0.70"));
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: gallery FOLDER\n");
+    const bool isFilm = argc == 3 && std::string_view(argv[2]) == "film";
+    if (argc != 2 && !isFilm) {
+        std::fprintf(stderr, "usage: gallery FOLDER [film]\n");
         return 2;
     }
     QQuickStyle::setStyle(QStringLiteral("Basic"));
-    return Gallery(QString::fromLocal8Bit(argv[1])).takeAll() ? 0 : 1;
+    Gallery gallery(QString::fromLocal8Bit(argv[1]));
+    return (isFilm ? gallery.takeFilm() : gallery.takeAll()) ? 0 : 1;
 }
