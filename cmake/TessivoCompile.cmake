@@ -68,7 +68,7 @@ if(TESSIVO_SANITISE)
   # GCC 12 takes what the sanitizers add for reads of uninitialised memory, and in precompiled headers
   # also for copies beyond a string's end.
   add_compile_options(-fsanitize=${TESSIVO_SANITISE} -fno-omit-frame-pointer
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized;-Wno-array-bounds>)
+    "$<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized;-Wno-array-bounds>")
   add_link_options(-fsanitize=${TESSIVO_SANITISE})
   if(TESSIVO_SANITISE MATCHES "undefined")
     add_compile_options(-fno-sanitize-recover=all)
