@@ -11,6 +11,7 @@ Loader {
     readonly property bool first: index === 0
 
     active: first || due
+    // By name, since a Loader of Qt 6.4 makes no component that is bound to where it is written.
     Component.onCompleted: setSource("NextSongRow.qml", {
         song: Qt.binding(() => song),
         first: Qt.binding(() => first),
