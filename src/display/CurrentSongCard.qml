@@ -80,6 +80,13 @@ Rectangle {
         }
     }
 
+    OneByOne {
+        id: making
+
+        places: repeater
+        eachFrame: 10
+    }
+
     FittedColumn {
         id: body
 
@@ -139,10 +146,11 @@ Rectangle {
                 id: repeater
 
                 model: card.song.guests
-                delegate: GuestCard {
+                onItemAdded: making.start()
+                delegate: GuestPlace {
                     maximumWidth: body.rowWidth
                     // Drawn smaller, a thinner line would vanish here and there.
-                    border.width: 1.5 / body.drawnScale
+                    lineWidth: 1.5 / body.drawnScale
                 }
             }
         }

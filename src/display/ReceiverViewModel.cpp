@@ -31,7 +31,7 @@ ReceiverViewModel::~ReceiverViewModel() {
 void ReceiverViewModel::componentComplete() {
     context_ = &screenContextOf(*qmlEngine(this));
     const Platform& platform = context_->platform;
-    show_.emplace(platform.network, platform.clock, platform.mainQueue);
+    show_.emplace(platform.network, platform.clock, platform.mainQueue, platform.background);
     subscription_ = show_->didChange.subscribe([this](FollowedShow::Field field) {
         if (field == FollowedShow::Field::state) {
             update();

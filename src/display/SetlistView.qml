@@ -56,22 +56,11 @@ Flickable {
         onTriggered: view.fitCard()
     }
 
-    // A show may have more songs to come, with more guests, than a screen can show: their rows are
-    // made one after the other, a frame each, so that none holds the screen.
-    Timer {
+    // A show may have more songs to come, with more guests, than a screen can show in time.
+    OneByOne {
         id: making
 
-        interval: 0
-        onTriggered: {
-            for (let i = 0; i < nextSongs.count; ++i) {
-                const place = nextSongs.itemAt(i) as NextSongPlace;
-                if (place && !place.active) {
-                    place.due = true;
-                    restart();
-                    return;
-                }
-            }
-        }
+        places: nextSongs
     }
 
     onRoomChanged: fitCardSoon()

@@ -7,10 +7,11 @@
 
 namespace tessivo {
 
-FollowedShow::FollowedShow(Network& network, const Clock& clock, MainQueue& mainQueue)
+FollowedShow::FollowedShow(Network& network, const Clock& clock, MainQueue& mainQueue,
+                           Background& background)
     : clock_(clock),
       silences_(mainQueue),
-      client_(network),
+      client_(network, mainQueue, background),
       subscription_(
           client_.didChange.subscribe([this](ReceiverClient::Field field) { update(field); })) {
     client_.start();

@@ -28,7 +28,8 @@ public:
     static constexpr double keepingTime = 12.0 * 3600.0;
 
     /// What is given here outlives this.
-    FollowedShow(Network& network, const Clock& clock, MainQueue& mainQueue);
+    FollowedShow(Network& network, const Clock& clock, MainQueue& mainQueue,
+                 Background& background);
     FollowedShow(const FollowedShow&) = delete;
     FollowedShow& operator=(const FollowedShow&) = delete;
 

@@ -1,16 +1,26 @@
 #include "sync/ReceiverClient.h"
 
+#include "platform/Background.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/NetworkFraming.h"
 
 #include <cassert>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace tessivo {
+namespace {
 
-ReceiverClient::ReceiverClient(Network& network) : network_(network) {}
+/// To read a longer message takes longer than a key may wait: 20 MB take 0.1 to 0.2 s. A show of
+/// 500 songs has 0.3 MB.
+constexpr std::size_t longMessage = 1U << 20U;
+
+}  // namespace
+
+ReceiverClient::ReceiverClient(Network& network, MainQueue& mainQueue, Background& background)
+    : network_(network), background_(background), reading_(mainQueue) {}
 
 void ReceiverClient::start() {
     if (browser_) {
@@ -27,6 +37,7 @@ void ReceiverClient::start() {
 
 void ReceiverClient::stop() {
     connection_.reset();
+    reading_.callOff();
     browser_.reset();
     setStatus(ReceiverStatus::searching);
     setLiveState(std::nullopt);
@@ -60,6 +71,7 @@ void ReceiverClient::handleState(StreamConnection::State state) {
         case StreamConnection::State::failed:
         case StreamConnection::State::cancelled:
             connection_.reset();
+            reading_.callOff();
             lostState_ = std::exchange(liveState_, std::nullopt);
             setLiveState(std::nullopt);
             setStatus(ReceiverStatus::searching);
@@ -74,9 +86,9 @@ void ReceiverClient::receiveNext() {
     if (!connection_) {
         return;
     }
-    NetworkFraming::receiveOne(*connection_, [this](const std::optional<std::string>& payload) {
+    NetworkFraming::receiveOne(*connection_, [this](std::optional<std::string> payload) {
         if (payload) {
-            handleMessage(*payload);
+            handleMessage(std::move(*payload));
         } else {
             dropTheRest();
         }
@@ -93,8 +105,21 @@ void ReceiverClient::dropTheRest() {
     });
 }
 
-void ReceiverClient::handleMessage(std::string_view payload) {
-    if (auto state = decodeLiveState(payload)) {
+/// The next message waits until this one is read, so that only one is held at a time.
+void ReceiverClient::handleMessage(std::string payload) {
+    if (payload.size() < longMessage) {
+        take(decodeLiveState(payload));
+        return;
+    }
+    background_.run([this, post = reading_.poster(), payload = std::move(payload)] {
+        post([this, state = std::make_shared<std::optional<LiveState>>(decodeLiveState(payload))] {
+            take(std::move(*state));
+        });
+    });
+}
+
+void ReceiverClient::take(std::optional<LiveState> state) {
+    if (state) {
         setLiveState(std::move(state));
     }
     receiveNext();

@@ -2,15 +2,17 @@
 
 #include "base/Signal.h"
 #include "platform/Network.h"
+#include "platform/Turns.h"
 #include "sync/LiveState.h"
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace tessivo {
+
+class Background;
 
 enum class ReceiverStatus {
     searching,  ///< no usable connection
@@ -25,8 +27,8 @@ class ReceiverClient {
 public:
     enum class Field { status, liveState };
 
-    /// `network` outlives the client.
-    explicit ReceiverClient(Network& network);
+    /// What is given here outlives the client.
+    ReceiverClient(Network& network, MainQueue& mainQueue, Background& background);
     ReceiverClient(const ReceiverClient&) = delete;
     ReceiverClient& operator=(const ReceiverClient&) = delete;
 
@@ -55,10 +57,13 @@ private:
     void connect(const ServiceEndpoint& endpoint);
     void handleState(StreamConnection::State state);
     void receiveNext();
-    void handleMessage(std::string_view payload);
+    void handleMessage(std::string payload);
+    void take(std::optional<LiveState> state);
     void dropTheRest();
 
     Network& network_;
+    Background& background_;
+    Turns reading_;  // of a message, elsewhere
     ReceiverStatus status_ = ReceiverStatus::searching;
     std::optional<LiveState> liveState_;
     std::optional<LiveState> lostState_;

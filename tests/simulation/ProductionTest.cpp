@@ -27,12 +27,13 @@ struct Station {
     SimulatedComputer& computer;
     SimulatedMainQueue& time;
     SetClock clock{time};
+    SimulatedBackground background{time};
     std::unique_ptr<FollowedShow> show = nullptr;
     Moment joinedAt = {};
     Subscription joining = {};
 
     void start() {
-        show = std::make_unique<FollowedShow>(computer, clock, time);
+        show = std::make_unique<FollowedShow>(computer, clock, time, background);
         joining = show->didChange.subscribe([this, wasFollowing = false](auto) mutable {
             if (std::exchange(wasFollowing, show->isFollowing()) != show->isFollowing()) {
                 joinedAt = time.moment();

@@ -23,6 +23,7 @@ struct Room {
     SimulatedNetwork network{queue};
     SimulatedComputer& computer = network.addComputer("Régie");
     SimulatedComputer& other = network.addComputer("Plateau");
+    SimulatedBackground background{queue};
     AdminBroadcaster broadcaster{computer, queue};
 
     void broadcast() {
@@ -121,7 +122,7 @@ TEST_CASE("a broadcaster that goes during its check never broadcasts") {
     brief->startChecking();
     room.queue.advance(1.0);
     brief.reset();
-    ReceiverClient station(room.other);
+    ReceiverClient station(room.other, room.queue, room.background);
     station.start();
     room.queue.advance(2.0);
     CHECK(station.status() == ReceiverStatus::searching);
@@ -134,7 +135,7 @@ TEST_CASE("a station has the latest state as soon as it is connected, then every
     room.broadcast();
     room.broadcaster.update(stateAt(5));
     room.broadcaster.update(stateAt(0));
-    ReceiverClient station(room.other);
+    ReceiverClient station(room.other, room.queue, room.background);
     std::vector<std::int64_t> told;
     auto subscription = station.didChange.subscribe([&](ReceiverClient::Field field) {
         if (field == ReceiverClient::Field::liveState) {

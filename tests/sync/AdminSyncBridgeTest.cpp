@@ -36,7 +36,8 @@ struct Production {
     AppState state{platform};
     AdminBroadcaster broadcaster{platform.computer, platform.time};
     std::optional<AdminSyncBridge> bridge{std::in_place, platform.time};
-    ReceiverClient station{platform.network.addComputer("Plateau")};
+    ReceiverClient station{platform.network.addComputer("Plateau"), platform.time,
+                           platform.background};
     int received = 0;
     Subscription counting = station.didChange.subscribe([this](ReceiverClient::Field field) {
         received += field == ReceiverClient::Field::liveState ? 1 : 0;

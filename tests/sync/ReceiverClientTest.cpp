@@ -1,14 +1,18 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedNetwork.h"
+#include "platform/simulated/SimulatedPlatform.h"
 #include "support/RawAdmin.h"
 #include "support/Shows.h"
 #include "sync/ReceiverClient.h"
 
 #include <doctest/doctest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace tessivo;
 using test::RawAdmin;
@@ -27,7 +31,8 @@ struct Room {
     SimulatedNetwork network{queue};
     SimulatedComputer& regie = network.addComputer("Régie");
     SimulatedComputer& plateau = network.addComputer("Plateau");
-    ReceiverClient station{plateau};
+    SimulatedBackground background{queue};
+    ReceiverClient station{plateau, queue, background};
 
     void start() {
         station.start();
@@ -128,6 +133,42 @@ TEST_CASE("a station that loses its admin shows nothing, and finds it again") {
     admin->say(jsonAt(3));
     room.queue.advance(1.0);
     CHECK(room.cursor() == 3);
+}
+
+TEST_CASE(
+    "a long message is read elsewhere: the next waits for it, and a lost connection drops it") {
+    struct HeldBackground final : Background {
+        void run(std::function<void()> work) override { works.push_back(std::move(work)); }
+        std::vector<std::function<void()>> works;
+    };
+    Room room;
+    HeldBackground background;
+    ReceiverClient station{room.plateau, room.queue, background};
+    auto admin = std::make_unique<RawAdmin>(room.regie);
+    station.start();
+    room.queue.advance(1.0);
+    admin->say(jsonAt(1));
+    admin->say(jsonAt(2) + std::string(2'000'000, ' '));
+    admin->say(jsonAt(3));
+    room.queue.advance(5.0);
+    REQUIRE(background.works.size() == 1);
+    CHECK(station.liveState()->activeSongIndex == 1);
+
+    SUBCASE("read") {
+        background.works.front()();
+        CHECK(station.liveState()->activeSongIndex == 1);
+        room.queue.advance(1.0);
+        CHECK(station.liveState()->activeSongIndex == 3);
+    }
+    SUBCASE("read when its connection is lost, and another admin leads") {
+        admin = std::make_unique<RawAdmin>(room.regie);
+        room.queue.advance(5.0);
+        admin->say(jsonAt(4));
+        room.queue.advance(1.0);
+        background.works.front()();
+        room.queue.advance(1.0);
+        CHECK(station.liveState()->activeSongIndex == 4);
+    }
 }
 
 TEST_CASE("stopping leaves the admin at once, and starting again finds it") {
