@@ -20,8 +20,8 @@ namespace {
 class Station {
 public:
     Station() {
-        setScreenContext(engine_, context_);
-        QQmlComponent component(&engine_);
+        setScreenContext(engine, context);
+        QQmlComponent component(&engine);
         component.setData("import Tessivo.Display\nReceiverViewModel {}", QUrl());
         receiver.reset(qobject_cast<ReceiverViewModel*>(component.create()));
         QVERIFY2(receiver, qPrintable(component.errorString()));
@@ -44,12 +44,9 @@ public:
     SimulatedComputer& backup = computer.network.addComputer("Secours");
     std::optional<AdminBroadcaster> admin;
 
-private:
-    AppState state_{computer};
-    ScreenContext context_{state_, computer};
-    QQmlEngine engine_;
-
-public:
+    AppState state{computer};
+    ScreenContext context{state, computer};
+    QQmlEngine engine;
     std::unique_ptr<ReceiverViewModel> receiver;  // ends before what it stands on
 };
 
@@ -69,6 +66,7 @@ private Q_SLOTS:
     void countsByItsOwnClockOnceASecond();
     void countsByTheClockOfTheAdminOnceThatIsKnown();
     void tellsSilenceAndItsAge();
+    void leadsOnWhereTheAdminStopped();
 };
 
 void ReceiverTest::followsAnAdminAndLosesIt() {
@@ -143,6 +141,22 @@ void ReceiverTest::countsByTheClockOfTheAdminOnceThatIsKnown() {
     time.advance(1.0);
     QCOMPARE(content.countdown(), QStringLiteral("3:49"));
     QCOMPARE(receiver.clockFault(), QStringLiteral("50 min 1 s d'avance"));
+    for (const auto& [more, fault] :
+         {std::pair{-2998.0, "3 s d'avance"}, {-2.0, ""}, {3000.0, "50 min 1 s d'avance"}}) {
+        time.setWallClock(time.now() + more);
+        time.advance(1.0);
+        QCOMPARE(receiver.clockFault(), QString(fault));
+    }
+    // A song begins while the connection is broken.
+    const Instant before = time.now() + -3000.9;
+    for (const double pause : {1.8, 0.0}) {
+        station.tell(show(), 1, before);
+        time.advance(pause);
+    }
+    station.elsewhere.cutConnections();
+    station.tell(show(), 0, time.now() + -3001.4);
+    time.advance(2.0);
+    QCOMPARE(content.countdown(), QStringLiteral("3:58"));
     // The same computer again, then another one, whose clock nobody knows.
     for (const auto& [computer, countdown] :
          {std::pair{&station.elsewhere, "3:40"}, {&station.backup, "0:00"}}) {
@@ -157,10 +171,11 @@ void ReceiverTest::tellsSilenceAndItsAge() {
     Station station;
     const ReceiverViewModel& receiver = *station.receiver;
     SimulatedMainQueue& time = station.computer.time;
+    time.advance(60.0);
     station.startAdmin();
     time.advance(FollowedShow::patience - 2.0);
     QVERIFY(!receiver.adminIsMute());
-    time.advance(2.0);
+    time.advance(3.0);
     QVERIFY(receiver.adminIsMute());  // without ever having told anything
     station.tell(show(), 0, time.now());
     for (const auto& [wait, words] :
@@ -172,6 +187,28 @@ void ReceiverTest::tellsSilenceAndItsAge() {
     station.tell(show(), 0, time.now());
     QCOMPARE(receiver.silence(), QString());
     QVERIFY(!receiver.adminIsMute());
+}
+
+void ReceiverTest::leadsOnWhereTheAdminStopped() {
+    Station station;
+    SimulatedMainQueue& time = station.computer.time;
+    ReceiverViewModel& receiver = *station.receiver;
+    const Show told = show();
+    station.startAdmin();
+    for (const std::int64_t song : {1, 0}) {
+        station.tell(told, song, time.now() + 600.0);  // the admin's clock is ahead
+    }
+    time.advance(10.0);
+    station.state.importShow(told);
+    QVERIFY(!receiver.hasOtherVersion());
+    station.state.renameActiveShow("Répétition");
+    QVERIFY(receiver.hasOtherVersion());
+    station.admin.reset();
+    time.advance(2.0);
+    receiver.prepareTakeOver();
+    station.context.goOn();
+    QVERIFY(*station.state.activeShow() == told);
+    QCOMPARE(station.state.currentSongRemainingSeconds(), std::optional<std::int64_t>(228));
 }
 
 QTEST_MAIN(ReceiverTest)

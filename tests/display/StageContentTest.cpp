@@ -1,6 +1,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "display/PassagesContent.h"
 #include "display/StageContent.h"
 #include "support/Shows.h"
 
@@ -13,6 +14,7 @@ private Q_SLOTS:
     void announcesOnlyWhatDiffers();
     void keepsRowsWhileStepping();
     void cutsTheLongestTextsOfManyGuests();
+    void joinsASongToTheOneWhoseMicrophoneItTakes();
 };
 
 void StageContentTest::announcesOnlyWhatDiffers() {
@@ -57,6 +59,7 @@ void StageContentTest::keepsRowsWhileStepping() {
     show.songs[3].title = "🎸🎸🎸🎸🎸🎸🎸🎸🎸";
     content.presentShow(&show, 2);
     QCOMPARE(content.next()->rows().front().title, QString("🎸🎸🎸🎸🎸🎸🎸🎸…"));
+    QCOMPARE(content.following(), content.next()->rows().front());
     QCOMPARE(content.current().position, 3);
     QCOMPARE(content.past()->rowCount(), 2);
     QCOMPARE(content.next()->rowCount(), 3);
@@ -76,12 +79,14 @@ void StageContentTest::cutsTheLongestTextsOfManyGuests() {
     guests.assign(61, {.name = "Ana", .mic = "HF 12", .iem = "IEM 3", .volume = "-3 dB"});
     guests[1].name = std::string(10'000'000, 'x');
     guests[2].name = "🎤 Éléonore";
+    guests[3].name.clear();
     StageContent content;
     content.presentShow(&show, 0);
     const auto& shown = content.current().guests;
     QCOMPARE(shown.size(), 60U);
     QCOMPARE(shown[1].name, QString(300, 'x') + "…");
     QCOMPARE(shown[2].name, QString("🎤 Éléonore"));
+    QCOMPARE(shown[3].stageLine, QString("— — HF 12 · IEM 3 · vol -3 dB"));
 
     for (Guest& guest : guests) {
         guest.name = "⭐⭐" + std::string(200, 'y');
@@ -91,6 +96,28 @@ void StageContentTest::cutsTheLongestTextsOfManyGuests() {
         QCOMPARE(guest.name, QString(23, 'y') + "…");
         QCOMPARE(guest.stageLine, guest.name + " — HF 12 · IEM 3 · vol -3 dB");
     }
+}
+
+void StageContentTest::joinsASongToTheOneWhoseMicrophoneItTakes() {
+    Show show = showWithSongs(3);
+    show.mics = {"HF 1", "HF 2"};
+    for (const auto& [song, mic] :
+         {std::pair{0U, "HF 1"}, {1U, "HF 1"}, {0U, "HF 2"}, {2U, "HF 2"}}) {
+        const std::string name = std::to_string(song);
+        show.songs[song].guests.push_back({Uuid::random(), name, mic, "", {}});
+    }
+    PassagesContent passages;
+    passages.presentShow(&show, handOvers(show));
+    const auto lines = [&](int column) {
+        QString text;
+        for (const PassageRow& row : passages.rows()->rows()) {
+            const PassageCell cell = row.cell(column);
+            text += QString("%1 %2 ").arg(cell.lineAbove).arg(cell.lineBelow);
+        }
+        return text.trimmed();
+    };
+    QCOMPARE(lines(0), "0 5 5 0 0 0");  // from one song to the next the thicker line
+    QCOMPARE(lines(1), "0 2 2 2 2 0");
 }
 
 QTEST_GUILESS_MAIN(StageContentTest)

@@ -1,6 +1,7 @@
 #include "platform/simulated/SimulatedMainQueue.h"
 #include "platform/simulated/SimulatedNetwork.h"
 #include "platform/simulated/SimulatedPlatform.h"
+#include "support/RawAdmin.h"
 #include "support/Shows.h"
 #include "sync/AdminBroadcaster.h"
 #include "sync/ReceiverClient.h"
@@ -83,11 +84,40 @@ TEST_CASE("who else advertises during the check decides its outcome") {
             }
             listener.reset();
         });
+        const auto late = room.other.makeListener(AdminBroadcaster::serviceType);
+        room.queue.postAfter(1.6, [&] { late->start(); });  // a rival, whatever is awaited yet
         room.broadcaster.startChecking();
         room.queue.advance(row.decided);
         CHECK(room.broadcaster.status() == row.expected);
         room.queue.advance(9.0);
         CHECK(room.broadcaster.status() == row.expected);
+    }
+}
+
+TEST_CASE("over a slow cable, who answers late is heard each time, and who has left isn't") {
+    constexpr double latency = 0.2;
+    struct Case {
+        double arrives;
+        double stays;
+        AdminNetworkStatus expected;
+    };
+    const Case cases[] = {
+        {1.1, 10.0, {Kind::conflict, "Plateau"}},
+        {0.5, SimulatedNetwork::discoveryDelay + latency, {Kind::broadcasting, {}}},  // as called
+    };
+    for (const Case& row : cases) {
+        Room room;
+        room.computer.setLatency(latency);
+        auto listener = room.other.makeListener(AdminBroadcaster::serviceType);
+        room.queue.postAfter(row.arrives, [&] {
+            listener->start();
+            room.queue.postAfter(row.stays, [&] { listener.reset(); });
+        });
+        for (int check = 0; check < 2; ++check) {
+            room.broadcaster.startChecking();
+            room.queue.advance(3.0);
+            CHECK(room.broadcaster.status() == row.expected);
+        }
     }
 }
 
@@ -105,6 +135,28 @@ TEST_CASE("a check after a conflict runs its whole time, whatever is left of the
     CHECK(room.broadcaster.status().kind == Kind::checking);
     room.queue.advance(0.2);
     CHECK(room.broadcaster.status().kind == Kind::broadcasting);
+}
+
+TEST_CASE("a rival is told when it comes and when it goes, and what it says is taken in") {
+    Room room;
+    room.broadcast();
+    int told = 0;
+    const auto subscription =
+        room.broadcaster.didChange.subscribe([&](AdminBroadcaster::Field field) {
+            told += field == AdminBroadcaster::Field::rival ? 1 : 0;
+        });
+    auto rival = std::make_unique<test::RawAdmin>(room.other);
+    room.queue.advance(1.0);
+    CHECK(room.broadcaster.rival() == "Plateau");
+    CHECK(told == 1);
+    const auto said = std::make_shared<const std::string>(2'000'000, ' ');
+    rival->stations.back()->send(said);
+    room.queue.advance(1.0);
+    CHECK(said.use_count() == 1);  // all of it has left, so that nobody takes the cable for pulled
+    rival.reset();
+    room.queue.advance(1.0);
+    CHECK(room.broadcaster.rival().empty());
+    CHECK(told == 2);
 }
 
 TEST_CASE("without a port there is no broadcast, and the operator is told why") {

@@ -10,7 +10,8 @@ TEST_CASE("a station learns the admin's clock from the least late start") {
         const char* what;
         double at;
         double startedAt;
-        double lead;  // learnt then; 0 for none
+        double lead;              // learnt then; 0 for none
+        bool reconnects = false;  // before that
     };
     static constexpr Heard rows[] = {
         {"a song that may be old", 10.0, 700.0, 0.0},
@@ -22,10 +23,18 @@ TEST_CASE("a station learns the admin's clock from the least late start") {
         {"and with it what came meanwhile", 18.1, 1016.0, 999.9},
         {"as before", 19.0, 1016.0, 999.9},
         {"somebody has set the clock back an hour", 20.0, -2580.2, -2600.2},
-        {"and forward again", 21.0, 1020.9, 999.9}};
+        {"and forward again", 21.0, 1020.9, 999.9},
+        {"back with the admin, where a song began meanwhile", 22.5, 1021.0, 999.9, true},
+        {"after a pause", 25.0, 1021.0, 999.9},
+        {"back with the admin once more", 25.1, 1021.0, 999.9, true},
+        {"whose clock is set back now", 25.6, -2574.4, -2600.0},
+        {"and forward", 27.0, 1026.9, 999.9}};
     AdminClock clock;
     for (const Heard& row : rows) {
         CAPTURE(row.what);
+        if (row.reconnects) {
+            clock.reconnect();
+        }
         clock.hear({row.startedAt}, {row.at});
         const auto time = clock.at({row.at});
         REQUIRE(time.has_value() == (row.lead != 0.0));
@@ -34,7 +43,7 @@ TEST_CASE("a station learns the admin's clock from the least late start") {
         }
     }
     // An hour of songs that arrive at once, from an admin whose clock loses time.
-    for (double at = 22.0; at < 3600.0; at += 1.0) {
+    for (double at = 28.0; at < 3600.0; at += 1.0) {
         clock.hear({(1.0 - 5e-5) * at + 1000.0}, {at});
     }
     CHECK(clock.at({3600.0})->secondsSince2001 == doctest::Approx(4599.82));

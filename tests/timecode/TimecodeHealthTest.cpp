@@ -2,6 +2,7 @@
 #include "timecode/CarefulDecoder.h"
 #include "timecode/LtcSignal.h"
 #include "timecode/TimecodeHealth.h"
+#include "timecode/TimecodeLock.h"
 
 #include <doctest/doctest.h>
 
@@ -129,6 +130,34 @@ TEST_CASE("stops, jumps, gaps and a bad line are told apart") {
         CHECK(reading.advice == row.advice);
         CHECK(std::abs(reading.due - reading.came - row.missing) <= 1);
         CHECK(reading.motion == Motion::running);
+    }
+}
+
+TEST_CASE("a frame counts beside the one before it, or where the timecode has to be by now") {
+    struct Row {
+        const char* what;
+        LtcBiphaseDecoder::Frame frame;
+        double end;
+        bool followsClosely;
+        bool counts;
+    };
+    static constexpr Row rows[] = {
+        {"the first", {0, 9, 59, 28}, 10.0, false, false},
+        {"its neighbour", {0, 9, 59, 29}, 10.04, true, true},
+        {"the tenth minute, which drops no number", {0, 10, 0, 0}, 10.08, true, true},
+        {"behind a gap, one frame too far", {0, 10, 0, 3}, 10.16, false, false},
+        {"where it has to be", {0, 10, 0, 3}, 10.2, false, true},
+        {"after most of a second", {0, 10, 0, 25}, 11.08, false, true},
+        {"after more", {0, 10, 1, 23}, 12.2, false, false},
+        {"the next number, much later", {0, 10, 1, 24}, 13.0, false, false},
+    };
+    TimecodeLock lock;
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        HeardFrame heard{row.frame, {}, row.end};
+        heard.circumstances.dropFrame = true;
+        heard.circumstances.followsClosely = row.followsClosely;
+        CHECK(lock.confirms(heard) == row.counts);
     }
 }
 

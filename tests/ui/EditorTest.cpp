@@ -423,7 +423,7 @@ void EditorTest::editsAGuest() {
     QQuickItem* chooser = Screen::around(screen.item("Filaire"), "displayText");
     screen.state.addMic("HF 4");
     QCOMPARE(chooser->property("currentIndex").toInt(), -1);
-    const std::pair<const char*, const char*> choices[] = {{"Filaire", "HF 3"},
+    const std::pair<const char*, const char*> choices[] = {{"Filaire", "HF 4"},
                                                            {"Perso", "Générique"}};
     for (const auto& [shown, chosen] : choices) {
         // What is typed while the list is open stays out of the field that had the keyboard.
@@ -435,9 +435,9 @@ void EditorTest::editsAGuest() {
         screen.type("HF 1");
     }
     QCOMPARE(screen.state.activeShow()->songs[1].title, std::string(title2));
-    QCOMPARE(guests[0].mic, std::string("HF 3"));
+    QCOMPARE(guests[0].mic, std::string("HF 4"));
     QCOMPARE(guests[0].iem, std::string("Générique"));
-    QCOMPARE(chooser->property("currentIndex").toInt(), 3);
+    QCOMPARE(chooser->property("currentIndex").toInt(), 4);
     screen.click("Ajouter un guest");
     QCOMPARE(guests.size(), 2U);
     screen.type("Zoé");
@@ -470,7 +470,10 @@ void EditorTest::editsTheLabels() {
     QVERIFY(field->hasActiveFocus());
     QCOMPARE(field->property("text").toString(), "HF 3 ");
     screen.click("Retirer Générique");
-    QCOMPARE(screen.state.activeShow()->iems, std::vector<std::string>{"Perso"});
+    screen.click("Perso");
+    screen.press(Qt::Key_End);
+    screen.type("!");
+    QCOMPARE(screen.state.activeShow()->iems, std::vector<std::string>{"Perso!"});
 }
 
 void EditorTest::ctrlZTakesBackWhatIsNotTypedText() {

@@ -1,16 +1,31 @@
 #include <QBuffer>
 #include <QFile>
 #include <QPdfWriter>
+#include <QProcess>
 #include <QQuickStyle>
 #include <QTest>
 
 #include "support/Screen.h"
 #include "support/Shows.h"
+#include "support/TemporaryFolder.h"
 #include "ui/guide/GuideViewModel.h"
 
 #include <memory>
 
 using namespace tessivo;
+
+namespace {
+
+QByteArray paperOf(const GuideViewModel& guide, const char* title) {
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    QPdfWriter paper(&bytes);
+    paper.setPageSize(QPageSize(QPageSize::A4));
+    guide.paint(paper, int(guide.titles().indexOf(title)));
+    return bytes.data();
+}
+
+}  // namespace
 
 class GuideTest final : public QObject {
     Q_OBJECT
@@ -20,6 +35,7 @@ private Q_SLOTS:
     void theKeyboardOpensReadsAndClosesIt();
     void linksAndPicturesAreThere();
     void theCheckListIsOnePage();
+    void picturesLeaveTheMarginWhite();
 };
 
 void GuideTest::theKeyboardOpensReadsAndClosesIt() {
@@ -84,16 +100,22 @@ void GuideTest::linksAndPicturesAreThere() {
 
 void GuideTest::theCheckListIsOnePage() {
     const GuideViewModel guide;
-    const auto pages = [&](int chapter) {
-        QBuffer bytes;
-        bytes.open(QIODevice::WriteOnly);
-        QPdfWriter paper(&bytes);
-        paper.setPageSize(QPageSize(QPageSize::A4));
-        guide.paint(paper, chapter);
-        return bytes.data().count("/Type /Page\n");
-    };
-    QCOMPARE(pages(int(guide.titles().indexOf("Avant le show"))), 1);
-    QCOMPARE_GT(pages(int(guide.titles().indexOf("Suivre un timecode"))), 1);
+    QCOMPARE(paperOf(guide, "Avant le show").count("/Type /Page\n"), 1);
+    QCOMPARE_GT(paperOf(guide, "Suivre un timecode").count("/Type /Page\n"), 1);
+}
+
+void GuideTest::picturesLeaveTheMarginWhite() {
+    const test::TemporaryFolder folder;
+    folder.write("guide.pdf", paperOf(GuideViewModel(), "Suivre un timecode").toStdString());
+    const QString path = QString::fromStdString(folder.path());
+    QProcess::execute("pdftoppm", {"-gray", "-r", "20", path + "/guide.pdf", path + "/page"});
+    QCOMPARE_GT(folder.names().size(), 1U);
+    for (const std::string& name : folder.names()) {
+        const QImage page(path + "/" + QString::fromStdString(name));
+        for (int y = 0; y < page.height(); ++y) {
+            QCOMPARE(qGray(page.pixel(page.width() - 5, y)), 255);
+        }
+    }
 }
 
 QTEST_MAIN(GuideTest)

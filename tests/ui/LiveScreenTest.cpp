@@ -1,13 +1,15 @@
 #include <QQuickStyle>
 #include <QScreen>
 #include <QTest>
+#include <QTimeZone>
 
-#include "kit/LocalTime.h"
 #include "live/ShowClock.h"
 #include "ltc/LtcEncoder.h"
+#include "support/RawAdmin.h"
 #include "support/Screen.h"
 #include "support/Shows.h"
 #include "sync/AdminBroadcaster.h"
+#include "sync/ReceiverClient.h"
 #include "timecode/LtcManager.h"
 #include "ui/shell/ShellViewModel.h"
 
@@ -42,8 +44,9 @@ private Q_SLOTS:
     void smallWindowsShowTheCurrentSongAndTheAnnouncedOne();
     void capturesFromTheChosenDevice();
     void tellsHowTheTimecodeDoesAndOffersWhatHelps();
-    void saysWhyACaptureFailed();
     void menuCommandsNeedAnActiveShow();
+    void aRefusedFileSaysWhy();
+    void tellsWhoFollowsAndWhoElseLeads();
     void tellsThatNothingIsKeptAndWhatIsNewer();
     void whatIsWatchedKeepsTheComputerAwake();
     void theStageWindowFollows();
@@ -98,16 +101,26 @@ void LiveScreenTest::announcesTheNextSong() {
 }
 
 void LiveScreenTest::tellsWhatChangesHandsAndTheHour() {
-    LiveScreen screen(concert());
+    Show show = concert();
+    show.songs[1].duration = 3600;
+    LiveScreen screen(show);
     QVERIFY(
         screen.shows("HF 2 (hors liste)\u00A0: Léa → Chœurs, serré   ·   "
                      "IEM Mix 3 (hors liste)\u00A0: Léa → Chœurs, serré"));
-    const QDateTime end = localTime(screen.computer.time.now() + 12.0);
-    const std::string text = plannedEndText(end.toString("HH:mm").toStdString(), 9);
+    const auto hour = [&](double later, const char* format) {
+        const Instant then = screen.computer.time.now() + later;
+        return QDateTime(QDate(2001, 1, 1), QTime(), QTimeZone::utc())
+            .addMSecs(static_cast<qint64>(then.secondsSince2001 * 1000.0))
+            .toLocalTime()
+            .toString(format);
+    };
+    const std::string text = plannedEndText(hour(3612.0, "HH:mm").toStdString(), 8);
     QVERIFY2(screen.shows(text.c_str()), qPrintable(screen.texts().join('|')));
     screen.computer.time.advance(1.0);
-    QVERIFY(screen.shows(qPrintable(localTime(screen.computer.time.now()).toString("HH:mm:ss"))));
-    screen.state.goNext();
+    QVERIFY(screen.shows(qPrintable(hour(0.0, "HH:mm:ss"))));
+    screen.state.jumpTo(-1);
+    QVERIFY(!screen.texts().filter("Léa, premier").isEmpty());
+    screen.state.jumpTo(2);
     QVERIFY(screen.texts().filter("→ Chœurs").isEmpty());
     QVERIFY(screen.texts().filter("Fin prévue").isEmpty());
 }
@@ -280,6 +293,10 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     QVERIFY(manager.isCapturing());
     QCOMPARE(manager.selectedDeviceId(), std::optional<AudioDeviceId>(7));
     QVERIFY(!screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
+    screen.computer.audio.setDevices({});
+    screen.click("Actualiser la liste des entrées audio");
+    screen.computer.time.drain();
+    QVERIFY(screen.shows("Choisir un périphérique…"));
 }
 
 void LiveScreenTest::tellsHowTheTimecodeDoesAndOffersWhatHelps() {
@@ -291,12 +308,12 @@ void LiveScreenTest::tellsHowTheTimecodeDoesAndOffersWhatHelps() {
     const ltc::FrameRate rate = ltc::parseFrameRate("29.97df").value();
     ltc::LtcEncoder encoder(rate, 48'000);
     ltc::Timecode timecode{1, 0, 0, 0};
-    const auto play = [&](int frames, int missing) {
+    const auto play = [&](int frames, int missing, float level = 0.5F, float offset = 0.0F) {
         for (int i = 0; i < frames; ++i, timecode = next(timecode, rate)) {
             std::vector<float> signal;
             encoder.appendFrame(timecode, signal);
-            if (i % 10 < missing) {
-                std::ranges::fill(signal, 0.0F);
+            for (float& sample : signal) {
+                sample = i % 10 < missing ? 0.0F : sample * level + offset;
             }
             screen.computer.audio.deliver(std::vector{std::vector<float>(signal.size()), signal});
             screen.computer.time.drain();
@@ -306,30 +323,34 @@ void LiveScreenTest::tellsHowTheTimecodeDoesAndOffersWhatHelps() {
     QTRY_VERIFY(screen.shows("LTC sur le canal 2."));
     QVERIFY(screen.shows("Canal 1"));
     screen.click("Décoder le canal 2");
-    QVERIFY(screen.shows("Canal 2"));
+    const QQuickItem* meters = screen.item("Canal 2")->parentItem()->childItems().at(1);
+    for (const auto& [x, text] : {std::pair{2.0, "Canal 1"}, {10.0, "Canal 2"}}) {
+        QTest::mouseClick(screen.window, Qt::LeftButton, {}, meters->mapToScene({x, 9}).toPoint());
+        QVERIFY2(screen.shows(text), text);
+    }
     play(50, 0);
-    QTRY_VERIFY(screen.shows("29,97 DF · 100 % · 45 sur 45 images · en marche · 0 dBFS"));
+    QTRY_VERIFY(screen.shows("29,97 DF · 100 % · 45 sur 45 images · en marche · -6 dBFS"));
+    QTRY_VERIFY(screen.shows(manager.currentTimecodeDisplay().c_str()));
     QTRY_VERIFY(
         screen.shows("Timecode à 29,97 DF : les morceaux partent jusqu'à 5 images trop tôt."));
     screen.click("Compter à 29,97 DF");
     QVERIFY(manager.countsThirty());
+    const char* const warning = "Cette ligne pourrait faire sauter un morceau.";
     play(150, 2);
-    QTRY_VERIFY(screen.shows("Cette ligne pourrait faire sauter un morceau."));
+    QTRY_VERIFY(screen.shows(warning));
     screen.click("Ignorer");
     QVERIFY(!manager.isCareful());
+    // It is offered again with each capture, and no longer once it was done elsewhere.
+    screen.click("Arrêter la capture");
+    screen.click("Démarrer la capture");
+    play(150, 0, 0.1F, 0.3F);
+    QTRY_VERIFY(screen.shows(warning));
     screen.click("Suivi prudent");
     QVERIFY(manager.isCareful());
+    play(10, 0);
+    QTRY_VERIFY(!screen.shows(warning));
     screen.click("Arrêter la capture");
     QVERIFY(!screen.shows("Canal 2"));
-}
-
-void LiveScreenTest::saysWhyACaptureFailed() {
-    LiveScreen screen(concert());
-    screen.state.ltcManager().setSelectedDeviceId(12345);
-    screen.click("Démarrer la capture");
-    screen.computer.time.drain();
-    QVERIFY(!screen.state.ltcManager().isCapturing());
-    QVERIFY(!screen.texts().filter("Échec assignation du périphérique (status ").isEmpty());
 }
 
 void LiveScreenTest::menuCommandsNeedAnActiveShow() {
@@ -345,6 +366,44 @@ void LiveScreenTest::menuCommandsNeedAnActiveShow() {
     screen.computer.panels.answers = {"/concert.tessivo"};
     screen.press(Qt::Key_O, Qt::ControlModifier);
     QTRY_VERIFY(screen.item("Morceau 1"));
+}
+
+void LiveScreenTest::aRefusedFileSaysWhy() {
+    LiveScreen screen(concert());
+    screen.application.fileRequested.emit("/absent.tessivo");
+    QTRY_VERIFY(
+        screen.shows("Ce fichier n'est pas un show que Tessivo peut lire\u00A0: /absent.tessivo"));
+    screen.state.setLocked(true);
+    screen.application.fileRequested.emit("/absent.tessivo");
+    QTRY_VERIFY(screen.shows("La vue live est verrouillée\u00A0: aucun autre show n'est ouvert."));
+    screen.state.setLocked(false);
+    screen.computer.files.contents["/gros.tessivo"] = std::string(33 << 20, ' ');
+    screen.computer.panels.answers = {"/gros.tessivo"};
+    screen.press(Qt::Key_Escape);
+    screen.press(Qt::Key_O, Qt::ControlModifier);
+    QTRY_VERIFY(!screen.texts().filter("il dépasse les 32 Mo").isEmpty());
+}
+
+void LiveScreenTest::tellsWhoFollowsAndWhoElseLeads() {
+    LiveScreen screen(concert());
+    SimulatedMainQueue& time = screen.computer.time;
+    ReceiverClient station(screen.computer.network.addComputer("Plateau"), time,
+                           screen.computer.background);
+    QVERIFY(screen.shows("Aucun poste ne suit"));
+    const auto tells = [&](const char* trouble) {
+        time.advance(3.0);
+        return !screen.texts().filter(trouble).isEmpty();
+    };
+    station.start();
+    QVERIFY(tells("1 poste suit"));
+    station.stop();
+    QVERIFY(tells("1 de moins depuis"));
+    station.start();
+    QVERIFY(!tells("1 de moins depuis"));
+    std::optional<test::RawAdmin> rival(screen.computer.network.addComputer("Console"));
+    QVERIFY(tells("Un autre admin conduit aussi\u00A0: Console"));
+    rival.reset();
+    QVERIFY(!tells("Un autre admin conduit aussi"));
 }
 
 void LiveScreenTest::tellsThatNothingIsKeptAndWhatIsNewer() {
@@ -401,6 +460,11 @@ void LiveScreenTest::theStageWindowFollows() {
     screen.state.setActiveShowId(std::nullopt);
     screen.state.jumpTo(0);
     QTRY_VERIFY(Screen::texts(stage).contains("Morceau 1"));
+    Show other = showWithSongs(1);
+    other.songs[0].title = "Autre";
+    screen.state.importShow(other);
+    screen.openStage();
+    QTRY_VERIFY(Screen::texts(stage).contains("Autre"));
 }
 
 void LiveScreenTest::allGuestsOfACrowdedSongAreInView() {
@@ -520,6 +584,7 @@ void LiveScreenTest::aCrashedEveningComesBack() {
     LiveScreen screen(concert());
     QQuickWindow* stage = screen.openStage();
     stage->showFullScreen();
+    QTRY_COMPARE(stage->cursor().shape(), Qt::BlankCursor);
     screen.computer.time.advance(5.0);
     auto left = screen.computer.preferences.values;
     std::string& point = left[std::string(Resumption::key)];
@@ -530,6 +595,9 @@ void LiveScreenTest::aCrashedEveningComesBack() {
 
     // Back to the choice, as the next run finds it.
     stage->close();
+    screen.computer.time.advance(0.1);
+    const std::string& kept = screen.computer.preferences.values[std::string(Resumption::key)];
+    QCOMPARE(kept.find("\"display\""), std::string::npos);  // what was closed stays closed
     screen.window->requestActivate();
     QTRY_VERIFY(screen.window->isActive());
     const auto crash = [&] {

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void initTestCase() { QQuickStyle::setStyle("Basic"); }
     void thePdfHoldsRunSheetAndPlot();
     void theSpreadsheetIsReadBack();
+    void whatIsTooMuchForARowOrAPageGoesOn();
     void asksAgainForAnHourAndTellsAFailure();
 };
 
@@ -107,6 +108,31 @@ void PaperTest::theSpreadsheetIsReadBack() {
              "1|'=1+1;\"Été\"||20:30|0:03:00|20:33|Léa|HF 1|Mix 3|-3 dB\n"
              "2|Morceau 2||20:33|||Karim Benoît|HF 1|Mix 3|-3 dB\n"
              "60|Morceau 60||≥ 23:24|0:03:00|≥ 23:27|Karim Benoît|HF 1|Mix 3|-3 dB\n");
+}
+
+void PaperTest::whatIsTooMuchForARowOrAPageGoesOn() {
+    Show show = showWithSongs(1);
+    show.mics.clear();
+    for (int i = 11; i <= 30; ++i) {
+        const std::string number = std::to_string(i);
+        show.mics.push_back("HF " + number);
+        show.songs[0].guests.push_back({Uuid::random(), "Nom " + number, show.mics.back(), "", {}});
+    }
+    Screen screen(show);
+    screen.computer.panels.answers = {"/foule.pdf"};
+    ask(screen, "Exporter en PDF…", "");
+    QTRY_COMPARE(screen.computer.files.contents.count("/foule.pdf"), 1U);
+    const QString text =
+        printed("pdftotext", {"-layout"}, screen.computer.files.contents["/foule.pdf"]);
+    const QStringList pages = text.split('\f', Qt::SkipEmptyParts);
+    QCOMPARE(pages.size(), 3);
+    const auto columnOf = [&](const char* name) {
+        const qsizetype at = pages[0].indexOf(name);
+        return at - pages[0].lastIndexOf('\n', at);
+    };
+    QVERIFY2(pages[0].contains("Morceau 1 (suite)"), qPrintable(text));
+    QCOMPARE(columnOf("Nom 30"), columnOf("Nom 11"));
+    QVERIFY2(pages[2].contains("Micros 13 à 20") && pages[2].contains("Nom 30"), qPrintable(text));
 }
 
 void PaperTest::asksAgainForAnHourAndTellsAFailure() {
