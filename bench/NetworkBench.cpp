@@ -11,6 +11,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/epoll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -30,8 +31,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t stationCount = 100;
-
 void require(bool holds) {
     if (!holds) {
         std::perror("bench_network");
@@ -39,17 +38,17 @@ void require(bool holds) {
     }
 }
 
-/// A hundred sockets that a thread of their own reads from.
+/// Sockets that a thread of their own reads from.
 class Stations {
 public:
     /// They call `port` on this computer. `onAllRead` runs in their thread.
-    Stations(std::uint16_t port, std::function<void()> onAllRead)
+    Stations(std::size_t count, std::uint16_t port, std::function<void()> onAllRead)
         : epoll_(epoll_create1(EPOLL_CLOEXEC)), onAllRead_(std::move(onAllRead)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_port = htons(port);
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        for (std::size_t i = 0; i < stationCount; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             const FileDescriptor& socket =
                 sockets_.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
             require(::connect(socket.value(), reinterpret_cast<const sockaddr*>(&address),
@@ -73,9 +72,9 @@ public:
 private:
     void read() {
         std::vector<char> bytes(256U << 10U);
-        std::array<epoll_event, stationCount> events{};
+        std::array<epoll_event, 64> events{};
         while (!isOver_) {
-            const int count = epoll_wait(epoll_.value(), events.data(), stationCount, -1);
+            const int count = epoll_wait(epoll_.value(), events.data(), events.size(), -1);
             for (std::size_t i = 0; count > 0 && i < static_cast<std::size_t>(count); ++i) {
                 const ssize_t size =
                     ::recv(events[i].data.fd, bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -123,18 +122,20 @@ void runUntil(const std::function<bool()>& condition) {
 /// An admin and its stations.
 class Admin {
 public:
-    explicit Admin(QtMainQueue& queue) : network_(queue), broadcaster_(network_, queue) {
+    Admin(QtMainQueue& queue, std::size_t stationCount)
+        : stationCount_(stationCount), network_(queue), broadcaster_(network_, queue) {
         broadcaster_.startChecking();
         runUntil([this] {
             return broadcaster_.status().kind == AdminNetworkStatus::Kind::broadcasting;
         });
-        stations_.emplace(listeningPort(), [&queue, this] { queue.post([this] { ++rounds_; }); });
-        runUntil([this] { return broadcaster_.connectionCount() == stationCount; });
+        stations_.emplace(stationCount, listeningPort(),
+                          [&queue, this] { queue.post([this] { ++rounds_; }); });
+        runUntil([this] { return broadcaster_.connectionCount() == stationCount_; });
     }
 
     /// From the update to the last byte read, in milliseconds.
     double send(const LiveState& state, std::size_t frameSize) {
-        stations_->expect(stationCount * frameSize);
+        stations_->expect(stationCount_ * frameSize);
         const int before = rounds_;
         const auto start = Clock::now();
         broadcaster_.update(state);
@@ -143,6 +144,7 @@ public:
     }
 
 private:
+    std::size_t stationCount_;
     LocalNetwork network_;
     AdminBroadcaster broadcaster_;
     std::optional<Stations> stations_;
@@ -152,7 +154,7 @@ private:
 /// Plain sockets that are sent the same bytes: what it costs at the least.
 class BareSockets {
 public:
-    explicit BareSockets(QtMainQueue& queue) {
+    BareSockets(QtMainQueue& queue, std::size_t stationCount) {
         const FileDescriptor listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
         sockaddr_in address{};
         address.sin_family = AF_INET;
@@ -162,7 +164,7 @@ public:
         require(::bind(listener.value(), where, size) == 0 &&
                 ::listen(listener.value(), SOMAXCONN) == 0 &&
                 ::getsockname(listener.value(), where, &size) == 0);
-        stations_.emplace(ntohs(address.sin_port),
+        stations_.emplace(stationCount, ntohs(address.sin_port),
                           [&queue, this] { queue.post([this] { ++rounds_; }); });
         const int on = 1;
         for (std::size_t i = 0; i < stationCount; ++i) {
@@ -173,7 +175,7 @@ public:
     }
 
     double send(const std::string& frame) {
-        stations_->expect(stationCount * frame.size());
+        stations_->expect(sockets_.size() * frame.size());
         const int before = rounds_;
         const auto start = Clock::now();
         for (const FileDescriptor& socket : sockets_) {
@@ -195,14 +197,19 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// One live state to a hundred stations beside bare sockets, in turn.
-void liveStateTo100Stations(benchmark::State& state) {
-    const LiveState live{bench::makeLibrary(1, 60, 5).front(), 3, {700'000'000.0}};
+LiveState liveState(int songs) {
+    return {bench::makeLibrary(1, songs, 5).front(), 3, {700'000'000.0}};
+}
+
+/// One live state to all stations beside bare sockets, in turn.
+void liveStateToStations(benchmark::State& state) {
+    const LiveState live = liveState(60);
+    const auto stationCount = static_cast<std::size_t>(state.range(0));
     const std::string json = encodeJson(live);
     const std::string frame = *NetworkFraming::frame(json);
     QtMainQueue queue;
-    Admin admin(queue);
-    BareSockets bare(queue);
+    Admin admin(queue, stationCount);
+    BareSockets bare(queue, stationCount);
     std::vector<double> adminTimes;
     std::vector<double> bareTimes;
     std::vector<double> encodeTimes;
@@ -214,6 +221,8 @@ void liveStateTo100Stations(benchmark::State& state) {
         encodeTimes.push_back(
             std::chrono::duration<double, std::milli>(Clock::now() - start).count());
     }
+    state.counters["admin_min_ms"] = std::ranges::min(adminTimes);
+    state.counters["bare_min_ms"] = std::ranges::min(bareTimes);
     state.counters["bytes"] = static_cast<double>(frame.size());
     state.counters["admin_ms"] = median(adminTimes);
     state.counters["bare_ms"] = median(bareTimes);
@@ -221,12 +230,42 @@ void liveStateTo100Stations(benchmark::State& state) {
     state.counters["ratio"] = median(adminTimes) / median(bareTimes);
 }
 
-BENCHMARK(liveStateTo100Stations)->Iterations(300)->Unit(benchmark::kMillisecond);
+BENCHMARK(liveStateToStations)
+    ->ArgName("stations")
+    ->Arg(1)
+    ->Arg(3)
+    ->Arg(10)
+    ->Arg(30)
+    ->Arg(100)
+    ->Arg(250)
+    ->Iterations(300)
+    ->Unit(benchmark::kMillisecond);
+
+/// A step of the cursor, from the admin's state to a station's, without the way between them.
+void codeLiveState(benchmark::State& state) {
+    const LiveState live = liveState(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(decodeLiveState(encodeJson(live)));
+    }
+}
+
+BENCHMARK(codeLiveState)
+    ->ArgName("songs")
+    ->Arg(10)
+    ->Arg(30)
+    ->Arg(100)
+    ->Arg(300)
+    ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
     const QCoreApplication application(argumentCount, arguments);
+    rlimit files{};
+    require(getrlimit(RLIMIT_NOFILE, &files) == 0);
+    files.rlim_cur = files.rlim_max;  // four for each station
+    require(setrlimit(RLIMIT_NOFILE, &files) == 0);
     benchmark::Initialize(&argumentCount, arguments);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

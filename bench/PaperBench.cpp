@@ -21,15 +21,16 @@ using namespace tessivo;
 
 constexpr std::int64_t eightInTheEvening = 20 * 3600;
 
-/// 60 songs that use each of 12 microphones, most of them in other hands than before.
-Show fullShow() {
+/// As many songs as the argument says, that use each of 12 microphones, most of them in other hands
+/// than before.
+Show showFor(const benchmark::State& state) {
     Show show;
     show.name = "Gala de fin d'année";
     show.mics.clear();
     for (int i = 1; i <= 12; ++i) {
         show.mics.push_back("HF " + std::to_string(i));
     }
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < state.range(0); ++i) {
         Song song;
         song.title = "Une chanson au titre ordinaire " + std::to_string(i + 1);
         song.ltcTimecode = "10:00:00:00";
@@ -44,24 +45,32 @@ Show fullShow() {
     return show;
 }
 
+/// The budgets are about 60.
+void songs(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgName("songs");
+    for (const int count : {10, 30, 60, 100, 300, 1000}) {
+        benchmark->Arg(count);
+    }
+}
+
 void followMicrophones(benchmark::State& state) {
-    const Show show = fullShow();
+    const Show show = showFor(state);
     for (auto _ : state) {
         benchmark::DoNotOptimize(handOvers(show));
     }
 }
-BENCHMARK(followMicrophones)->Unit(benchmark::kMicrosecond);
+BENCHMARK(followMicrophones)->Apply(songs)->Unit(benchmark::kMicrosecond);
 
 void writeCsv(benchmark::State& state) {
-    const Show show = fullShow();
+    const Show show = showFor(state);
     for (auto _ : state) {
         benchmark::DoNotOptimize(runSheetCsv(runSheet(show, eightInTheEvening)));
     }
 }
-BENCHMARK(writeCsv)->Unit(benchmark::kMicrosecond);
+BENCHMARK(writeCsv)->Apply(songs)->Unit(benchmark::kMicrosecond);
 
 void writePdf(benchmark::State& state) {
-    const Show show = fullShow();
+    const Show show = showFor(state);
     for (auto _ : state) {
         QBuffer bytes;
         bytes.open(QIODevice::WriteOnly);
@@ -72,7 +81,7 @@ void writePdf(benchmark::State& state) {
         }
     }
 }
-BENCHMARK(writePdf)->Unit(benchmark::kMillisecond);
+BENCHMARK(writePdf)->Apply(songs)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

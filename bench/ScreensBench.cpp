@@ -1,5 +1,6 @@
-// What the screens cost while nothing is asked of them, and how long timecode takes to reach the
-// cursor: bench_screens [SECONDS per measurement, 20 if left out]. Drawn by the platform that
+// What the screens cost while nothing is asked of them, how long timecode takes to reach the
+// cursor, and the next song the stage: bench_screens [SECONDS per measurement, 20 if left out
+// [CHANNELS, 64 [SONGS that the stage steps through, 60]]]. Drawn by the platform that
 // QT_QPA_PLATFORM names, in software if QT_QUICK_BACKEND says so; the audio is delivered at the
 // pace of a real device.
 
@@ -39,7 +40,6 @@ using SteadyClock = std::chrono::steady_clock;
 namespace {
 
 constexpr int adminMode = 1;  // of RootView.LaunchMode
-constexpr std::size_t channelCount = 64;
 constexpr std::size_t blockFrames = 512;
 constexpr int sampleRate = 48000;
 constexpr ltc::FrameRate frameRate{};  // 25 frames per second
@@ -70,7 +70,8 @@ double processorSeconds() {
 /// The whole program with an audio device of 64 channels, on the real event loop and clock.
 class Production {
 public:
-    explicit Production(int seconds) : seconds_(seconds), state_(platform_) {
+    Production(int seconds, std::size_t channelCount)
+        : seconds_(seconds), channelCount_(channelCount), state_(platform_) {
         state_.importShow(showOfSeconds(seconds));
         state_.setActiveDisplayShowId(state_.activeShowId());
         engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -88,9 +89,10 @@ public:
         measureShare(what);
     }
 
-    /// The stage on a full HD screen, fitted to a dozen guests, at rest and from song to song.
-    void measureFitted() {
-        Show crowded = showOfSeconds(60);
+    /// The stage on a full HD screen from song to song; then fitted to a dozen guests, at rest too.
+    void measureStage(int songs) {
+        measureSteps(showOfSeconds(songs), "one guest");
+        Show crowded = showOfSeconds(songs);
         for (Song& song : crowded.songs) {
             for (int guest = 2; guest <= 12; ++guest) {
                 const std::string number = std::to_string(guest);
@@ -98,10 +100,15 @@ public:
                     {Uuid::random(), "Guest " + number, "HF " + number, "Mix " + number, "-3"});
             }
         }
-        state_.importShow(std::move(crowded));
-        state_.setActiveDisplayShowId(state_.activeShowId());
         ScreenZooms(state_.choices())
             .keep("stage", QGuiApplication::primaryScreen()->name(), ScreenZooms::fit);
+        measureSteps(std::move(crowded), "fitted, 12 guests");
+    }
+
+    void measureSteps(Show of, const std::string& what) {
+        const int songs = static_cast<int>(of.songs.size());
+        state_.importShow(std::move(of));
+        state_.setActiveDisplayShowId(state_.activeShowId());
         QQmlComponent component(
             &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml")));
         const std::unique_ptr<QObject> window(component.create());
@@ -109,19 +116,26 @@ public:
         shown.resize(1920, 1080);
         show(shown);
         run(1.0);
-        measureShare("stage display at rest, fitted, full HD (budget 1 %)");
+        measureShare(("stage at rest, " + what + ", full HD (budget 1 %)").c_str());
         std::vector<SteadyClock::duration> laidOut, drawn;
-        for (int song = 0; song < 50; ++song) {
+        double least = 1e9;  // of the processor
+        const int steps = std::min(50, songs - 1);
+        state_.jumpTo((songs - steps) / 2);
+        run(0.5);
+        for (int step = 0; step < steps; ++step) {
             QEventLoop untilDrawn;
             QObject::connect(&shown, &QQuickWindow::frameSwapped, &untilDrawn, &QEventLoop::quit);
             const auto start = SteadyClock::now();
+            const double used = processorSeconds();
             state_.goNext();
             laidOut.push_back(SteadyClock::now() - start);
             untilDrawn.exec();
             drawn.push_back(SteadyClock::now() - start);
+            least = std::min(least, 1e3 * (processorSeconds() - used));
         }
-        report("song change laid out, fitted, 12 guests (budget 16 ms)", laidOut);
-        report("song change drawn, fitted, 12 guests", drawn);
+        report(("song change laid out, " + what + " (budget 16 ms)").c_str(), laidOut);
+        report(("song change drawn, " + what).c_str(), drawn);
+        std::printf("%-50s processor %.2f ms\n", ("song change, " + what).c_str(), least);
     }
 
     void measureCapture() {
@@ -136,12 +150,13 @@ public:
                 cursorMoved();
             }
         });
-        audio_.setDevices({{1, "Interface", {sampleRate, channelCount}}});
+        audio_.setDevices(
+            {{1, "Interface", {sampleRate, static_cast<std::uint32_t>(channelCount_)}}});
         state_.ltcManager().setSelectedDeviceId(1);
         state_.ltcManager().startCapturing();
         std::thread device([this] { deliver(); });
         run(1.0);
-        measureShare("live screen, 64 channels captured (budget 5 %)");
+        measureShare("live screen, channels captured (64: budget 5 %)");
         stop_ = true;
         device.join();
         state_.ltcManager().stopCapturing();
@@ -178,7 +193,7 @@ private:
             encoder.appendFrame(timecode, signal);
             timecode = ltc::next(timecode, frameRate);
         }
-        std::vector<std::vector<float>> block(channelCount, std::vector<float>(blockFrames, 0.1F));
+        std::vector<std::vector<float>> block(channelCount_, std::vector<float>(blockFrames, 0.1F));
         const auto start = SteadyClock::now();
         for (std::size_t position = 0; !stop_ && position + blockFrames <= signal.size();
              position += blockFrames) {
@@ -221,6 +236,7 @@ private:
     }
 
     int seconds_;
+    std::size_t channelCount_;
     int framesDrawn_ = 0;
     SystemClock clock_;
     QtMainQueue mainQueue_;
@@ -243,15 +259,17 @@ int main(int argc, char* argv[]) {
     QGuiApplication application(argc, argv);
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const int seconds = argc > 1 ? std::atoi(argv[1]) : 20;
-    if (seconds < 1) {
-        std::fprintf(stderr, "usage: bench_screens [SECONDS]\n");
+    const int channels = argc > 2 ? std::atoi(argv[2]) : 64;
+    const int songs = argc > 3 ? std::atoi(argv[3]) : 60;
+    if (seconds < 1 || channels < 1 || songs < 2) {
+        std::fprintf(stderr, "usage: bench_screens [SECONDS [CHANNELS [SONGS]]]\n");
         return 2;
     }
-    Production production(seconds);
+    Production production(seconds, static_cast<std::size_t>(channels));
     production.measureAtRest("stage display at rest (budget 1 %)",
                              "qrc:/qt/qml/Tessivo/Display/DisplayWindow.qml");
     production.measureAtRest("live screen at rest", "qrc:/qt/qml/Tessivo/Ui/shell/MainWindow.qml");
     production.measureCapture();
-    production.measureFitted();
+    production.measureStage(songs);
     return 0;
 }
