@@ -52,9 +52,7 @@ std::vector<PassageRow> rowsFor(const Show& show, const HandOvers& all, std::siz
                 break;  // the mixes stand behind
             }
             PassageCell& cell = row.cells[use.equipment];
-            const int line = cell.lineAbove;
             cell = cellFor(use);
-            cell.lineAbove = line;
             if (cell.isChange && !use.from.empty()) {
                 drawLine(rows, i, use);
             }

@@ -382,6 +382,10 @@ void LiveScreenTest::aRefusedFileSaysWhy() {
     screen.press(Qt::Key_Escape);
     screen.press(Qt::Key_O, Qt::ControlModifier);
     QTRY_VERIFY(!screen.texts().filter("il dépasse les 32 Mo").isEmpty());
+    screen.press(Qt::Key_Escape);
+    QTRY_VERIFY(screen.texts().filter("il dépasse les 32 Mo").isEmpty());
+    screen.application.fileRequested.emit("/gros.tessivo");
+    QTRY_VERIFY(!screen.texts().filter("il dépasse les 32 Mo").isEmpty());
 }
 
 void LiveScreenTest::tellsWhoFollowsAndWhoElseLeads() {

@@ -67,12 +67,16 @@ void ShellViewModel::openShow() {
 
 void ShellViewModel::openShowFile(const std::string& path) {
     Q_EMIT summoned();
+    bool isToldWhy = false;
+    const auto subscription = state_.didChange.subscribe([&](AppState::Field field) {
+        isToldWhy = isToldWhy || field == AppState::Field::lastFileError;
+    });
     if (state_.openShowFile(path)) {
         Q_EMIT showOpened(toShownText(state_.activeShow()->name));
     } else if (state_.isLocked()) {
         Q_EMIT fileRefused(
             QStringLiteral("La vue live est verrouillée\u00A0: aucun autre show n'est ouvert."));
-    } else {
+    } else if (!isToldWhy) {
         Q_EMIT fileRefused(
             QStringLiteral("Ce fichier n'est pas un show que Tessivo peut lire\u00A0: ") +
             toShownText(path));
