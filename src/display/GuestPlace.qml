@@ -8,7 +8,7 @@ DuePlace {
     property real maximumWidth: 600
     property real lineWidth: 1.5
 
-    atOnce: index < 15
+    atOnce: index < guestsAtOnce
     // By name, as for the songs to come.
     Component.onCompleted: setSource("GuestCard.qml", {
         modelData: Qt.binding(() => modelData),

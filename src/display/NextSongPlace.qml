@@ -9,7 +9,7 @@ DuePlace {
 
     readonly property bool first: index === 0
 
-    atOnce: first && song.guests.length <= 15
+    atOnce: first && song.guests.length <= guestsAtOnce
     // By name, since a Loader of Qt 6.4 makes no component that is bound to where it is written.
     Component.onCompleted: setSource("NextSongRow.qml", {
         song: Qt.binding(() => song),
