@@ -36,8 +36,7 @@ void ReceiverClient::start() {
 }
 
 void ReceiverClient::stop() {
-    connection_.reset();
-    reading_.callOff();
+    disconnect();
     browser_.reset();
     setStatus(ReceiverStatus::searching);
     setLiveState(std::nullopt);
@@ -61,6 +60,11 @@ void ReceiverClient::connect(const ServiceEndpoint& endpoint) {
     connection_->start();
 }
 
+void ReceiverClient::disconnect() {
+    connection_.reset();
+    reading_.callOff();
+}
+
 void ReceiverClient::handleState(StreamConnection::State state) {
     assert(connection_);
     switch (state) {
@@ -70,8 +74,7 @@ void ReceiverClient::handleState(StreamConnection::State state) {
             break;
         case StreamConnection::State::failed:
         case StreamConnection::State::cancelled:
-            connection_.reset();
-            reading_.callOff();
+            disconnect();
             lostState_ = std::exchange(liveState_, std::nullopt);
             setLiveState(std::nullopt);
             setStatus(ReceiverStatus::searching);

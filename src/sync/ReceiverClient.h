@@ -55,6 +55,7 @@ private:
     void setLiveState(std::optional<LiveState> state);
 
     void connect(const ServiceEndpoint& endpoint);
+    void disconnect();
     void handleState(StreamConnection::State state);
     void receiveNext();
     void handleMessage(std::string payload);
