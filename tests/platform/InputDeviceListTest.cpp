@@ -6,6 +6,7 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 using namespace tessivo;
@@ -66,7 +67,8 @@ TEST_CASE("only a lister that ends well gives a list") {
 TEST_CASE("nobody hears of a lister that was given up, and its program ends") {
     const test::TemporaryFolder folder;
     auto lister = std::make_unique<InputDeviceLister>(
-        script(folder, "cd ${0%/*}; echo $$ >new; mv new pid; exec sleep 600"));
+        script(folder, "cd ${0%/*}; echo $$ >new; mv new pid; exec sleep 600"),
+        std::chrono::seconds(20));
     lister->run([](const auto&) { FAIL("an answer"); });
     REQUIRE(test::runUntil([&] { return folder.names().contains("pid"); }));
     const pid_t process = std::stoi(folder.read("pid"));

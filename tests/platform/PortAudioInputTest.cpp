@@ -10,6 +10,7 @@
 #include <portaudio.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -23,9 +24,12 @@ namespace {
 const std::string noSuchDevice =
     "Échec assignation du périphérique (status " + std::to_string(paInvalidDevice) + ").";
 
-/// Timecode input as the program makes it.
+/// Timecode input as the program makes it, but for its patience: a busy computer may take longer to
+/// start a sanitised program than the program waits.
 struct Desk {
-    explicit Desk(std::string program = TESSIVO_AUDIO) : audio(std::move(program)) {
+    explicit Desk(std::string program = TESSIVO_AUDIO,
+                  std::chrono::seconds patience = std::chrono::seconds(20))
+        : audio(std::move(program), patience) {
         manager.onFrameDecoded = [this](std::int64_t frame, std::int64_t) {
             run = frame == last + 1 ? run + 1 : 1;
             last = frame;
@@ -163,7 +167,7 @@ TEST_CASE("a driver that hangs or crashes is told at its step, and the next capt
     };
     const test::TemporaryFolder folder;
     const std::string program = folder.path("audio");
-    Desk desk(program);
+    Desk desk(program, std::chrono::seconds(5));  // which passes in each hang
     // AddressSanitizer minds what is loaded before it.
     const auto become = [&](const Row& row) {
         folder.write(

@@ -28,7 +28,8 @@ std::optional<Value> take(QProcess& process) {
 }  // namespace
 
 ChildCapture::ChildCapture(const std::string& program, const InputDeviceKey& device,
-                           AudioInputHandlers handlers, QPointer<QProcess>& last)
+                           std::chrono::milliseconds patience, AudioInputHandlers handlers,
+                           QPointer<QProcess>& last)
     : handlers_(std::move(handlers)),
       child_(program, argumentsFor(device),
              {.onOutput = life_.guard([this](QProcess& process) { readAll(process); }),

@@ -21,11 +21,11 @@ namespace tessivo {
 /// when it ended without a word.
 class ChildCapture final : public AudioInputStream {
 public:
-    static constexpr std::chrono::seconds patience{2};
-
-    /// `last` is the capture before it, as for `AudioChild`.
+    /// What takes longer to open than `patience` is abandoned. `last` is the capture before it, as
+    /// for `AudioChild`.
     ChildCapture(const std::string& program, const InputDeviceKey& device,
-                 AudioInputHandlers handlers, QPointer<QProcess>& last);
+                 std::chrono::milliseconds patience, AudioInputHandlers handlers,
+                 QPointer<QProcess>& last);
 
     bool isOpen() const { return report_.isOpen; }
 

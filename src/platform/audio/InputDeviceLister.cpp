@@ -6,10 +6,10 @@
 
 namespace tessivo {
 
-InputDeviceLister::InputDeviceLister(std::string program, std::chrono::milliseconds deadline)
+InputDeviceLister::InputDeviceLister(std::string program, std::chrono::milliseconds patience)
     : program_(std::move(program)) {
     deadline_.setSingleShot(true);
-    deadline_.setInterval(deadline);
+    deadline_.setInterval(patience);
     QObject::connect(&deadline_, &QTimer::timeout, &deadline_, [this] { end(std::nullopt); });
 }
 

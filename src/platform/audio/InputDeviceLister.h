@@ -20,10 +20,8 @@ public:
     /// Nothing when the program failed, crashed, said something else, or took too long.
     using Answer = std::function<void(const std::optional<InputDeviceList>&)>;
 
-    static constexpr std::chrono::milliseconds patience = std::chrono::seconds(2);
-
-    /// `program` is the audio program; what takes longer than `deadline` is abandoned.
-    explicit InputDeviceLister(std::string program, std::chrono::milliseconds deadline = patience);
+    /// `program` is the audio program; what takes longer than `patience` is abandoned.
+    InputDeviceLister(std::string program, std::chrono::milliseconds patience);
 
     /// Runs the program and calls `answer` once on a later turn of the event loop; while it runs,
     /// later ones get the same answer. Those that are still due when the lister goes never come.

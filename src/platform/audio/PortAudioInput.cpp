@@ -50,8 +50,9 @@ AudioDeviceId PortAudioInput::idOf(const InputDeviceKey& key) {
 std::shared_ptr<AudioInputStream> PortAudioInput::capture(AudioDeviceId device,
                                                           AudioInputHandlers handlers) {
     const bool isKnown = device >= 1 && device <= seen_.size();
-    const auto capture = std::make_shared<ChildCapture>(
-        program_, isKnown ? seen_[device - 1] : InputDeviceKey(), std::move(handlers), last_);
+    const auto capture =
+        std::make_shared<ChildCapture>(program_, isKnown ? seen_[device - 1] : InputDeviceKey(),
+                                       patience_, std::move(handlers), last_);
     captured_ = device;
     capture_ = capture;
     return capture;

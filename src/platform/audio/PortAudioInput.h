@@ -5,6 +5,7 @@
 #include "platform/AudioInput.h"
 #include "platform/audio/InputDeviceLister.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,8 +21,11 @@ class ChildCapture;
 /// each look and each capture sees what is plugged in at that moment.
 class PortAudioInput final : public AudioInputSystem {
 public:
-    /// `program` is the path of the audio program.
-    explicit PortAudioInput(std::string program) : program_(program), lister_(std::move(program)) {}
+    /// `program` is the path of the audio program. A look at the devices, or opening one, that
+    /// takes longer than `patience` is abandoned.
+    explicit PortAudioInput(std::string program,
+                            std::chrono::milliseconds patience = std::chrono::seconds(2))
+        : program_(program), patience_(patience), lister_(std::move(program), patience) {}
 
     void fetchDevices(DeviceAnswer answer) override;
     /// An id never given, a device that has gone and one without inputs fail with PortAudio's code
@@ -35,6 +39,7 @@ private:
     AudioDeviceId idOf(const InputDeviceKey& key);
 
     const std::string program_;
+    const std::chrono::milliseconds patience_;
     std::vector<InputDeviceKey> seen_;    // a device's id is its place here, plus 1
     std::vector<AudioDeviceId> present_;  // at the last look
     AudioDeviceId captured_ = 0;
