@@ -207,18 +207,12 @@ void levelsOfChannels(benchmark::State& state) {
 BENCHMARK(decodeTimecode)->Iterations(100)->Unit(benchmark::kMillisecond);
 BENCHMARK(decodeSilence)->Iterations(100)->Unit(benchmark::kMillisecond);
 BENCHMARK(decodeNoise)->Iterations(100)->Unit(benchmark::kMillisecond);
-BENCHMARK(searchChannels)
-    ->ArgName("channels")
-    ->RangeMultiplier(2)
-    ->Range(1, 128)
-    ->Iterations(200)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(levelsOfChannels)
-    ->ArgName("channels")
-    ->RangeMultiplier(2)
-    ->Range(1, 128)
-    ->Iterations(50)
-    ->Unit(benchmark::kMillisecond);
+void channels(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgName("channels")->RangeMultiplier(2)->Range(1, 128);
+}
+
+BENCHMARK(searchChannels)->Apply(channels)->Iterations(200)->Unit(benchmark::kMillisecond);
+BENCHMARK(levelsOfChannels)->Apply(channels)->Iterations(50)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
