@@ -1,6 +1,7 @@
 """Display stations find the admin on a real network, follow it, and come back by themselves."""
 
 import json
+import re
 import signal
 import subprocess
 import sys
@@ -72,7 +73,7 @@ class StationsFollow(EndToEndTest):
 
         self.chapter("the admin hangs")
         admin.program.signal(signal.SIGSTOP)
-        before.see("Sans nouvelles de la régie depuis 3 s")
+        before.see(re.compile("Sans nouvelles de la régie depuis .*"))
         admin.program.signal(signal.SIGCONT)
 
         self.chapter("the responder of the admin is restarted")
