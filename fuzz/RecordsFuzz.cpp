@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "model/ShowJson.h"
+#include "state/ResumePoint.h"
 #include "sync/LiveState.h"
 
 #include <concepts>
@@ -33,5 +34,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkRoundTrip(decodeShow(text), decodeShow);
     checkRoundTrip(decodePersistedData(text), decodePersistedData);
     checkRoundTrip(decodeLiveState(text), decodeLiveState);
+    checkRoundTrip(decodeResumePoint(text), decodeResumePoint);
     return 0;
 }

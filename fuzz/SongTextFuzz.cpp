@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "live/Setlist.h"
+#include "live/ShowClock.h"
 #include "live/SongText.h"
 #include "live/StartTimecode.h"
 
@@ -17,6 +18,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (const auto seconds = parseDurationInput(text)) {
         require(parseDurationInput(minutesAndSeconds(*seconds)) == seconds);
+    }
+    if (const auto seconds = parseTimeOfDay(text)) {
+        require(*seconds >= 0 && *seconds < secondsPerDay);
+        require(parseTimeOfDay(timeOfDayText(*seconds)) == seconds);
     }
     // What a start means doesn't depend on stray colons, and frames are counted after the rest.
     const auto frames = timecodeToFrames(text, 25);

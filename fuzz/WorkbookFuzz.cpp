@@ -65,9 +65,18 @@ void checkImport(XLSXWorkbook workbook) {
             import.columnLabel(column);
         }
         tessivo::WorkProgress progress;
-        const std::int64_t announced = tessivo::previewOf(import, progress).songs;
+        const auto before = tessivo::previewOf(import, progress);
+        for (const auto& use : before.notations) {
+            import.accept(use.notation, true);
+        }
+        for (const auto& cell : before.doubtfulCells) {
+            require(!textOf(cell.doubt).empty());
+        }
+        const auto preview = tessivo::previewOf(import, progress);
+        require(preview.songs == before.songs);
+        require(preview.unread + preview.taken == before.unread + before.taken);
         const auto show = import.createShow();
-        require(announced == (show ? std::ssize(show->songs) : 0));
+        require(preview.songs == (show ? std::ssize(show->songs) : 0));
     }
 }
 
