@@ -50,9 +50,9 @@ TEST_CASE("the song that plays is the first with the latest start, until its len
     }
     const std::pair<std::int64_t, std::optional<std::size_t>> rows[] = {
         {24, std::nullopt}, {25, 2}, {49, 2}, {50, 0}, {299, 0}, {300, std::nullopt}};
-    for (const auto& [frame, song] : rows) {
-        CAPTURE(frame);
-        const auto playing = songPlayingAt(show, frame, 25);
-        CHECK((playing ? std::optional(playing->song) : std::nullopt) == song);
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const auto playing = songPlayingAt(show, row.first, 25);
+        CHECK((playing ? std::optional(playing->song) : std::nullopt) == row.second);
     }
 }

@@ -59,7 +59,10 @@ TEST_CASE("the end of the show follows from the lengths to come") {
 }
 
 TEST_CASE("a time of day is read as it is written") {
-    const std::pair<const char*, const char*> rows[] = {
+    const struct {
+        const char* typed;
+        const char* read;
+    } rows[] = {
         {"20:30", "20:30"},
         {" 20h30 ", "20:30"},
         {"20 h 05", "20:05"},
@@ -77,10 +80,10 @@ TEST_CASE("a time of day is read as it is written") {
         {"h", ""},
         {"99999", ""},
     };
-    for (const auto& [typed, read] : rows) {
-        CAPTURE(typed);
-        const auto time = parseTimeOfDay(typed);
-        CHECK((time ? timeOfDayText(*time) : "") == read);
+    for (const auto& row : rows) {
+        CAPTURE(row.typed);
+        const auto time = parseTimeOfDay(row.typed);
+        CHECK((time ? timeOfDayText(*time) : "") == row.read);
     }
 }
 

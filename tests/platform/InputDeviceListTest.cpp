@@ -37,7 +37,10 @@ TEST_CASE("a device list crosses the pipe whole or not at all, and equal names g
 
 TEST_CASE("only a lister that ends well gives a list") {
     const test::TemporaryFolder folder;
-    const std::pair<const char*, bool> rows[] = {
+    const struct {
+        const char* text;
+        bool isList;
+    } rows[] = {
         {"printf 'ALSA\\0a\\0\\0'", true},
         {"printf 'ALSA\\0a\\0\\0'; exit 1", false},
         {"printf 'ALSA\\0a\\0\\0'; kill -SEGV $$", false},
@@ -45,16 +48,16 @@ TEST_CASE("only a lister that ends well gives a list") {
         {"exec sleep 600", false},
         {nullptr, false},
     };
-    for (const auto& [text, isList] : rows) {
-        CAPTURE(text);
-        const bool hangs = text && std::string_view(text) == "exec sleep 600";
-        InputDeviceLister lister(text ? script(folder, text) : folder.path("missing"),
+    for (const auto& row : rows) {
+        CAPTURE(row.text);
+        const bool hangs = row.text && std::string_view(row.text) == "exec sleep 600";
+        InputDeviceLister lister(row.text ? script(folder, row.text) : folder.path("missing"),
                                  std::chrono::milliseconds(hangs ? 100 : 20'000));
         for (int round = 0; round < 2; ++round) {
             int answers = 0;
-            const auto answer = [&, isExpected = isList](const auto& devices) {
+            const auto answer = [&](const auto& devices) {
                 ++answers;
-                CHECK(devices.has_value() == isExpected);
+                CHECK(devices.has_value() == row.isList);
             };
             lister.run(answer);
             lister.run(answer);
