@@ -36,7 +36,21 @@ private Q_SLOTS:
     void linksAndPicturesAreThere();
     void theCheckListIsOnePage();
     void picturesLeaveTheMarginWhite();
+    void aFailedPrintIsTold();
 };
+
+void GuideTest::aFailedPrintIsTold() {
+    Screen screen(concert());
+    screen.press(Qt::Key_F1);
+    QQuickWindow* guide = Screen::windowTitled("Tessivo — Guide");
+    QVERIFY(QTest::qWaitForWindowActive(guide));
+    const int type = qmlTypeId("Tessivo.Ui", 1, 0, "GuideViewModel");
+    Q_EMIT screen.engine.singletonInstance<GuideViewModel*>(type)->printFailed();
+    QTRY_VERIFY(Screen::find(guide, "L'impression n'a pas abouti."));
+    QTest::keyClick(guide, Qt::Key_Escape);
+    QTRY_VERIFY(!Screen::find(guide, "L'impression n'a pas abouti."));
+    QVERIFY(guide->isVisible());
+}
 
 void GuideTest::theKeyboardOpensReadsAndClosesIt() {
     Screen screen(concert());

@@ -14,6 +14,8 @@
 
 #include "style/Colors.h"
 
+#include <vector>
+
 namespace tessivo {
 namespace {
 
@@ -46,23 +48,27 @@ GuideBlock blockOf(const QString& markdown) {
 
 /// Pictures as wide as the page, and links, which lead nowhere there, as dark as the rest.
 void fitToPaper(QTextDocument& document, double width) {
+    struct Part {
+        QTextCursor cursor;
+        QTextCharFormat format;
+    };
+    std::vector<Part> parts;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (auto part = block.begin(); !part.atEnd(); ++part) {
             const QTextFragment fragment = part.fragment();
             QTextCursor cursor(&document);
             cursor.setPosition(fragment.position());
             cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            if (QTextImageFormat image = fragment.charFormat().toImageFormat(); image.isValid()) {
-                image.setWidth(width);
-                cursor.setCharFormat(image);
-                break;  // it stands alone, and what is walked through has changed
-            }
-            if (fragment.charFormat().isAnchor()) {
-                QTextCharFormat plain;
-                plain.setForeground(Qt::black);
-                cursor.mergeCharFormat(plain);
-                break;  // the same
-            }
+            parts.push_back({cursor, fragment.charFormat()});
+        }
+    }
+    for (Part& part : parts) {
+        if (QTextImageFormat image = part.format.toImageFormat(); image.isValid()) {
+            image.setWidth(width);
+            part.cursor.setCharFormat(image);
+        } else if (part.format.isAnchor()) {
+            part.format.setForeground(Qt::black);
+            part.cursor.setCharFormat(part.format);
         }
     }
 }
@@ -107,8 +113,12 @@ void GuideViewModel::print(int chapter) {
         dialog.setWindowTitle(QStringLiteral("Imprimer"));
         dialog.setOptions(QAbstractPrintDialog::PrintToFile |
                           QAbstractPrintDialog::PrintShowPageSize);
-        if (dialog.exec() == QDialog::Accepted) {
-            paint(printer, chapter);
+        if (dialog.exec() != QDialog::Accepted) {
+            return;
+        }
+        paint(printer, chapter);
+        if (printer.printerState() == QPrinter::Error) {
+            Q_EMIT printFailed();
         }
     });
 }

@@ -52,6 +52,9 @@ public:
 
     void paint(QPagedPaintDevice& paper, int chapter) const;
 
+Q_SIGNALS:
+    void printFailed();
+
 private:
     QString text(int chapter) const;
 

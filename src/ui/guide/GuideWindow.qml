@@ -107,6 +107,22 @@ CrewWindow {
         }
     }
 
+    PVDialog {
+        id: failure
+
+        title: "Papier"
+        message: "L'impression n'a pas abouti."
+        action: "OK"
+        cancels: false
+    }
+    Connections {
+        target: GuideViewModel
+
+        function onPrintFailed(): void {
+            failure.open();
+        }
+    }
+
     Shortcut {
         sequence: "PgDown"
         onActivated: page.scroll(0.9 * page.height)
@@ -118,7 +134,7 @@ CrewWindow {
     Shortcut {
         // In full screen it leaves that.
         sequence: "Escape"
-        enabled: window.visibility !== Window.FullScreen
+        enabled: window.visibility !== Window.FullScreen && !failure.visible
         onActivated: window.close()
     }
 }
