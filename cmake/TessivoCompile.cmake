@@ -40,7 +40,7 @@ endfunction()
 
 # A QML module also compiles what Qt's tools generate, a hundred files that include the same headers:
 # those are compiled together. That code isn't ours to mend, so the warnings are for the named sources
-# only, which stay apart; and not for what shares precompiled headers with it.
+# only, which stay apart; but -Wpedantic changes what GCC takes from precompiled headers, so it is for all.
 #
 # Bytecode is what the screens are compiled to: machine code of their expressions makes nothing quicker
 # that was measured, takes a third of the build, and is another each time.
@@ -84,6 +84,6 @@ if(TESSIVO_SANITISE)
 endif()
 if(TESSIVO_FUZZ)
   # Where a fuzzer has been, which costs the other tests nothing to speak of. Tracing comparisons as
-  # well would make them three times as slow.
+  # well would make them take twice as long.
   add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table)
 endif()
