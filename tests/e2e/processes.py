@@ -11,12 +11,15 @@ _PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
-def wait_until(condition, what, seconds=30.0, interval=0.05):
+def wait_until(condition, what, seconds=30.0):
     """Polls `condition` and returns its first true value; fails, naming `what`, after `seconds`.
 
-    An exception from `condition` ends the wait at once: a condition that can't be met is a fault.
+    A long wait is polled less and less often, for asking costs the program that is waited for as
+    much as it does us. An exception from `condition` ends the wait at once: a condition that can't
+    be met is a fault.
     """
     deadline = time.monotonic() + seconds
+    interval = 0.05
     while True:
         value = condition()
         if value:
@@ -24,6 +27,7 @@ def wait_until(condition, what, seconds=30.0, interval=0.05):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {seconds:.0f} s in vain for {what}")
         time.sleep(interval)
+        interval = min(1.2 * interval, 1.0)
 
 
 def adopt_orphans():

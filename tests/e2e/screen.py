@@ -88,8 +88,8 @@ class Element:
         """Everything below that shows, in reading order."""
         for child in self.children():
             try:
-                # Applications have no state of their own while they start.
-                if child.role != "application" and "showing" not in child.states():
+                # The desktop's are applications, which have no state of their own while they start.
+                if self is not self.screen and "showing" not in child.states():
                     continue
                 yield child
             except GLib.Error:  # removed meanwhile

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QTimer>
 
 namespace tessivo::test {
 
@@ -11,8 +12,10 @@ template <typename Condition>
 bool runUntil(const Condition& condition) {
     QElapsedTimer waited;
     waited.start();
+    QTimer look;  // what comes from other threads and processes wakes nobody here
+    look.start(5);
     while (!condition() && waited.elapsed() < 30'000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return condition();
 }

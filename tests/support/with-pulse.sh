@@ -1,10 +1,11 @@
 #!/bin/sh
 # with-pulse.sh COMMAND...: runs COMMAND beside a sound server of its own, with two null sinks whose
-# monitors ALSA names as the inputs "tessivo_stereo" and "tessivo_quad". (ALSA offers 32 channels of
-# either, whatever the sink has: the server remixes.) Everything lives in one scratch folder and is
-# gone afterwards. Servers of other programs are left alone; should this script be killed outright,
-# its own ends by itself after a minute without a client. COMMAND may kill and restart the server:
-# PULSE_START is the line that starts it, PULSE_PID_FILE holds the running one's process id.
+# monitors ALSA names as the inputs "tessivo_stereo" and "tessivo_quad", and nothing of the machine's.
+# (ALSA offers 32 channels of either, whatever the sink has: the server remixes.) Everything lives in
+# one scratch folder and is gone afterwards. Servers of other programs are left alone; should this
+# script be killed outright, its own ends by itself after a minute without a client. COMMAND may kill
+# and restart the server: PULSE_START is the line that starts it, PULSE_PID_FILE holds the running
+# one's process id.
 set -u
 
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/tessivo-pulse.XXXXXX") || exit 1
@@ -35,7 +36,7 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 
 cat >"$scratch/asound.conf" <<CONFIG
-</usr/share/alsa/alsa.conf>
+pcm.default { type pulse device "stereo.monitor" }
 pcm.tessivo_stereo { type pulse device "stereo.monitor" }
 pcm.tessivo_quad { type pulse device "quad.monitor" }
 CONFIG
