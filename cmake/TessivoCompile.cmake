@@ -31,6 +31,14 @@ function(tessivo_read_once name)
   endif()
 endfunction()
 
+# Several files of a target are compiled as one, which shares what their headers and templates take: a
+# third less again. Here, too, each file is compiled for itself in the build that programmers use.
+function(tessivo_compile_together name)
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+  endif()
+endfunction()
+
 # The same headers as another target, which is compiled alike.
 function(tessivo_reads_as name other)
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
@@ -39,20 +47,19 @@ function(tessivo_reads_as name other)
 endfunction()
 
 # A QML module also compiles what Qt's tools generate, a hundred files that include the same headers:
-# those are compiled together. That code isn't ours to mend, so the warnings are for the named sources
-# only, which stay apart; but -Wpedantic changes what GCC takes from precompiled headers, so it is for all.
+# those are compiled together in every build.
 #
 # Bytecode is what the screens are compiled to: machine code of their expressions makes nothing quicker
 # that was measured, takes a third of the build, and is another each time.
 function(tessivo_screen_module name)
+  target_compile_options(${name} PRIVATE ${tessivo_warning_options})
   set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12
     QT_QMLCACHEGEN_ARGUMENTS --only-bytecode)
-  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
-  if(NOT TESSIVO_SANITISE)
-    target_compile_options(${name} PRIVATE -Wpedantic)
-    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${tessivo_warning_options}")
+  if(name STREQUAL "TessivoStyle")
+    tessivo_read_once(${name} <QGuiApplication> <QQmlEngine> <QQuickItem> <QTimer>)
+  else()
+    tessivo_reads_as(${name} TessivoStyle)
   endif()
-  tessivo_read_once(${name} <QGuiApplication> <QQmlEngine> <QQuickItem> <QTimer>)
 endfunction()
 
 # What outsiders send is read by this program: a fault in that is to end it, not to serve them.

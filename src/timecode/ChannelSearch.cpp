@@ -3,7 +3,8 @@
 namespace tessivo {
 namespace {
 
-constexpr double memorySeconds = 1.0;
+/// A channel that had a confirmed frame since then carries timecode.
+constexpr double recentSeconds = 1.0;
 
 }  // namespace
 
@@ -24,7 +25,7 @@ std::optional<std::size_t> ChannelSearch::search(const AudioBlock& block,
                 channel.confirmedAt = heard.end;
             }
         }
-        if (heardSeconds_ - channel.confirmedAt < memorySeconds &&
+        if (heardSeconds_ - channel.confirmedAt < recentSeconds &&
             (!loudest || levels[i] > levels[*loudest])) {
             loudest = i;
         }

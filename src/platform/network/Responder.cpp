@@ -9,7 +9,7 @@
 namespace tessivo {
 namespace {
 
-const auto service = QStringLiteral("org.freedesktop.Avahi");
+const auto avahiService = QStringLiteral("org.freedesktop.Avahi");
 const auto serverPath = QStringLiteral("/");
 // The newer one: its browsers don't speak before they are listened to.
 const auto serverInterface = QStringLiteral("org.freedesktop.Avahi.Server2");
@@ -58,9 +58,9 @@ void Responder::connectToBus() {
     bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                  SLOT(handleBusLost()));
-    bus_.connect(service, serverPath, QString(), QStringLiteral("StateChanged"), this,
+    bus_.connect(avahiService, serverPath, QString(), QStringLiteral("StateChanged"), this,
                  SLOT(askHostName()));
-    watcher_ = std::make_unique<QDBusServiceWatcher>(service, bus_);
+    watcher_ = std::make_unique<QDBusServiceWatcher>(avahiService, bus_);
     connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             &Responder::askHostName);
     askHostName();
@@ -95,8 +95,8 @@ void Responder::setHostName(std::optional<QString> name) {
 }
 
 QDBusMessage Responder::method(const char* name, const QVariantList& arguments) {
-    auto message =
-        QDBusMessage::createMethodCall(service, serverPath, serverInterface, QLatin1String(name));
+    auto message = QDBusMessage::createMethodCall(avahiService, serverPath, serverInterface,
+                                                  QLatin1String(name));
     message.setArguments(arguments);
     message.setAutoStartService(false);  // not each second, where it is switched off
     return message;
