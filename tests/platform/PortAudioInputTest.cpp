@@ -171,10 +171,12 @@ TEST_CASE("a driver that hangs or crashes is told at its step, and the next capt
     // AddressSanitizer minds what is loaded before it, and looking for leaks takes five times as
     // long as all that a listing does.
     const auto become = [&](const Row& row) {
-        folder.write(
-            "new", "#!/bin/sh\nASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:symbolize=0 FAULTY_CALL=" +
-                       std::string(row.call) + " FAULT=" + row.fault +
-                       " LD_PRELOAD=" TESSIVO_FAULTY_PORTAUDIO " exec " TESSIVO_AUDIO " \"$@\"\n");
+        folder.write("new",
+                     "#!/bin/sh\nASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:symbolize=0 "
+                     "FAULTY_CALL=" +
+                         std::string(row.call) + " FAULT=" + row.fault +
+                         " LD_PRELOAD=" TESSIVO_FAULTY_PORTAUDIO " exec " TESSIVO_AUDIO
+                         " \"$@\"\n");
         std::filesystem::permissions(folder.path("new"), std::filesystem::perms::owner_all);
         std::filesystem::rename(folder.path("new"), program);
     };
