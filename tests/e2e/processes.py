@@ -11,23 +11,24 @@ _PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
-def wait_until(condition, what, seconds=30.0):
+def wait_until(condition, what, seconds=30.0, interval=None):
     """Polls `condition` and returns its first true value; fails, naming `what`, after `seconds`.
 
-    A long wait is polled less and less often, for asking costs the program that is waited for as
-    much as it does us. An exception from `condition` ends the wait at once: a condition that can't
-    be met is a fault.
+    Polls each `interval` seconds; without one a long wait is polled less and less often, for asking
+    costs the program that is waited for as much as it does us. An exception from `condition` ends
+    the wait at once: a condition that can't be met is a fault.
     """
     deadline = time.monotonic() + seconds
-    interval = 0.05
+    pause = interval or 0.05
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {seconds:.0f} s in vain for {what}")
-        time.sleep(interval)
-        interval = min(1.2 * interval, 1.0)
+        time.sleep(pause)
+        if interval is None:
+            pause = min(1.2 * pause, 1.0)
 
 
 def adopt_orphans():
