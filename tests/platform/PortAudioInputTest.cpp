@@ -168,8 +168,8 @@ TEST_CASE("a driver that hangs or crashes is told at its step, and the next capt
     const test::TemporaryFolder folder;
     const std::string program = folder.path("audio");
     Desk desk(program, std::chrono::seconds(5));  // which passes in each hang
-    // AddressSanitizer minds what is loaded before it, and looking for leaks takes five times as
-    // long as all that a listing does.
+    // AddressSanitizer minds what is loaded before it. Looking for leaks, and for the lines of a
+    // crash that is meant, takes longer than all that a listing does.
     const auto become = [&](const Row& row) {
         folder.write("new",
                      "#!/bin/sh\nASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:symbolize=0 "

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void initTestCase() { QQuickStyle::setStyle("Basic"); }
     void eachControlIsNamedAndNoTextIsMarkup();
     void runningDigitsAreRead();
+    void switchesAreHeard();
 };
 
 void AccessibleTest::eachControlIsNamedAndNoTextIsMarkup() {
@@ -130,6 +131,28 @@ void AccessibleTest::runningDigitsAreRead() {
         QVERIFY(time);
         QCOMPARE(time->text(QAccessible::Name), "Temps restant");
         QCOMPARE(time->text(QAccessible::Description), "0:12");
+    }
+}
+
+/// What an assistive tool switches, it switches in the state and not just on the screen.
+void AccessibleTest::switchesAreHeard() {
+    Screen screen(concert());
+    screen.click("Vue live");
+    const auto toggle = [&](const char* name, const QString& action) {
+        QAccessibleInterface* control =
+            QAccessible::queryAccessibleInterface(Screen::around(screen.item(name), "checkable"));
+        QVERIFY(control->actionInterface()->actionNames().contains(action));
+        control->actionInterface()->doAction(action);
+    };
+    const LtcManager& manager = screen.state.ltcManager();
+    const bool wasFollowing = screen.state.autoAdvanceEnabled();
+    for (const QString& action :
+         {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::toggleAction()}) {
+        toggle("Suivi prudent", action);
+        toggle("Follow LTC", action);
+        const bool isTurned = action == QAccessibleActionInterface::pressAction();
+        QCOMPARE(manager.isCareful(), isTurned);
+        QCOMPARE(screen.state.autoAdvanceEnabled(), wasFollowing != isTurned);
     }
 }
 
