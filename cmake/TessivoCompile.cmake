@@ -22,8 +22,9 @@ set(tessivo_warning_options
 add_library(tessivo_warnings INTERFACE)
 target_compile_options(tessivo_warnings INTERFACE ${tessivo_warning_options})
 
-# Builds for others than programmers are compiled in half the time by the two functions that follow. In a
-# programmer's, each file is compiled for itself, which also sees to it that it includes what it uses.
+# Builds for others than programmers are compiled in little more than half the time by the functions that
+# follow. In a programmer's, each file is compiled for itself, which also sees to it that it includes what
+# it uses.
 
 # What most files of a target include is read once, headers of the standard library always.
 function(tessivo_read_once name)

@@ -11,8 +11,8 @@ T.Switch {
     implicitHeight: Math.max(implicitContentHeight, indicator.height)
     hoverEnabled: true
 
-    // Left to itself, an assistive tool would turn what is seen, and nobody would hear of it.
     Accessible.name: control.text
+    // Left to itself, an assistive tool would turn what is seen, and nobody would hear of it.
     Accessible.onPressAction: flip()
     Accessible.onToggleAction: flip()
     Keys.onReturnPressed: flip()
