@@ -41,16 +41,16 @@ LtcManager::LtcManager(const Clock& clock, MainQueue& mainQueue, AudioInputSyste
       decoder_(clock),
       carefulDecoder_(std::make_shared<CarefulDecoder>(clock)),
       backwardsReader_(clock),
-      input_(mainQueue, audio) {
-    input_.onBlock = [this](const AudioBlock& block) { handleChannelData(block); };
-    input_.onRefused = [this](const std::string& why) {
+      capture_(mainQueue, audio) {
+    capture_.onSamples = [this](const AudioBlock& block) { handleChannelData(block); };
+    capture_.onRefused = [this](const std::string& why) {
         assign(lastError_, {why}, Field::lastError);
         assign(isCapturing_, false, Field::isCapturing);
     };
-    input_.onLost = [this] { handleLoss(); };
-    input_.onBack = [this] { assign(lastError_, {}, Field::lastError); };
-    input_.onListed = [this](std::vector<AudioInputDevice> devices,
-                             std::optional<AudioDeviceId> found) {
+    capture_.onLost = [this] { handleLoss(); };
+    capture_.onBack = [this] { assign(lastError_, {}, Field::lastError); };
+    capture_.onListed = [this](std::vector<AudioInputDevice> devices,
+                               std::optional<AudioDeviceId> found) {
         assign(availableInputDevices_, std::move(devices), Field::availableInputDevices);
         if (found) {
             setSelectedDeviceId(found);
@@ -78,14 +78,14 @@ void LtcManager::startCapturing() {
         return;
     }
     beginCapture(selectedName_);
-    input_.open(*selectedDeviceId_);
+    capture_.start(*selectedDeviceId_);
     assign(isCapturing_, true, Field::isCapturing);
 }
 
 void LtcManager::resumeCapturing(const std::string& inputName) {
     if (!isCapturing_) {
         beginCapture(inputName);
-        input_.openAgain(inputName);
+        capture_.startAgain(inputName);
         assign(isCapturing_, true, Field::isCapturing);
     }
 }
@@ -98,7 +98,7 @@ void LtcManager::beginCapture(std::string inputName) {
 
 void LtcManager::stopCapturing() {
     ++captureNumber_;
-    input_.close();
+    capture_.stop();
     tellLoss();
     assign(isCapturing_, false, Field::isCapturing);
     assign(signalDetected_, false, Field::signalDetected);

@@ -4,10 +4,10 @@
 #include "base/Signal.h"
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
+#include "timecode/AuhalCapture.h"
 #include "timecode/BackwardsReader.h"
 #include "timecode/CarefulDecoder.h"
 #include "timecode/ChannelSearch.h"
-#include "timecode/HeldInput.h"
 #include "timecode/LtcBiphaseDecoder.h"
 #include "timecode/TimecodeHealth.h"
 
@@ -190,7 +190,7 @@ private:
 
     std::string inputName_;
     std::uint64_t captureNumber_ = 0;
-    HeldInput input_;
+    AuhalCapture capture_;
     Lifetime life_;
 };
 

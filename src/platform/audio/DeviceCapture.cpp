@@ -9,12 +9,9 @@
 
 #include <fcntl.h>
 #include <portaudio.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 
@@ -37,39 +34,14 @@ void endInOrder() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-// False when nobody reads any more, or this is to end.
-bool write(std::array<iovec, 2> parts) {
-    while (parts[0].iov_len + parts[1].iov_len > 0) {
-        const ssize_t written = writev(STDOUT_FILENO, parts.data(), 2);
-        if (written < 0 && (errno != EINTR || isToEnd != 0)) {
-            return false;
-        }
-        std::size_t rest = written > 0 ? static_cast<std::size_t>(written) : 0;
-        for (iovec& part : parts) {
-            const std::size_t taken = std::min(rest, part.iov_len);
-            part.iov_base = static_cast<char*>(part.iov_base) + taken;
-            part.iov_len -= taken;
-            rest -= taken;
-        }
-    }
-    return true;
-}
-
 void report(CaptureReport report) {
-    write({{{&report, sizeof report}, {}}});
+    // When nobody reads any more, the blocks won't be read either.
+    [[maybe_unused]] const ssize_t written = write(STDOUT_FILENO, &report, sizeof report);
 }
 
 bool failed(AudioStep step, AudioStatus status) {
     report({.step = step, .status = status});
     return false;
-}
-
-// A block lies in one piece in the queue.
-bool writeBlock(const AudioBlock& block) {
-    CapturedBlockHead head{block.frameCount, block.lostBefore};
-    auto* samples = const_cast<float*>(block.channels.front());
-    return write({{{&head, sizeof head},
-                   {samples, block.channels.size() * block.frameCount * sizeof(float)}}});
 }
 
 // Until it is to end, or the device ends by itself.
@@ -80,19 +52,7 @@ void passOn(PortAudioStream& stream) {
 #else
     const auto isSourceGone = [] { return false; };
 #endif
-    while (isToEnd == 0 && !isSourceGone()) {
-        if (!stream.waitForBlock()) {
-            if (!stream.isActive()) {
-                return;
-            }
-            continue;
-        }
-        if (const auto block = stream.blocks().front()) {
-            if (!writeBlock(*block)) {
-                return;
-            }
-            stream.blocks().pop();
-        }
+    while (isToEnd == 0 && !isSourceGone() && stream.passOn(STDOUT_FILENO) && stream.isActive()) {
     }
 }
 

@@ -1,6 +1,15 @@
 #include "platform/audio/PortAudioStream.h"
 
+#include "platform/audio/CaptureReport.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cmath>
 #include <ctime>
+#include <span>
+#include <utility>
+#include <vector>
 
 namespace tessivo {
 namespace {
@@ -26,6 +35,25 @@ AudioStatus statusOf(PaError error) {
 PaTime latencyFor(const PaDeviceInfo& info) {
     return Pa_GetHostApiInfo(info.hostApi)->type == paALSA ? alsaBufferLength
                                                            : info.defaultLowInputLatency;
+}
+
+// A second in blocks of 16 frames, the smallest that audio systems use.
+std::size_t bytesPerSecond(const AudioStreamFormat& format) {
+    const double headPerFrame = sizeof(CapturedBlockHead) / 16.0;
+    const double samplesPerFrame = sizeof(float) * format.channelsPerFrame;
+    return static_cast<std::size_t>(
+        std::ceil(format.sampleRate * (headPerFrame + samplesPerFrame)));
+}
+
+bool writeAll(int descriptor, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 }  // namespace
@@ -59,7 +87,11 @@ AudioStatus PortAudioStream::open(PaDeviceIndex device) {
     // be opened with more of them, PortAudio hands over only what was asked for.
     format_ = {Pa_GetStreamInfo(stream_)->sampleRate,
                static_cast<std::uint32_t>(info.maxInputChannels)};
-    blocks_.emplace(format_.channelsPerFrame, format_.sampleRate);
+    const std::size_t room = bytesPerSecond(format_);
+    waiting_.emplace(room);
+    // Touched once, so that the audio thread never waits for a page of it.
+    waiting_->push(std::vector<std::byte>(room).data(), room);
+    waiting_->reset();
     return audioSuccess;
 }
 
@@ -67,13 +99,20 @@ AudioStatus PortAudioStream::start() {
     return statusOf(Pa_StartStream(stream_));
 }
 
-bool PortAudioStream::waitForBlock() const {
+bool PortAudioStream::passOn(int descriptor) {
     timespec deadline{};
     clock_gettime(CLOCK_MONOTONIC, &deadline);
     deadline.tv_nsec += 250'000'000;
     deadline.tv_sec += deadline.tv_nsec / 1'000'000'000;
     deadline.tv_nsec %= 1'000'000'000;
-    return sem_clockwait(&arrived_, CLOCK_MONOTONIC, &deadline) == 0;
+    sem_clockwait(&arrived_, CLOCK_MONOTONIC, &deadline);
+    std::array<std::byte, 1 << 16> part;
+    while (const std::size_t size = waiting_->pop(part.data(), part.size())) {
+        if (!writeAll(descriptor, {part.data(), size})) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool PortAudioStream::isActive() const {
@@ -82,15 +121,31 @@ bool PortAudioStream::isActive() const {
 
 int PortAudioStream::deliver(const void* input, void*, unsigned long frames,
                              const PaStreamCallbackTimeInfo*, PaStreamCallbackFlags, void* stream) {
-    auto& self = *static_cast<PortAudioStream*>(stream);
-    if (input != nullptr &&
-        self.blocks_->push(
-            {.channels = {static_cast<const float* const*>(input), self.format_.channelsPerFrame},
-             .frameCount = frames,
-             .sampleRate = self.format_.sampleRate})) {
-        sem_post(&self.arrived_);
+    if (input != nullptr) {
+        static_cast<PortAudioStream*>(stream)->keep(static_cast<const float* const*>(input),
+                                                    frames);
     }
     return paContinue;
+}
+
+// Audio thread: no lock, no allocation, no waiting.
+void PortAudioStream::keep(const float* const* channels, std::size_t frames) {
+    const auto push = [this](const auto* values, std::size_t count) {
+        const auto bytes = std::as_bytes(std::span(values, count));
+        waiting_->push(bytes.data(), bytes.size());
+    };
+    const std::size_t sampleBytes = format_.channelsPerFrame * frames * sizeof(float);
+    if (waiting_->write_available() < sizeof(CapturedBlockHead) + sampleBytes) {
+        ++lost_.blocks;
+        lost_.frames += frames;
+        return;
+    }
+    const CapturedBlockHead head{frames, std::exchange(lost_, {})};
+    push(&head, 1);
+    for (std::size_t channel = 0; channel < format_.channelsPerFrame; ++channel) {
+        push(channels[channel], frames);
+    }
+    sem_post(&arrived_);
 }
 
 }  // namespace tessivo
