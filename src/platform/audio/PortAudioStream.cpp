@@ -9,7 +9,6 @@
 #include <ctime>
 #include <span>
 #include <utility>
-#include <vector>
 
 namespace tessivo {
 namespace {
@@ -87,10 +86,11 @@ AudioStatus PortAudioStream::open(PaDeviceIndex device) {
     // be opened with more of them, PortAudio hands over only what was asked for.
     format_ = {Pa_GetStreamInfo(stream_)->sampleRate,
                static_cast<std::uint32_t>(info.maxInputChannels)};
-    const std::size_t room = bytesPerSecond(format_);
-    waiting_.emplace(room);
+    waiting_.emplace(bytesPerSecond(format_));
     // Touched once, so that the audio thread never waits for a page of it.
-    waiting_->push(std::vector<std::byte>(room).data(), room);
+    const std::array<std::byte, 4096> zeros{};
+    while (waiting_->push(zeros.data(), zeros.size()) > 0) {
+    }
     waiting_->reset();
     return audioSuccess;
 }

@@ -32,7 +32,7 @@ public:
     /// Writes the blocks that have come to `descriptor` (see `CapturedBlockHead`), or waits for
     /// one, a quarter of a second at most. While that stands still a second of audio waits; what
     /// comes beyond is dropped, and the next block that finds room says how much is missing before
-    /// it. False when nobody reads any more, or on a signal that is handled.
+    /// it. False when nobody reads any more, or a signal has interrupted the writing.
     bool passOn(int descriptor);
     /// False once the stream has ended because its device or sound server went away.
     bool isActive() const;
