@@ -163,7 +163,6 @@ TEST_CASE("timecode is read while the list is refreshed, and while its lister ha
     CHECK(desk.reads());
     CHECK(desk.manager.isFetchingInputDevices());
     CHECK(desk.manager.availableInputDevices() == devices);
-    CHECK_FALSE(desk.manager.hasLostAudio());
 }
 
 TEST_CASE("some sound waits for a main thread that stands still, and what is lost beyond is told") {

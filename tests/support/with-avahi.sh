@@ -70,6 +70,12 @@ resume) kill -CONT "\$pid" ;;
 stop)
     rm -f "$scratch/\$2.pid"
     [ -n "\$pid" ] && kill "\$pid" 2>/dev/null && kill -CONT "\$pid"
+    # A responder whose bus goes at the wrong moment turns in its loop for ever, and hears nothing.
+    for _ in \$(seq 100); do
+        grep -qs "^State:.[^Z]" "/proc/\$pid/status" || exit 0
+        sleep 0.1
+    done
+    kill -9 "\$pid"
     while grep -qs "^State:.[^Z]" "/proc/\$pid/status"; do sleep 0.1; done
     ;;
 esac
