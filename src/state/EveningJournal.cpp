@@ -65,10 +65,10 @@ void EveningJournal::follow(LtcManager::Field field) {
     using Field = LtcManager::Field;
     const LtcManager& manager = state_.ltcManager();
     if (field == Field::isCapturing &&
-        std::exchange(isCapturing_, manager.isCapturing()) != isCapturing_) {
+        std::exchange(isCapturing_, manager.isCapturing()) != manager.isCapturing()) {
         tell(journal::Capture{isCapturing_});
     } else if (field == Field::signalDetected &&
-               std::exchange(hasSignal_, manager.signalDetected()) != hasSignal_) {
+               std::exchange(hasSignal_, manager.signalDetected()) != manager.signalDetected()) {
         tell(journal::Signal{hasSignal_, manager.currentTimecodeDisplay()});
     } else if (field == Field::lastError && manager.lastError()) {
         tell(journal::InputFailed{*manager.lastError()});

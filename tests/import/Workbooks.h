@@ -32,10 +32,12 @@ inline std::string cellsOf(const XLSXWorkbook::Sheet& sheet) {
         for (std::size_t i = row.firstCell; i < row.endCell; ++i) {
             const std::int64_t column = sheet.cells[i].column;
             CHECK(sheet.text(row.index, column) == sheet.text(row, column));
+            CHECK((row.index <= sheet.maxRow && column <= sheet.maxCol));
             cells += columnLetter(column) + std::to_string(row.index) + '=' +
                      std::string(sheet.text(row, column).value()) + ';';
         }
     }
+    CHECK(sheet.cells.empty() == cells.empty());
     return cells;
 }
 

@@ -84,6 +84,7 @@ TEST_CASE("the cells of a sheet are its stored values") {
         // What an unfinished row held is lost, and so is what follows a fault.
         {R"(<row r="1"><c r="A1"><v>1</v></c></row><row r="2"><c r="A2"><v>2</v></c></rwo>)",
          "A1=1;"},
+        {R"(<row r="2"><c r="A2"><v>2</v></c></rwo>)", ""},
         {R"(<row r="1"><c r="A1"><v>1</v></c><row r="2"><c r="B2"><v>2</v></c></row>)"
          R"(<c r="C1"><v>3</v></c></row>)",
          "B2=2;"},

@@ -20,9 +20,8 @@ const Uuid unknown = Uuid::random();
 /// A show whose two songs have one id, and whose two guests of a song have one too.
 Show showOfTwins() {
     Show show = showWithSongs(2);
-    show.songs[0].guests.resize(2);
+    show.songs[0].guests.assign(2, {Uuid::random(), "", "HF 1", "Mix 1", {}});
     show.songs[0].guests[1].name = "Léa";
-    show.songs[0].guests[1].id = show.songs[0].guests[0].id;
     show.songs[1] = show.songs[0];
     return show;
 }

@@ -1,3 +1,4 @@
+#include "ltc/LtcEncoder.h"
 #include "platform/simulated/SimulatedPlatform.h"
 #include "state/AppState.h"
 #include "state/EveningJournal.h"
@@ -33,7 +34,20 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         state.goPrev();
         computer.preferences.isFull = false;
         computer.time.advance(2.0);
-        state.ltcManager().startCapturing();
+        LtcManager& timecode = state.ltcManager();
+        timecode.startCapturing();
+        computer.audio.setDevices({{1, "Interface", {48'000.0, 1}}});
+        timecode.setSelectedDeviceId(1);
+        timecode.startCapturing();
+        computer.time.drain();
+        std::vector<float> frame;
+        ltc::LtcEncoder(ltc::parseFrameRate("25").value(), 48'000)
+            .appendFrame({10, 0, 0, 0}, frame);
+        for (const std::vector<float>& sound : {frame, frame, {}, {}, {}}) {
+            computer.audio.deliver({sound.empty() ? std::vector<float>(480) : sound});
+            computer.time.advance(1.0);
+        }
+        timecode.stopCapturing();
         state.resume(show.id, computer.time.now());
     }
     {
@@ -53,6 +67,10 @@ TEST_CASE("the journal tells what happened in the evening and by what") {
         "Les modifications ne sont plus conservées",
         "Les modifications sont de nouveau conservées",
         "Entrée audio\u00A0: Choisis d'abord un périphérique d'entrée.",
+        "Capture démarrée",
+        "Signal LTC trouvé à 10:00:00:00",
+        "Signal LTC perdu",
+        "Capture arrêtée",
         "Morceau 3/3 «\u00A0Morceau 3\u00A0», par reprise",
         "Tessivo se termine",
         "Tessivo démarre",

@@ -208,7 +208,14 @@ TEST_CASE_FIXTURE(Computer,
     resumption->goOn();
     CHECK_FALSE(state->ltcManager().isCapturing());
     state->ltcManager().resumeCapturing("Interface");
+    platform.audio.setUnreadable();
+    platform.time.advance(1.5);
     platform.audio.setDevices({{7, "Interface", {48'000.0, 4}}});
+    platform.audio.setUnreadable(false);
+    platform.time.advance(1.0);
+    CHECK(platform.audio.openDevice() == 7);
+    state->ltcManager().stopCapturing();
+    state->ltcManager().resumeCapturing("Interface");
     state->ltcManager().stopCapturing();
     platform.time.advance(5.0);  // the operator's stop holds
     CHECK_FALSE(platform.audio.openDevice());

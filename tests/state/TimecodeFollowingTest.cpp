@@ -252,6 +252,13 @@ TEST_CASE_FIXTURE(Fixture, "a move that nothing confirms is told; carefully, it 
         hear(std::vector<float>(3 * 48'000));
         CHECK_FALSE(state->hasMovedUnconfirmed());
     }
+    state->ltcManager().setCareful(false);
+    for (int k = 0; k < 100; ++k) {  // wherever the second ends that it is judged at
+        state->jumpTo(2);
+        hear(timecode("25", {0, 10, 0, 0}, 13));
+        CHECK(state->activeSongIndex() == 1);
+        CHECK_FALSE(state->hasMovedUnconfirmed());
+    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "timecode that runs backwards is told, and moves nothing") {

@@ -144,6 +144,15 @@ TEST_CASE_FIXTURE(Fixture, "what one capture confirmed confirms nothing in the n
     }
 }
 
+TEST_CASE_FIXTURE(Fixture,
+                  "what a faulty driver gives besides numbers doesn't stay in the filter") {
+    manager->setCareful(true);
+    captureOpen(mono);
+    handle({{notANumber}});
+    handle({timecode({{1, 2, 3, 4}, {1, 2, 3, 5}})});
+    CHECK(decoded.size() == 1);
+}
+
 TEST_CASE_FIXTURE(Fixture, "lost audio is told at once, and each burst is logged once") {
     const Channels tenth(1, std::vector<float>(4410));
     const auto lose = [&](std::uint64_t blocks) {
@@ -185,8 +194,9 @@ TEST_CASE_FIXTURE(Fixture, "an input that dies is told within two seconds, and c
         captureOpen(mono);
         queue.advance(2.9);  // the first sound of a server's idle output
         CHECK(manager->lastError() == std::nullopt);
-        handle({timecode({{1, 2, 3, 4}})});
+        handle({timecode({{1, 2, 3, 3}, {1, 2, 3, 4}})});
         REQUIRE(manager->signalDetected());
+        REQUIRE(manager->health().came == 1);
         const auto devices = audio.devices();
         audio.setDevices({});
         if (death == end) {
@@ -200,6 +210,7 @@ TEST_CASE_FIXTURE(Fixture, "an input that dies is told within two seconds, and c
         CHECK(manager->lastError() == "Plus de son reçu de « Mono ».");
         CHECK_FALSE(manager->signalDetected());
         CHECK(manager->currentTimecodeDisplay() == "01:02:03:04");
+        CHECK(manager->health().came == 0);
         CHECK(manager->rawAudioLevel() == 0.0F);
         CHECK(manager->levelsPerChannel() == std::vector{0.0F});
         queue.advance(10.0);

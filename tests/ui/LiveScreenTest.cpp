@@ -284,6 +284,14 @@ void LiveScreenTest::capturesFromTheChosenDevice() {
     screen.computer.audio.deliver({std::vector<float>(4410)}, {.blocks = 1, .frames = 4410});
     screen.computer.time.drain();
     QVERIFY(screen.shows("Son perdu : l'ordinateur n'a pas suivi"));
+    const auto items = screen.window->findChildren<QQuickItem*>();
+    const auto meter = std::ranges::find_if(
+        items, [](const QQuickItem* item) { return item->property("lively").isValid(); });
+    for (const float level : {0.1F, 0.2F}) {
+        screen.computer.audio.deliver({std::vector<float>(4410, level)});
+        screen.computer.time.drain();
+        QTRY_COMPARE((*meter)->property("fill").toDouble(), 4.0 * static_cast<double>(level));
+    }
 
     for (const char* choice : {"Choisir un périphérique…", "Interface"}) {
         screen.click("Micro");
