@@ -537,6 +537,7 @@ void EditorTest::showsAPlaceholderForAShowThatIsGone() {
     Screen screen(fourSongs());
     Screen::around(screen.item(title1), "selectedTab")->setProperty("showId", "gone");
     screen.layOut();
+    QVERIFY(!screen.shows("Nouveau show"));
     QVERIFY(screen.shows("Ajoute ton premier morceau ci-dessous ↓"));
     screen.click("Micros & IEM");
     QVERIFY(screen.item("Guest 4"));
