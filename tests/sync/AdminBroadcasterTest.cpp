@@ -121,6 +121,17 @@ TEST_CASE("over a slow cable, who answers late is heard each time, and who has l
     }
 }
 
+TEST_CASE("a computer that says it has the service leads, also when nobody takes the call there") {
+    Room room;
+    room.computer.setLatency(0.45);
+    auto listener = room.other.makeListener(AdminBroadcaster::serviceType);
+    listener->start();
+    room.queue.postAfter(1.03, [&] { listener.reset(); });  // heard of at 1.63, refused at 1.5
+    room.broadcaster.startChecking();
+    room.queue.advance(3.0);
+    CHECK(room.broadcaster.status() == AdminNetworkStatus{Kind::conflict, "Plateau"});
+}
+
 TEST_CASE("a check after a conflict runs its whole time, whatever is left of the one before") {
     Room room;
     auto listener = room.other.makeListener(AdminBroadcaster::serviceType);
