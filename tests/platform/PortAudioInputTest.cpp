@@ -84,10 +84,14 @@ struct Desk {
         const std::int64_t before = manager.buffersReceivedCount();
         return runUntil([&] { return manager.buffersReceivedCount() >= before + 100; });
     }
-    /// Some frames one after the other, which a busy computer may take a while to manage.
+    /// A second of frames one after the other, which a busy computer may take a while to manage.
     bool reads() {
         run = 0;
-        return runUntil([this] { return run >= 5; });
+        bool is = false;
+        for (int patience = 0; !is && patience < 4; ++patience) {
+            is = runUntil([this] { return run >= 25; });
+        }
+        return is;
     }
     bool decodes(std::int64_t count) {
         frames = 0;
@@ -152,23 +156,32 @@ TEST_CASE("timecode is read while the list is refreshed, and while its lister ha
     const test::TemporaryFolder folder;
     const Player player;
     const std::string lister = folder.path("lister");
-    std::filesystem::create_symlink(TESSIVO_AUDIO, lister);
-    Desk desk(lister);
-    REQUIRE(desk.captures(desk.device("tessivo_stereo")));
-    REQUIRE(desk.reads());
-    const auto devices = desk.devices();
-    CHECK(desk.deviceNamed("tessivo_stereo") == desk.manager.selectedDeviceId());
-    CHECK(desk.reads());
-    CHECK(desk.manager.levelsPerChannel()[0] > 0.2F);
-    CHECK(desk.manager.levelsPerChannel()[1] < 0.01F);
+    const auto losesNothing = [&] {
+        std::filesystem::remove(lister);
+        std::filesystem::create_symlink(TESSIVO_AUDIO, lister);
+        Desk desk(lister);
+        REQUIRE(desk.captures(desk.device("tessivo_stereo")));
+        REQUIRE(desk.reads());
+        const auto devices = desk.devices();
+        CHECK(desk.deviceNamed("tessivo_stereo") == desk.manager.selectedDeviceId());
+        CHECK(desk.reads());
+        CHECK(desk.manager.levelsPerChannel()[0] > 0.2F);
+        CHECK(desk.manager.levelsPerChannel()[1] < 0.01F);
 
-    std::filesystem::remove(lister);
-    folder.write("lister", "#!/bin/sh\nexec sleep 600\n");
-    std::filesystem::permissions(lister, std::filesystem::perms::owner_all);
-    desk.manager.fetchInputDevices();
-    CHECK(desk.reads());
-    CHECK(desk.manager.isFetchingInputDevices());
-    CHECK(desk.manager.availableInputDevices() == devices);
+        std::filesystem::remove(lister);
+        folder.write("lister", "#!/bin/sh\nexec sleep 600\n");
+        std::filesystem::permissions(lister, std::filesystem::perms::owner_all);
+        desk.manager.fetchInputDevices();
+        CHECK(desk.reads());
+        CHECK(desk.manager.isFetchingInputDevices());
+        CHECK(desk.manager.availableInputDevices() == devices);
+        return !desk.manager.hasLostAudio();
+    };
+    bool is = false;  // a busy computer may lose some for reasons of its own
+    for (int attempt = 0; !is && attempt < 3; ++attempt) {
+        is = losesNothing();
+    }
+    CHECK(is);
 }
 
 TEST_CASE("some sound waits for a main thread that stands still, and what is lost beyond is told") {
